@@ -1,0 +1,44 @@
+# Flags of every target of the project, and the few functions with which rooms declare targets.
+
+add_library(zarbo_flags INTERFACE)
+target_compile_options(zarbo_flags INTERFACE -Wall -Wextra -Werror)
+target_include_directories(zarbo_flags INTERFACE ${CMAKE_SOURCE_DIR})
+if(ZARBO_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+link_libraries(zarbo_flags)
+
+# zarbo_test(NAME SOURCES … LIBS … [TIMEOUT seconds]): one GoogleTest program, one entry for CTest.
+function(zarbo_test name)
+  cmake_parse_arguments(arg "" "TIMEOUT" "SOURCES;LIBS" ${ARGN})
+  find_package(GTest REQUIRED)
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LIBS} GTest::gtest GTest::gmock GTest::gtest_main)
+  add_test(NAME ${name} COMMAND ${name})
+  if(NOT arg_TIMEOUT)
+    set(arg_TIMEOUT 300)
+  endif()
+  set_tests_properties(${name} PROPERTIES TIMEOUT ${arg_TIMEOUT})
+endfunction()
+
+# zarbo_bench(NAME SOURCES … LIBS …): one Google Benchmark program; not run by CTest.
+function(zarbo_bench name)
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  find_package(benchmark REQUIRED)
+  add_executable(${name} ${arg_SOURCES})
+  target_link_libraries(${name} PRIVATE ${arg_LIBS} benchmark::benchmark)
+endfunction()
+
+# zarbo_fuzz(NAME SOURCES … LIBS …): one libFuzzer program, built only by the fuzz preset.
+# SOURCES are compiled with coverage, so list the code under test itself, not a library of it.
+function(zarbo_fuzz name)
+  if(NOT ZARBO_FUZZ)
+    return()
+  endif()
+  cmake_parse_arguments(arg "" "" "SOURCES;LIBS" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  target_compile_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all)
+  target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
+  target_link_libraries(${name} PRIVATE ${arg_LIBS})
+endfunction()
