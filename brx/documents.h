@@ -1,0 +1,37 @@
+#pragma once
+
+#include "brx/acad_status.h"
+#include "brx/rx_object.h"
+
+/// Open documents of the host.
+
+class AcDbDatabase;
+
+class BRX_API AcApDocument : public AcRxObject {
+ public:
+  /// Full path of the drawing, or "Drawing1.dwg" while it has none. Valid until the next save or close.
+  virtual const ACHAR* fileName() const = 0;
+  /// Owned by the document.
+  virtual AcDbDatabase* database() const = 0;
+};
+
+/// Walks the open documents in the order of opening. Stays valid only while none is opened or closed.
+class BRX_API AcApDocumentIterator : public AcRxObject {
+ public:
+  virtual bool done() const = 0;
+  virtual void step() = 0;
+  /// Null at the end.
+  virtual AcApDocument* document() = 0;
+};
+
+class BRX_API AcApDocManager : public AcRxObject {
+ public:
+  /// The document whose context is current; null when none is open.
+  virtual AcApDocument* curDocument() const = 0;
+  /// The document that the user works in; it may differ from the current one during a notification.
+  virtual AcApDocument* mdiActiveDocument() const = 0;
+  /// The caller deletes the iterator.
+  virtual AcApDocumentIterator* newAcApDocumentIterator() = 0;
+};
+
+AcApDocManager* acDocManagerPtr();
