@@ -1,5 +1,8 @@
 #pragma once
 
+#include <concepts>
+#include <cstddef>
+
 #include "brx/resbuf.h"
 
 /// The LISP side of the host: defining functions, taking arguments, giving results, calling back.
@@ -47,8 +50,49 @@ int acutRelRb(resbuf* list);
 int acutNewString(const ACHAR* source, ACHAR*& copy);
 void acutDelString(ACHAR*& text);
 
-/// Prints on the command line. A format mark without a value prints nothing; `%s` takes wide text.
-int acutPrintf(const ACHAR* format, ...);
+/// One value for a format mark, with its type.
+struct AcutPrintValue {
+  enum class Kind { integer, unsignedInteger, real, text, narrowText, character };
+  Kind kind;
+  uint8_t size = 0;  // of an integer, in bytes
+  union {
+    int64_t integer;
+    uint64_t unsignedInteger;
+    double real;
+    const ACHAR* text;
+    const char* narrowText;
+  };
+
+  template <std::integral T>
+  AcutPrintValue(T value)  // NOLINT: values convert by themselves
+      : kind(std::same_as<T, ACHAR>    ? Kind::character
+             : std::signed_integral<T> ? Kind::integer
+                                       : Kind::unsignedInteger),
+        size(sizeof(T)) {
+    if constexpr (std::signed_integral<T>) {
+      integer = value;
+    } else {
+      unsignedInteger = value;
+    }
+  }
+  AcutPrintValue(double value) : kind(Kind::real), real(value) {}
+  AcutPrintValue(const ACHAR* value) : kind(Kind::text), text(value) {}
+  AcutPrintValue(const char* value) : kind(Kind::narrowText), narrowText(value) {}
+};
+int acutPrintValues(const ACHAR* format, const AcutPrintValue* values, size_t count);
+
+/// Prints on the command line by the marks of the C library's `printf`; `%s` takes wide text. The
+/// values carry their types, so that a mark without a value, or with one of another kind, prints
+/// nothing and can't be undefined behaviour.
+template <class... Values>
+int acutPrintf(const ACHAR* format, const Values&... values) {
+  if constexpr (sizeof...(Values) == 0) {
+    return acutPrintValues(format, nullptr, 0);
+  } else {
+    const AcutPrintValue list[] = {AcutPrintValue(values)...};
+    return acutPrintValues(format, list, sizeof...(Values));
+  }
+}
 int acedPrompt(const ACHAR* text);
 /// A message that the user must acknowledge.
 int acedAlert(const ACHAR* text);

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace host {
+
+/// What the command line asks of the program. All texts are UTF-8.
+struct Options {
+  std::vector<std::string> files;
+  std::vector<std::string> expressions;
+  /// "-" is standard input.
+  std::string batch;
+  std::vector<std::string> drawings;
+  std::string output;
+  std::string settings;
+  std::vector<std::string> support;
+  std::string module = "zarbo";
+  std::string solid;
+  bool noModule = false;
+  bool window = false;
+};
+
+/// Nothing when the program shall end at once, with `status` as its exit status.
+std::optional<Options> readOptions(int count, char** words, int& status);
+
+}  // namespace host

@@ -1,0 +1,163 @@
+#include "host/documents/documents.h"
+
+#include <algorithm>
+#include <filesystem>
+
+#include "host/documents/interpreters.h"
+#include "host/rx/editor.h"
+#include "host/rx/modules.h"
+#include "platform/text/utf.h"
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+
+std::function<void(lisp::Interpreter&)>& interpreterSetup() {
+  static std::function<void(lisp::Interpreter&)> setup;
+  return setup;
+}
+
+std::wstring fullPath(const std::wstring& path) {
+  std::error_code problem;
+  const fs::path full = fs::absolute(toUtf8(path), problem);
+  return problem ? path : fromUtf8(full.lexically_normal().string());
+}
+
+std::wstring baseName(const std::wstring& path) {
+  return fromUtf8(fs::path(toUtf8(path)).filename().string());
+}
+
+class DocumentIterator : public AcApDocumentIterator {
+ public:
+  explicit DocumentIterator(const std::vector<std::unique_ptr<Document>>& documents)
+      : documents_(documents) {}
+  bool done() const override { return at_ >= documents_.size(); }
+  void step() override {
+    if (!done()) ++at_;
+  }
+  AcApDocument* document() override { return done() ? nullptr : documents_[at_].get(); }
+
+ private:
+  const std::vector<std::unique_ptr<Document>>& documents_;
+  size_t at_ = 0;
+};
+
+}  // namespace
+
+void setInterpreterSetup(std::function<void(lisp::Interpreter&)> setup) {
+  interpreterSetup() = std::move(setup);
+}
+
+Document::Document(std::wstring fileName, DrawingPointer drawing)
+    : fileName_(std::move(fileName)), drawing_(std::move(drawing)), interpreter_(newInterpreter()) {
+  if (interpreterSetup()) interpreterSetup()(*interpreter_);
+}
+
+Document::~Document() = default;
+
+AcApDocumentIterator* DocumentManager::newAcApDocumentIterator() { return new DocumentIterator(open_); }
+
+Document* DocumentManager::find(const std::wstring& name) const {
+  const auto where = [&](auto matches) -> Document* {
+    const auto found = std::find_if(open_.begin(), open_.end(), matches);
+    return found == open_.end() ? nullptr : found->get();
+  };
+  const std::wstring full = fullPath(name);
+  if (Document* exact =
+          where([&](const auto& each) { return each->fileName() == name || each->fileName() == full; })) {
+    return exact;
+  }
+  return where([&](const auto& each) { return baseName(each->fileName()) == name; });
+}
+
+Document& DocumentManager::add(std::wstring fileName, DrawingPointer drawing) {
+  open_.push_back(std::make_unique<Document>(std::move(fileName), std::move(drawing)));
+  Document& added = *open_.back();
+  activate(added);
+  editor().tell([&](AcEditorReactor& each) { each.databaseConstructed(added.database()); });
+  modules().tellAll(AcRx::kLoadDwgMsg);
+  return added;
+}
+
+Document& DocumentManager::create(std::wstring name) {
+  for (int number = 1; name.empty(); ++number) {
+    std::wstring candidate = L"Drawing" + std::to_wstring(number) + L".dwg";
+    if (!find(candidate)) name = std::move(candidate);
+  }
+  return add(std::move(name), newDrawing());
+}
+
+Document* DocumentManager::openFile(const std::wstring& path, std::wstring& problem) {
+  const std::wstring full = fullPath(path);
+  for (const auto& each : open_) {
+    if (each->fileName() == full) {
+      activate(*each);
+      return each.get();
+    }
+  }
+  DrawingPointer drawing = openDrawing(full, problem);
+  return drawing ? &add(full, std::move(drawing)) : nullptr;
+}
+
+void DocumentManager::activate(Document& document) { current_ = active_ = &document; }
+
+bool DocumentManager::save(Document& document, const std::wstring& path, std::wstring& problem) {
+  const std::wstring full = fullPath(path.empty() ? document.fileName() : path);
+  AcDbDatabase* const drawing = document.database();
+  editor().tell([&](AcEditorReactor& each) { each.beginSave(drawing, full.c_str()); });
+  const Acad::ErrorStatus status = saveDrawing(*drawing, full);
+  if (status != Acad::eOk) {
+    problem = full + L": can't be written";
+    editor().tell([&](AcEditorReactor& each) { each.abortSave(drawing); });
+    return false;
+  }
+  document.setFileName(full);
+  editor().tell([&](AcEditorReactor& each) { each.saveComplete(drawing, full.c_str()); });
+  return true;
+}
+
+void DocumentManager::close(Document& document) {
+  Document* const next = active_;
+  activate(document);
+  modules().tellAll(AcRx::kUnloadDwgMsg);
+  editor().tell([&](AcEditorReactor& each) { each.databaseToBeDestroyed(document.database()); });
+  const auto found =
+      std::find_if(open_.begin(), open_.end(), [&](const auto& each) { return each.get() == &document; });
+  const auto place = found - open_.begin();
+  closed_.push_back(std::move(*found));
+  open_.erase(found);
+  if (next != &document) {
+    activate(*next);
+  } else {
+    current_ = active_ =
+        open_.empty() ? nullptr : open_[static_cast<size_t>(std::max<ptrdiff_t>(place - 1, 0))].get();
+  }
+}
+
+void DocumentManager::closeAll() {
+  while (!open_.empty()) close(*open_.back());
+}
+
+void DocumentManager::forEach(const std::function<void(Document&)>& work) {
+  Document* const former = current_;
+  for (const auto& each : open_) {
+    current_ = each.get();
+    work(*each);
+  }
+  current_ = former;
+}
+
+lisp::Interpreter* DocumentManager::interpreter() const {
+  if (current_) return &current_->interpreter();
+  return closed_.empty() ? nullptr : &closed_.back()->interpreter();
+}
+
+DocumentManager& documents() {
+  static DocumentManager instance;
+  return instance;
+}
+
+}  // namespace host
+
+AcApDocManager* acDocManagerPtr() { return &host::documents(); }

@@ -1,0 +1,82 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "brx/documents.h"
+#include "host/documents/drawings.h"
+
+namespace lisp {
+class Interpreter;
+}
+
+namespace host {
+
+/// An open drawing with its own LISP.
+class Document : public AcApDocument {
+ public:
+  Document(std::wstring fileName, DrawingPointer drawing);
+  ~Document() override;
+
+  const ACHAR* fileName() const override { return fileName_.c_str(); }
+  AcDbDatabase* database() const override { return drawing_.get(); }
+  lisp::Interpreter& interpreter() { return *interpreter_; }
+  void setFileName(std::wstring fileName) { fileName_ = std::move(fileName); }
+
+ private:
+  std::wstring fileName_;
+  DrawingPointer drawing_;
+  std::unique_ptr<lisp::Interpreter> interpreter_;
+};
+
+/// The open documents. Opening, closing and saving send the entry messages and notifications that
+/// modules rely on; the last document opened or activated is the active one.
+///
+/// A closed document's LISP lives on until `discardClosed`, since it may be evaluating the very form
+/// that closed the document.
+class DocumentManager : public AcApDocManager {
+ public:
+  AcApDocument* curDocument() const override { return current_; }
+  AcApDocument* mdiActiveDocument() const override { return active_; }
+  AcApDocumentIterator* newAcApDocumentIterator() override;
+
+  Document* current() const { return current_; }
+  const std::vector<std::unique_ptr<Document>>& open() const { return open_; }
+  /// By full path or by the name without folder; null when none is open under it.
+  Document* find(const std::wstring& name) const;
+
+  /// An empty drawing that has no file. An empty name becomes "Drawing1.dwg", or the next free number.
+  Document& create(std::wstring name);
+  /// Null with `problem` set when the file can't be read. A document that is open already is activated.
+  Document* openFile(const std::wstring& path, std::wstring& problem);
+  void activate(Document& document);
+  /// An empty path saves under the document's own name.
+  bool save(Document& document, const std::wstring& path, std::wstring& problem);
+  /// The document that was opened before it becomes the active one, else the first that is left.
+  void close(Document& document);
+  void closeAll();
+  void discardClosed() { closed_.clear(); }
+
+  /// Calls back with each document as the current one.
+  void forEach(const std::function<void(Document&)>& work);
+  /// The LISP in which the program evaluates: the current document's, or that of the document closed
+  /// last; null before the first document.
+  lisp::Interpreter* interpreter() const;
+
+ private:
+  Document& add(std::wstring fileName, DrawingPointer drawing);
+
+  std::vector<std::unique_ptr<Document>> open_;
+  std::vector<std::unique_ptr<Document>> closed_;
+  Document* current_ = nullptr;
+  Document* active_ = nullptr;
+};
+
+DocumentManager& documents();
+
+/// What each new document's LISP gets beside the language itself.
+void setInterpreterSetup(std::function<void(lisp::Interpreter&)> setup);
+
+}  // namespace host

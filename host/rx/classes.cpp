@@ -1,0 +1,165 @@
+#include <algorithm>
+#include <cstdarg>
+#include <cstdio>
+#include <cstdlib>
+#include <map>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "brx/rx_object.h"
+#include "host/rx/registry.h"
+#include "platform/text/utf.h"
+
+struct AcRxClassAccess {
+  static void link(AcRxClass& descriptor, AcRxClass* parent) { descriptor.parent_ = parent; }
+  /// The code behind a retired class may be unloaded at any time.
+  static void retire(AcRxClass& descriptor) {
+    descriptor.create_ = nullptr;
+    descriptor.companion_ = nullptr;
+  }
+  static void describe(AcRxClass& descriptor, const ACHAR* dxfName, const ACHAR* appName, int dwgVersion,
+                       int maintenanceVersion, int proxyFlags, AcRxCompanion companion) {
+    if (dxfName) descriptor.dxfName_ = dxfName;
+    if (appName) descriptor.appName_ = appName;
+    descriptor.dwgVersion_ = dwgVersion;
+    descriptor.maintenanceVersion_ = maintenanceVersion;
+    descriptor.proxyFlags_ = proxyFlags;
+    descriptor.companion_ = companion;
+  }
+};
+
+namespace {
+
+class Dictionary : public AcRxDictionary {
+ public:
+  AcRxObject* at(const ACHAR* name) const override {
+    const auto found = entries_.find(std::wstring_view(name ? name : L""));
+    return found == entries_.end() ? nullptr : found->second;
+  }
+  AcRxObject* atPut(const ACHAR* name, AcRxObject* object) override {
+    return std::exchange(entries_[name ? name : L""], object);
+  }
+  AcRxObject* remove(const ACHAR* name) override {
+    const auto found = entries_.find(std::wstring_view(name ? name : L""));
+    if (found == entries_.end()) return nullptr;
+    AcRxObject* const object = found->second;
+    entries_.erase(found);
+    return object;
+  }
+
+ private:
+  std::map<std::wstring, AcRxObject*, std::less<>> entries_;
+};
+
+/// All descriptors; "ClassDictionary" of the registry only names them. Descriptors taken out of the
+/// registry are kept to the end, since objects of the class may still point at them.
+struct Classes {
+  std::vector<std::unique_ptr<AcRxClass>> all;
+  Dictionary byName;
+  Dictionary registry;
+  AcRxClass* object;
+  AcRxClass* descriptor;
+  AcRxClass* dictionary;
+
+  Classes() {
+    registry.atPut(L"ClassDictionary", &byName);
+    object = add(L"AcRxObject", L"");
+    descriptor = add(L"AcRxClass", L"AcRxObject");
+    dictionary = add(L"AcRxDictionary", L"AcRxObject");
+    linkAll();
+  }
+
+  AcRxClass* add(const ACHAR* name, const ACHAR* parent, AcRxConstructor create = nullptr) {
+    all.push_back(std::make_unique<AcRxClass>(name, parent ? parent : L"", create));
+    byName.atPut(name, all.back().get());
+    return all.back().get();
+  }
+
+  void linkAll() {
+    for (const auto& each : all) {
+      AcRxClassAccess::link(*each, static_cast<AcRxClass*>(byName.at(each->parentName())));
+    }
+  }
+};
+
+Classes& classes() {
+  static Classes instance;
+  return instance;
+}
+
+}  // namespace
+
+AcRxObject::~AcRxObject() = default;
+AcRxClass* AcRxObject::isA() const { return desc(); }
+AcRxClass* AcRxObject::desc() { return classes().object; }
+bool AcRxObject::isKindOf(const AcRxClass* base) const {
+  const AcRxClass* own = isA();
+  return own && own->isDerivedFrom(base);
+}
+
+AcRxClass::AcRxClass(std::wstring name, std::wstring parent, AcRxConstructor create)
+    : name_(std::move(name)), parentName_(std::move(parent)), create_(create) {}
+AcRxClass* AcRxClass::isA() const { return desc(); }
+AcRxClass* AcRxClass::desc() { return classes().descriptor; }
+bool AcRxClass::isDerivedFrom(const AcRxClass* base) const {
+  for (const AcRxClass* each = this; each; each = each->parent_) {
+    if (each == base) return true;
+  }
+  return false;
+}
+
+AcRxClass* AcRxDictionary::isA() const { return desc(); }
+AcRxClass* AcRxDictionary::desc() { return classes().dictionary; }
+
+AcRxDictionary* acrxSysRegistry() { return &classes().registry; }
+
+AcRxClass* newAcRxClass(const ACHAR* name, const ACHAR* parent, AcRxConstructor create,
+                        const ACHAR* dxfName) {
+  AcRxClass* const made = classes().add(name, parent, create);
+  AcRxClassAccess::describe(*made, dxfName, nullptr, 0, 0, 0, nullptr);
+  return made;
+}
+
+AcRxClass* newBrxClass(const ACHAR* name, const ACHAR* parent, int dwgVersion, int maintenanceVersion,
+                       int proxyFlags, AcRxConstructor create, AcRxCompanion companion, const ACHAR* dxfName,
+                       const ACHAR* appName) {
+  AcRxClass* const made = classes().add(name, parent, create);
+  AcRxClassAccess::describe(*made, dxfName, appName, dwgVersion, maintenanceVersion, proxyFlags, companion);
+  return made;
+}
+
+void deleteAcRxClass(AcRxClass* descriptor) {
+  if (descriptor && classes().byName.at(descriptor->name()) == descriptor) {
+    classes().byName.remove(descriptor->name());
+    AcRxClassAccess::retire(*descriptor);
+  }
+}
+
+void acrxBuildClassHierarchy() { classes().linkAll(); }
+
+void acrx_abort(const ACHAR* format, ...) {
+  wchar_t text[1024];
+  va_list values;
+  va_start(values, format);
+  if (std::vswprintf(text, std::size(text), format, values) < 0) text[0] = 0;
+  va_end(values);
+  std::fprintf(stderr, "The host ends: %s\n", toUtf8(text).c_str());
+  std::abort();
+}
+
+namespace host {
+
+AcRxClass* findClass(std::wstring_view name) {
+  return static_cast<AcRxClass*>(classes().byName.at(std::wstring(name).c_str()));
+}
+
+AcRxClass* findClassByDxfName(std::wstring_view dxfName) {
+  for (auto each = classes().all.rbegin(); each != classes().all.rend(); ++each) {
+    const ACHAR* const own = (*each)->dxfName();
+    if (own && dxfName == own && classes().byName.at((*each)->name()) == each->get()) return each->get();
+  }
+  return nullptr;
+}
+
+}  // namespace host

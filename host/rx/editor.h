@@ -1,0 +1,32 @@
+#pragma once
+
+#include <vector>
+
+#include "brx/editor_reactor.h"
+
+namespace host {
+
+/// The host's editor object: passes notifications on to the reactors, in the order of adding. A
+/// reactor may remove itself or others while it is told.
+class Editor : public AcEditor {
+ public:
+  void addReactor(AcEditorReactor* reactor) override;
+  void removeReactor(AcEditorReactor* reactor) override;
+
+  template <class Notify>
+  void tell(Notify notify) {
+    const std::vector<AcEditorReactor*> told = reactors_;
+    for (AcEditorReactor* each : told) {
+      if (holds(each)) notify(*each);
+    }
+  }
+
+ private:
+  bool holds(const AcEditorReactor* reactor) const;
+  std::vector<AcEditorReactor*> reactors_;
+};
+
+/// The one editor; stands in the registry under "AcEditor".
+Editor& editor();
+
+}  // namespace host

@@ -1,0 +1,203 @@
+#include "host/rx/modules.h"
+
+#include <dlfcn.h>
+
+#include <algorithm>
+#include <filesystem>
+
+#include "host/calls/command_line.h"
+#include "platform/text/utf.h"
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool isFile(const fs::path& path) {
+  std::error_code ignored;
+  return fs::is_regular_file(path, ignored);
+}
+
+/// The folder of the running program, where the modules lie.
+fs::path programFolder() {
+  std::error_code problem;
+  const fs::path program = fs::read_symlink("/proc/self/exe", problem);
+  return problem ? fs::path() : program.parent_path();
+}
+
+std::wstring loaderProblem() {
+  const char* const text = dlerror();
+  return text ? fromUtf8(text) : L"unknown problem";
+}
+
+std::wstring baseName(const std::wstring& fileName) {
+  return fromUtf8(fs::path(toUtf8(fileName)).filename().string());
+}
+
+}  // namespace
+
+Application* Modules::find(const std::wstring& fileName) const {
+  const std::wstring name = baseName(fileName);
+  for (Application* each : loaded_) {
+    if (baseName(each->fileName) == name) return each;
+  }
+  return nullptr;
+}
+
+std::string Modules::locate(const std::wstring& fileName) const {
+  for (const auto& [name, file] : replacements_) {
+    if (name == fileName) return toUtf8(file);
+  }
+  const fs::path name = toUtf8(fileName);
+  if (name.has_parent_path()) return isFile(name) ? fs::absolute(name).string() : "";
+  std::vector<fs::path> folders = {programFolder()};
+  for (const std::wstring& each : searchPath_) folders.emplace_back(toUtf8(each));
+  for (const fs::path& folder : folders) {
+    for (const char* ending : {"", ".so"}) {
+      const fs::path candidate = folder / (name.string() + ending);
+      if (isFile(candidate)) return candidate.string();
+    }
+  }
+  return "";
+}
+
+bool Modules::load(const std::wstring& fileName, std::wstring& problem) {
+  if (find(fileName)) return true;
+  const std::string file = locate(fileName);
+  if (file.empty()) {
+    problem = fileName + L": not found";
+    return false;
+  }
+  void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (!library) {
+    problem = loaderProblem();
+    return false;
+  }
+  const auto entry = reinterpret_cast<Application::Entry>(dlsym(library, "acrxEntryPoint"));
+  if (!entry) {
+    problem = fileName + L": has no entry acrxEntryPoint";
+    dlclose(library);
+    return false;
+  }
+  all_.push_back(std::make_unique<Application>());
+  Application& made = *all_.back();
+  made.fileName = fileName;
+  made.library = library;
+  made.entry = entry;
+  if (tell(made, AcRx::kInitAppMsg) == AcRx::kRetError) {
+    problem = fileName + L": refuses to start";
+    remove(made);
+    return false;
+  }
+  loaded_.push_back(&made);
+  if (documents_.forEachDocument) {
+    documents_.forEachDocument([&] { tell(made, AcRx::kLoadDwgMsg); });
+  }
+  return true;
+}
+
+bool Modules::unload(const std::wstring& fileName, std::wstring& problem) {
+  Application* const application = find(fileName);
+  if (!application) {
+    problem = fileName + L": is not loaded";
+    return false;
+  }
+  if (!application->unlocked) {
+    problem = fileName + L": does not allow to be unloaded";
+    return false;
+  }
+  if (application == current_) {
+    problem = fileName + L": is being called";
+    return false;
+  }
+  if (documents_.forEachDocument) {
+    documents_.forEachDocument([&] { tell(*application, AcRx::kUnloadDwgMsg); });
+  }
+  tell(*application, AcRx::kUnloadAppMsg);
+  std::erase(loaded_, application);
+  remove(*application);
+  return true;
+}
+
+void Modules::unloadAll() {
+  while (!loaded_.empty()) {
+    Application* const last = loaded_.back();
+    last->unlocked = true;
+    std::wstring ignored;
+    if (!unload(last->fileName, ignored)) break;
+  }
+}
+
+void Modules::remove(Application& application) {
+  if (documents_.forgetFunctions) documents_.forgetFunctions(application);
+  application.entry = nullptr;
+  application.functions.clear();
+  dlclose(application.library);
+  application.library = nullptr;
+}
+
+void Modules::tellAll(AcRx::AppMsgCode message) {
+  const std::vector<Application*> told = loaded_;
+  for (Application* each : told) {
+    if (each->isLoaded()) tell(*each, message);
+  }
+}
+
+std::vector<std::wstring> Modules::loadedFiles() const {
+  std::vector<std::wstring> files;
+  for (const Application* each : loaded_) files.push_back(each->fileName);
+  return files;
+}
+
+int Modules::tell(Application& application, AcRx::AppMsgCode message) {
+  try {
+    return call(application, [&] { return application.entry(message, &application); });
+  } catch (...) {
+    commandLine().print(L"\nexception in the entry of " + application.fileName + L"\n");
+    return AcRx::kRetError;
+  }
+}
+
+Modules& modules() {
+  static Modules instance;
+  return instance;
+}
+
+}  // namespace host
+
+namespace {
+
+void say(const std::wstring& problem) { host::commandLine().print(L"\n" + problem + L"\n"); }
+
+host::Application* applicationOf(void* applicationId) {
+  return static_cast<host::Application*>(applicationId);
+}
+
+}  // namespace
+
+bool acrxLoadModule(const ACHAR* fileName, bool print, bool) {
+  std::wstring problem;
+  const bool loaded = fileName && host::modules().load(fileName, problem);
+  if (!loaded && print) say(problem);
+  return loaded;
+}
+
+bool acrxUnloadModule(const ACHAR* fileName, bool) {
+  std::wstring problem;
+  return fileName && host::modules().unload(fileName, problem);
+}
+
+bool acrxUnlockApplication(void* applicationId) {
+  if (!applicationId) return false;
+  applicationOf(applicationId)->unlocked = true;
+  return true;
+}
+
+bool acrxRegisterAppMDIAware(void* applicationId) {
+  if (!applicationId) return false;
+  applicationOf(applicationId)->worksWithSeveralDocuments = true;
+  return true;
+}
+
+OdRxModule::OdRxModule() = default;
+OdRxModule::~OdRxModule() = default;

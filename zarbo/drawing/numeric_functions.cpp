@@ -1,0 +1,60 @@
+#include "zarbo/drawing/numeric_functions.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <cwchar>
+
+#include "zarbo/frame/guarded_call.h"
+#include "zarbo/frame/lisp_args.h"
+#include "zarbo/frame/list_builder.h"
+
+namespace {
+
+constexpr int32_t noLimit = -1;
+
+int applyToReal(double (*function)(double)) {
+  acedRetNil();
+  LispArgs args;
+  double x;
+  if (!getReal(args.cursor, x)) return wrongType;
+  acedRetReal(function(x));
+  return done;
+}
+
+}  // namespace
+
+int kvRand() {
+  LispArgs args;
+  int32_t limit;
+  if (!getLong(args.cursor, limit)) limit = noLimit;
+  const int drawn = std::rand();
+  // A limit of 0 leaves no number to choose from but 0.
+  retNumber(limit == noLimit ? drawn : limit == 0 ? 0 : drawn % limit);
+  return done;
+}
+
+int kvAtof() {
+  acedRetNil();
+  LispArgs args;
+  std::wstring text;
+  if (!getString(args.cursor, text)) return done;
+  acedRetReal(std::wcstod(text.c_str(), nullptr));
+  return done;
+}
+
+int kvPow() {
+  acedRetNil();
+  LispArgs args;
+  double base, exponent;
+  if (!getReal(args.cursor, base) || !getReal(args.cursor, exponent)) return wrongType;
+  acedRetReal(std::pow(base, exponent));
+  return done;
+}
+
+int asinOf() {
+  return applyToReal([](double x) { return std::asin(x); });
+}
+
+int acosOf() {
+  return applyToReal([](double x) { return std::acos(x); });
+}

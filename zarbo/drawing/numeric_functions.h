@@ -1,0 +1,9 @@
+#pragma once
+
+/// Bodies of the numeric functions that the application's LISP lacks.
+
+int kvRand();
+int kvAtof();
+int kvPow();
+int asinOf();
+int acosOf();

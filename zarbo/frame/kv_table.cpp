@@ -1,0 +1,144 @@
+#include "zarbo/drawing/numeric_functions.h"
+#include "zarbo/frame/function_table.h"
+#include "zarbo/frame/wrappers.h"
+
+namespace {
+
+// LISP calls these by name; their codes, 63 to 170, follow from their places.
+constexpr TableRow rows[] = {
+    {L"ed_editMultilineText", kvEntry<notBuilt>},
+
+    {L"kv_kv-createLayer", kvEntry<notBuilt>},
+
+    {L"kv_kv-leader-insert", kvEntry<notBuilt>},
+    {L"kv_kv-leader-setPoints", kvEntry<notBuilt>},
+    {L"kv_kv-leader-setBlock", kvEntry<notBuilt>},
+    {L"kv_kv-leader-setOffset", kvEntry<notBuilt>},
+    {L"kv_kv-leader-explode", kvEntry<notBuilt>},
+
+    {L"kv_kv-setGroupSelectable", kvEntry<notBuilt>},
+    {L"kv_kv-GetGroup", kvEntry<notBuilt>},
+    {L"AcDbCurve::getLength", kvEntry<notBuilt>},
+    {L"AcDbCurve::getPointAtDist", kvEntry<notBuilt>},
+    {L"AcDbCurve::getClosestPointTo", kvEntry<notBuilt>},
+    {L"AcDbCurve::getDistAtPoint", kvEntry<notBuilt>},
+    {L"AcDbMText::actualWidth", kvEntry<notBuilt>},
+    {L"AcDbMText::actualHeight", kvEntry<notBuilt>},
+    {L"AcDbMText::setNormal", kvEntry<notBuilt>},
+    {L"AcDbMText::setDirection", kvEntry<notBuilt>},
+    {L"AcDbMText::setMask", kvEntry<notBuilt>},
+    {L"AcDbMText::direction", kvEntry<notBuilt>},
+    {L"AcDbMText::insert", kvEntry<notBuilt>},
+    {L"AcDbMText::ascent", kvEntry<notBuilt>},
+    {L"AcDbMText::descent", kvEntry<notBuilt>},
+    {L"AcDbLeader::create", kvEntry<notBuilt>},
+    {L"kv_kv-setColor", kvEntry<notBuilt>},
+    {L"kv_kv-setPlotStyle", kvEntry<notBuilt>},
+    {L"kv_kv-freezeInViewport", kvEntry<notBuilt>},
+    {L"AcDbMtext::lastLineWidth", kvEntry<notBuilt>},
+    {L"AcDbFace::makeEdgeInvisibleAt", kvEntry<notBuilt>},
+    {L"AcDbEntity::getGeomExtents", kvEntry<notBuilt>},
+    {L"AcDbEntity::setColor", kvEntry<notBuilt>},
+    {L"AcDb2dPolyline::setCurveType", kvEntry<notBuilt>},
+    {L"kv_kv-sendToBack", kvEntry<notBuilt>},
+
+    {L"kv_kv-entsel", kvEntry<notBuilt>},
+    {L"ssgetPK", kvEntry<notBuilt>},
+    {L"ssgetCP", kvEntry<notBuilt>},
+    {L"ssgetC", kvEntry<notBuilt>},
+    {L"ssgetX-block", kvEntry<notBuilt>},
+    {L"ssgetX-circle", kvEntry<notBuilt>},
+    {L"ssgetX-polyline", kvEntry<notBuilt>},
+    {L"ssgetX-all", kvEntry<notBuilt>},
+
+    {L"kv_kv-getPoint", kvEntry<notBuilt>},
+    {L"kv_kv-getPoint-withKWords", kvEntry<notBuilt>},
+    {L"kv_kv-getCorner", kvEntry<notBuilt>},
+    {L"kv_kv-intersectArcArc", kvEntry<notBuilt>},
+    {L"kv_kv-intersectArcLine", kvEntry<notBuilt>},
+    {L"kv_kv-intersectLineArc", kvEntry<notBuilt>},
+
+    {L"asin", kvEntry<asinOf>},
+    {L"acos", kvEntry<acosOf>},
+    {L"kv_kv-rand", kvEntry<kvRand>},
+    {L"kv_atof", kvEntry<kvAtof>},
+    {L"kv::pow", kvEntry<kvPow>},
+
+    {L"kv_kv-showHelp", kvEntry<notBuilt>},
+    {L"kv_kv-SHGetFolderPath", kvEntry<notBuilt>},
+    {L"kv_kv-SHOpenFolderAndSelect", kvEntry<notBuilt>},
+    {L"kv_kv-shellExecute", kvEntry<notBuilt>},
+    {L"GetSystemMetrics::SM_CXSCREEN", kvEntry<notBuilt>},
+    {L"GetSystemMetrics::SM_CYSCREEN", kvEntry<notBuilt>},
+    {L"GetComputerName", kvEntry<notBuilt>},
+    {L"XFolderDialog", kvEntry<notBuilt>},
+    {L"PathIsNetworkPath", kvEntry<notBuilt>},
+    {L"CFileDialog", kvEntry<notBuilt>},
+    {L"acedSetStatusBarProgressMeterPos", kvEntry<notBuilt>},
+    {L"acedSetStatusBarProgressMeter", kvEntry<notBuilt>},
+    {L"acedRestoreStatusBar", kvEntry<notBuilt>},
+    {L"RegEnumKey", kvEntry<notBuilt>},
+    {L"kv_kv-enableAutoCADWindow", kvEntry<notBuilt>},
+    {L"kv_kv-disableAutoCADWindow", kvEntry<notBuilt>},
+    {L"kv_kv-getAcadWindowText", kvEntry<notBuilt>},
+    {L"kv_kv-setAcadWindowText", kvEntry<notBuilt>},
+
+    {L"kv_kv-executeToDo", kvEntry<notBuilt>},
+    {L"kv_kv-setToDoDrawing", kvEntry<notBuilt>},
+    {L"kv_kv-getToDoDrawing", kvEntry<notBuilt>},
+
+    {L"AcDbBlockReference::Jig", kvEntry<notBuilt>},
+    {L"kv_kv-multiRotateJig", kvEntry<notBuilt>},
+    {L"kv_kv-multiMoveJig", kvEntry<notBuilt>},
+    {L"kv_kv-createJigTimer", kvEntry<notBuilt>},
+    {L"kv_kv-killJigTimer", kvEntry<notBuilt>},
+
+    {L"RectangleJig", kvEntry<notBuilt>},
+    {L"kv_kv-lineJig", kvEntry<notBuilt>},
+    {L"kv_kv-rotateJig", kvEntry<notBuilt>},
+
+    {L"kv_kv-textJig", kvEntry<notBuilt>},
+
+    {L"kv_kv-drawTripleCenter", kvEntry<notBuilt>},
+    {L"kv_kv-getTripleCoord", kvEntry<notBuilt>},
+    {L"kv_kv-drawTripleTransition", kvEntry<notBuilt>},
+    {L"kv_kv-drawTripleElbow", kvEntry<notBuilt>},
+    {L"kv_kv-drawTripleWye", kvEntry<notBuilt>},
+    {L"kv_kv-drawTripleTakeoff", kvEntry<notBuilt>},
+    {L"kv_kv-drawTripleSkin", kvEntry<notBuilt>},
+    {L"kv_kv-tripleUnion", kvEntry<notBuilt>},
+    {L"kv_kv-explodeSolid", kvEntry<notBuilt>},
+
+    {L"kv_kv-drawHanger", kvEntry<notBuilt>},
+
+    {L"kv_kv-customizeLayers", kvEntry<notBuilt>},
+
+    {L"kv_kv-LayerSystemOptionsElec", kvEntry<notBuilt>},
+    {L"kv_kv-LayerSystemOptionsPlumb", kvEntry<notBuilt>},
+    {L"kv_kv-LayerSystemOptionsHVAC", kvEntry<notBuilt>},
+
+    {L"kv_kv-customizeTextStyles", kvEntry<notBuilt>},
+
+    {L"kv_kv-customizeLabelGroup", kvEntry<notBuilt>},
+
+    {L"EditUserOptions", kvEntry<notBuilt>},
+
+    {L"kv_kv-submitBug", kvEntry<notBuilt>},
+
+    {L"CreateCompressedGuidString", kvEntry<notBuilt>},
+    {L"signString", kvEntry<notBuilt>},
+    {L"verifyString", kvEntry<notBuilt>},
+
+    {L"DownloadFile", kvEntry<notBuilt>},
+    {L"ExtractZip", kvEntry<notBuilt>},
+    {L"CreateZip", kvEntry<notBuilt>},
+    {L"GetTempPath", kvEntry<notBuilt>},
+    {L"IsFileReadOnly", kvEntry<notBuilt>},
+
+    {L"kv_kv-safeContinue", kvEntry<notBuilt>},
+};
+static_assert(std::size(rows) == 108);
+
+}  // namespace
+
+std::span<const TableRow> kvTable() { return rows; }

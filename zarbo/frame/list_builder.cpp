@@ -1,0 +1,61 @@
+#include "zarbo/frame/list_builder.h"
+
+#include <cwchar>
+#include <limits>
+
+resbuf* LispAtom::toBuffer() const {
+  resbuf* const made = acutNewRb(type_);
+  if (type_ != RTSTR) {
+    made->resval = value_;
+    return made;
+  }
+  // Copied by length, as a view need not end in a NUL; what stands behind a NUL inside is lost to LISP.
+  const std::wstring text(text_);
+  acutNewString(text.c_str(), made->resval.rstring);
+  return made;
+}
+
+void appendBuffers(LispList& list, resbuf* values) {
+  if (!values) return;
+  (list.tail ? list.tail->rbnext : list.head) = values;
+  list.tail = values;
+  while (list.tail->rbnext) list.tail = list.tail->rbnext;
+}
+
+void beginList(LispList& list) {
+  if (list.head) acutRelRb(list.head);
+  list.head = list.tail = nullptr;
+  appendMark(list, RTLB);
+}
+
+void endListAndReturn(LispList& list) {
+  appendMark(list, RTLE);
+  acedRetList(list.head);
+  acutRelRb(list.head);
+  list.head = list.tail = nullptr;
+}
+
+void appendMark(LispList& list, int type) { appendBuffers(list, acutNewRb(type)); }
+
+void appendValue(LispList& list, const LispAtom& value) { appendBuffers(list, value.toBuffer()); }
+
+void appendPair(LispList& list, const LispAtom& key, const LispAtom& value) {
+  appendPair(list, key, value.toBuffer());
+}
+
+void appendPair(LispList& list, const LispAtom& key, resbuf* values) {
+  appendMark(list, RTLB);
+  appendValue(list, key);
+  appendMark(list, RTDOTE);
+  appendBuffers(list, values);
+  appendMark(list, RTLE);
+}
+
+void retNumber(int32_t value) {
+  using Short = std::numeric_limits<int16_t>;
+  if (value >= Short::min() && value <= Short::max()) {
+    acedRetInt(value);
+  } else {
+    acedRetReal(value);
+  }
+}

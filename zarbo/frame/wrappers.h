@@ -1,0 +1,25 @@
+#pragma once
+
+#include "brx/lisp_calls.h"
+#include "zarbo/database/connections.h"
+#include "zarbo/frame/guarded_call.h"
+
+/// Entries of the two tables: nothing but the frame around a body.
+
+template <Body body>
+int kvEntry() {
+  return guardedCall(body);
+}
+
+/// The check of the drawing's connection runs for all database functions, and outside the guard.
+template <Body body>
+int zbEntry() {
+  ensureConnection();
+  return guardedCall(body);
+}
+
+/// Stands where the body of a row is still to come.
+inline int notBuilt() {
+  acedRetNil();
+  return done;
+}

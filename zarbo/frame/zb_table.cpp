@@ -1,0 +1,77 @@
+#include "zarbo/database/bodies.h"
+#include "zarbo/frame/function_table.h"
+#include "zarbo/frame/wrappers.h"
+
+namespace {
+
+// The codes of these rows, 0 to 62, are their places.
+constexpr TableRow rows[] = {
+    {L"zb_append", zbEntry<notBuilt>},
+    {L"zb_append_withindex", zbEntry<notBuilt>},
+    {L"zb_closeall_tables", zbEntry<notBuilt>},
+    {L"zb_close_table", zbEntry<notBuilt>},
+    {L"zb_bottom", zbEntry<notBuilt>},
+    {L"zb_count", zbEntry<notBuilt>},
+    {L"zb_delete", zbEntry<notBuilt>},
+    {L"zb_getrec", zbEntry<notBuilt>},
+    {L"zb_structure", zbEntry<notBuilt>},
+    {L"zb_list_indexes", zbEntry<notBuilt>},
+    {L"zb_modify_table", zbEntry<notBuilt>},
+    {L"zb_replace", zbEntry<notBuilt>},
+    {L"zb_seek", zbEntry<notBuilt>},
+    {L"zb_skip", zbEntry<notBuilt>},
+    {L"zb_top", zbEntry<notBuilt>},
+    {L"zb_table", zbEntry<notBuilt>},
+    {L"zb_rename_table", zbEntry<notBuilt>},
+    {L"zb_connect", zbEntry<notBuilt>},
+    {L"zb_mdb", zbEntry<notBuilt>},
+    {L"zb_create_db", zbEntry<notBuilt>},
+    {L"zb_create_table", zbEntry<notBuilt>},
+    {L"zb_close_db", zbEntry<notBuilt>},
+    {L"zb_beep", zbEntry<notBuilt>},
+    {L"zb_random", zbEntry<notBuilt>},
+    {L"zb_message_beep", zbEntry<notBuilt>},
+    {L"zb_exist", zbEntry<notBuilt>},
+    {L"zb_readonly", zbEntry<notBuilt>},
+    {L"zb_delete_table", zbEntry<notBuilt>},
+    {L"zb_list_tables", zbEntry<notBuilt>},
+    {L"zb_current_table", zbEntry<notBuilt>},
+    {L"zb_current_index", zbEntry<notBuilt>},
+    {L"zb_sql", zbEntry<notBuilt>},
+    {L"zb_sql-nil", zbEntry<notBuilt>},
+    {L"zb_sql-error", zbEntry<notBuilt>},
+    {L"zb_command", zbEntry<notBuilt>},
+    {L"zb_compact", zbEntry<notBuilt>},
+    {L"zb_link_table", zbEntry<notBuilt>},
+    {L"zb_query", zbEntry<notBuilt>},
+    {L"zb_message_box", zbEntry<notBuilt>},
+    {L"zb_create_index", zbEntry<notBuilt>},
+    {L"zb_create_query", zbEntry<notBuilt>},
+    {L"zb_xdput-list", zbEntry<notBuilt>},
+    {L"zb_xdget", zbEntry<notBuilt>},
+    {L"zb_xdget-list", zbEntry<notBuilt>},
+    {L"zb_xdget-all", zbEntry<notBuilt>},
+    {L"zb_mkdir", zbEntry<notBuilt>},
+    {L"zb_relationExists", zbEntry<notBuilt>},
+    {L"zb_relationDelete", zbEntry<notBuilt>},
+    {L"zb_lastError", zbEntry<notBuilt>},
+    {L"zb_resetLastError", zbEntry<notBuilt>},
+    {L"zb_field_required", zbEntry<notBuilt>},
+    {L"zb_attributes", zbEntry<notBuilt>},
+    {L"zb_getVersion", zbEntry<notBuilt>},
+    {L"zb_rmdir", zbEntry<notBuilt>},
+    {L"zb_fmove", zbEntry<notBuilt>},
+    {L"zb_fcopy", zbEntry<notBuilt>},
+    {L"zb_fcopyIfChanged", zbEntry<notBuilt>},
+    {L"zb_fdir", zbEntry<notBuilt>},
+    {L"zb_fdelete", zbEntry<notBuilt>},
+    {L"zb_indexUnique", zbEntry<notBuilt>},
+    {L"zb_indexFields", zbEntry<notBuilt>},
+    {L"zb_relationCount", zbEntry<notBuilt>},
+    {L"zb_relationInfo", zbEntry<notBuilt>},
+};
+static_assert(std::size(rows) == 63);
+
+}  // namespace
+
+std::span<const TableRow> zbTable() { return rows; }
