@@ -19,7 +19,8 @@ std::optional<Options> readOptions(int count, char** words, int& status) {
       ->take_all()
       ->expected(1)
       ->allow_extra_args(false);
-  app.add_option("--batch", options.batch, "Evaluate form by form and print a transcript; - is standard input")
+  app.add_option("--batch", options.batch,
+                 "Evaluate form by form and print a transcript; - is standard input")
       ->type_name("FILE");
   app.add_option("--drawing", options.drawings, "Open this drawing")
       ->type_name("FILE")

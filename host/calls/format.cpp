@@ -104,14 +104,17 @@ class Formatter {
         if (value->kind == Kind::real) writeReal(mark, value->real);
         break;
       case L'c':
-      case L'C': writeCharacter(mark, *value); break;
+      case L'C':
+        writeCharacter(mark, *value);
+        break;
       case L's':
       case L'S':
         if (value->kind == Kind::text && value->text) writeText(mark, value->text);
         if (value->kind == Kind::narrowText && value->narrowText)
           writeText(mark, fromUtf8(value->narrowText));
         break;
-      default: break;
+      default:
+        break;
     }
   }
 

@@ -81,8 +81,7 @@ int zbReplace() {
   LispArgs args;
   COleVariant fields;
   if (!fieldListToArray(args.cursor, fields)) return done;
-  return recordOrFailure(
-      [&](Engine& engine, COleVariant& record) { return engine.replace(fields, record); });
+  return recordOrFailure([&](Engine& engine, COleVariant& record) { return engine.replace(fields, record); });
 }
 
 int zbDelete() {

@@ -168,7 +168,8 @@ bool readRequest(ConnectRequest& request) {
 
 /// Asks the application to repair the file, and whether it did.
 bool repairByApplication(const std::wstring& path) {
-  resbuf* const call = acutBuildList(RTSTR, L"compactDatabase", RTSTR, path.c_str(), RTNIL, RTSTR, L"Repair", RTNONE);
+  resbuf* const call =
+      acutBuildList(RTSTR, L"compactDatabase", RTSTR, path.c_str(), RTNIL, RTSTR, L"Repair", RTNONE);
   resbuf* result = nullptr;
   const int status = acedInvoke(call, &result);
   const bool repaired = status == RTNORM && result && result->restype != RTNIL;

@@ -69,11 +69,16 @@ int unloadDrawing() {
 
 int handle(AcRx::AppMsgCode message, void* applicationId) {
   switch (message) {
-    case AcRx::kInitAppMsg: return initModule(applicationId);
-    case AcRx::kUnloadAppMsg: return unloadModule();
-    case AcRx::kLoadDwgMsg: return loadDrawing();
-    case AcRx::kUnloadDwgMsg: return unloadDrawing();
-    default: return AcRx::kRetOK;
+    case AcRx::kInitAppMsg:
+      return initModule(applicationId);
+    case AcRx::kUnloadAppMsg:
+      return unloadModule();
+    case AcRx::kLoadDwgMsg:
+      return loadDrawing();
+    case AcRx::kUnloadDwgMsg:
+      return unloadDrawing();
+    default:
+      return AcRx::kRetOK;
   }
 }
 

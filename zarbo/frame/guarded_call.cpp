@@ -14,11 +14,17 @@ int refuse(const ACHAR* message) {
 
 int guardResult(int code) {
   switch (code) {
-    case tooFewArguments: return refuse(L"\nToo few arguments passed.\n");
-    case wrongType: return refuse(L"\nWrong type of arguments passed.\n");
-    case badData: return refuse(L"\nBad data passed .\n");  // the blank is part of the text
-    case failedVisibly: acedTextScr(); return refuse(L"");
-    default: return RSRSLT;
+    case tooFewArguments:
+      return refuse(L"\nToo few arguments passed.\n");
+    case wrongType:
+      return refuse(L"\nWrong type of arguments passed.\n");
+    case badData:
+      return refuse(L"\nBad data passed .\n");  // the blank is part of the text
+    case failedVisibly:
+      acedTextScr();
+      return refuse(L"");
+    default:
+      return RSRSLT;
   }
 }
 

@@ -23,9 +23,15 @@ template <class Integer>
 bool getInteger(ArgCursor& cursor, Integer& value) {
   if (!cursor) return false;
   switch (cursor->restype) {
-    case RTSHORT: value = cursor->resval.rint; break;
-    case RTLONG: value = cursor->resval.rlong; break;
-    case RTREAL: value = cutToward0<Integer>(cursor->resval.rreal); break;
+    case RTSHORT:
+      value = cursor->resval.rint;
+      break;
+    case RTLONG:
+      value = cursor->resval.rlong;
+      break;
+    case RTREAL:
+      value = cutToward0<Integer>(cursor->resval.rreal);
+      break;
     default:
       if (cursor->restype >= 1000) return false;
       value = cursor->restype;
@@ -48,10 +54,17 @@ bool isPointGroup(int type) { return type >= 10 && type <= 17; }
 bool readCoordinate(ArgCursor& cursor, double& value) {
   if (!cursor) return false;
   switch (cursor->restype) {
-    case RTREAL: value = cursor->resval.rreal; break;
-    case RTLONG: value = cursor->resval.rlong; break;
-    case RTSHORT: value = cursor->resval.rint; break;
-    default: return false;
+    case RTREAL:
+      value = cursor->resval.rreal;
+      break;
+    case RTLONG:
+      value = cursor->resval.rlong;
+      break;
+    case RTSHORT:
+      value = cursor->resval.rint;
+      break;
+    default:
+      return false;
   }
   cursor = cursor->rbnext;
   return true;

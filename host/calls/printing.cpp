@@ -1,0 +1,24 @@
+#include "brx/lisp_calls.h"
+#include "host/calls/command_line.h"
+#include "host/calls/format.h"
+
+int acutPrintValues(const ACHAR* format, const AcutPrintValue* values, size_t count) {
+  host::commandLine().print(host::formatValues(format, values, count));
+  return RTNORM;
+}
+
+int acedPrompt(const ACHAR* text) {
+  if (!text) return RTERROR;
+  host::commandLine().print(text);
+  return RTNORM;
+}
+
+int acedTextScr() {
+  host::commandLine().showTextWindow(true);
+  return RTNORM;
+}
+
+int acedGraphScr() {
+  host::commandLine().showTextWindow(false);
+  return RTNORM;
+}
