@@ -1,5 +1,3 @@
-#include <array>
-
 #include "brx/lisp_calls.h"
 #include "zarbo/database/bodies.h"
 #include "zarbo/database/connections.h"

@@ -5,7 +5,7 @@
 #include "brx/documents.h"
 #include "brx/lisp_calls.h"
 #include "brx/rx_modules.h"
-#include "platform/com/com.h"
+#include "platform/com/class_objects.h"
 #include "platform/process/process.h"
 #include "zarbo/database/connections.h"
 #include "zarbo/frame/companion.h"
@@ -46,9 +46,9 @@ int unloadModule() {
 
 int loadDrawing() {
   acutPrintf(L"\nLoading Korvane Zarbo (Jet64)");
-  registerTable(zbTable(), 0);
+  registerTable(zbFunctions(), 0);
   addDrawingRecord();
-  registerTable(kvTable(), zbTableLength());
+  registerTable(kvFunctions(), zbFunctionCount());
   return AcRx::kRetOK;
 }
 

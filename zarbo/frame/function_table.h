@@ -16,6 +16,6 @@ void undoTable(std::span<const TableRow> table, int base);
 
 /// The two tables, 63 and 108 rows. Codes count through both, so the base of the second is the length
 /// of the first.
-std::span<const TableRow> zbTable();
-std::span<const TableRow> kvTable();
-inline int zbTableLength() { return static_cast<int>(zbTable().size()); }
+std::span<const TableRow> zbFunctions();
+std::span<const TableRow> kvFunctions();
+inline int zbFunctionCount() { return static_cast<int>(zbFunctions().size()); }

@@ -1,3 +1,5 @@
+#include <iterator>
+
 #include "zarbo/drawing/numeric_functions.h"
 #include "zarbo/frame/function_table.h"
 #include "zarbo/frame/wrappers.h"
@@ -141,4 +143,4 @@ static_assert(std::size(rows) == 108);
 
 }  // namespace
 
-std::span<const TableRow> kvTable() { return rows; }
+std::span<const TableRow> kvFunctions() { return rows; }

@@ -2,7 +2,6 @@
 
 #include <cmath>
 #include <cwctype>
-#include <span>
 #include <vector>
 
 #include "brx/lisp_calls.h"
@@ -10,35 +9,8 @@
 
 namespace {
 
-/// The elements of an array of variants; none for any other variant.
-class Elements {
- public:
-  explicit Elements(const VARIANT& value) {
-    if (V_VT(&value) != (VT_ARRAY | VT_VARIANT) || !V_ARRAY(&value)) return;
-    LONG low = 0, high = -1;
-    SAFEARRAY* const array = V_ARRAY(&value);
-    void* data = nullptr;
-    if (FAILED(SafeArrayGetLBound(array, 1, &low)) || FAILED(SafeArrayGetUBound(array, 1, &high))) return;
-    if (high < low || FAILED(SafeArrayAccessData(array, &data))) return;
-    locked_ = array;
-    all_ = {static_cast<const VARIANT*>(data), static_cast<size_t>(high - low) + 1};
-  }
-  ~Elements() {
-    if (locked_) SafeArrayUnaccessData(locked_);
-  }
-  Elements(const Elements&) = delete;
-  Elements& operator=(const Elements&) = delete;
-
-  std::span<const VARIANT> all() const { return all_; }
-
- private:
-  SAFEARRAY* locked_ = nullptr;
-  std::span<const VARIANT> all_;
-};
-
 std::wstring_view textOf(const VARIANT& value) {
-  if (V_VT(&value) != VT_BSTR || !V_BSTR(&value)) return {};
-  return {V_BSTR(&value), SysStringLen(V_BSTR(&value))};
+  return value.vt == VT_BSTR ? viewOf(value.bstrVal) : std::wstring_view();
 }
 
 std::wstring_view trimmed(std::wstring_view text) {
@@ -48,15 +20,14 @@ std::wstring_view trimmed(std::wstring_view text) {
 
 double orZero(double value) { return std::isnan(value) ? 0.0 : value; }
 
-resbuf* dateToResbuf(double date) {
-  BSTR text = nullptr;
-  constexpr LCID userDefault = 1024;
-  if (FAILED(VarBstrFromDate(date, userDefault, 0, &text))) return LispAtom(L"Invalid DateTime").toBuffer();
-  std::wstring_view shown(text, SysStringLen(text));
+resbuf* dateToResbuf(DATE date) {
+  Bstr text;
+  if (FAILED(VarBstrFromDate(date, LOCALE_USER_DEFAULT, 0, text.put()))) {
+    return LispAtom(L"Invalid DateTime").toBuffer();
+  }
+  std::wstring_view shown = text.view();
   while (!shown.empty() && shown.back() == L' ') shown.remove_suffix(1);
-  resbuf* const made = LispAtom(shown).toBuffer();
-  SysFreeString(text);
-  return made;
+  return LispAtom(shown).toBuffer();
 }
 
 resbuf* textToResbuf(std::wstring_view text, bool trim) {
@@ -72,22 +43,24 @@ void appendField(LispList& list, const VARIANT& name, const VARIANT& value) {
   appendPair(list, key, variantToResbuf(value, !keepsBlanks(key)));
 }
 
-/// Puts the collected values into one array, the variants moved rather than copied.
-bool toArray(std::vector<COleVariant>& values, COleVariant& array) {
-  SAFEARRAY* const made = SafeArrayCreateVector(VT_VARIANT, 0, static_cast<ULONG>(values.size()));
-  if (!made) return false;
-  array.Clear();
-  V_VT(&array) = VT_ARRAY | VT_VARIANT;
-  V_ARRAY(&array) = made;
-  void* data = nullptr;
-  if (FAILED(SafeArrayAccessData(made, &data))) return false;
-  VARIANT* const slots = static_cast<VARIANT*>(data);
-  for (size_t i = 0; i < values.size(); ++i) slots[i] = values[i].Detach();
-  SafeArrayUnaccessData(made);
-  return true;
+/// Puts the collected values into one array; they are moved, not copied.
+void toArray(std::vector<COleVariant>& values, COleVariant& array) {
+  COleSafeArray made;
+  made.CreateOneDim(VT_VARIANT, static_cast<ULONG>(values.size()));
+  const VariantElements slots(made);
+  for (ULONG i = 0; i < slots.size(); ++i) slots[i] = values[i].Detach();
+  array.Attach(made);
 }
 
-bool isStructure(int type) { return type == RTLB || type == RTLE || type == RTDOTE; }
+/// The text that stands for a list's parenthesis or dot; null for any other buffer.
+const wchar_t* structureMark(int type) {
+  switch (type) {
+    case RTLB: return listBeginMark;
+    case RTLE: return listEndMark;
+    case RTDOTE: return listDotMark;
+    default: return nullptr;
+  }
+}
 
 /// Takes one name and its value; false when they are not in order.
 bool takeField(ArgCursor& cursor, std::vector<COleVariant>& values) {
@@ -102,13 +75,13 @@ bool takeField(ArgCursor& cursor, std::vector<COleVariant>& values) {
   if (!cursor) return false;
   COleVariant value;
   if (cursor->restype == RTLE) {
-    V_VT(&value) = VT_NULL;
+    value = COleVariant::null();
   } else if (!resbufToVariant(*cursor, value)) {
     skipItem(cursor);
     return false;
   }
   skipItem(cursor);
-  values.emplace_back(name.c_str());
+  values.emplace_back(name);
   values.push_back(std::move(value));
   return success;
 }
@@ -117,51 +90,27 @@ bool takeField(ArgCursor& cursor, std::vector<COleVariant>& values) {
 
 bool resbufToVariant(const resbuf& buffer, COleVariant& value) {
   switch (buffer.restype) {
-    case RTREAL:
-      value = buffer.resval.rreal;
-      return true;
-    case RTSHORT:
-      value = static_cast<int32_t>(buffer.resval.rint);
-      return true;
-    case RTLONG:
-      value = buffer.resval.rlong;
-      return true;
-    case RTSTR:
-      value = buffer.resval.rstring ? buffer.resval.rstring : L"";
-      return true;
-    case RTNIL:
-      value.Clear();
-      return true;
-    case RTT:
-      value.Clear();
-      V_VT(&value) = VT_BOOL;
-      V_BOOL(&value) = VARIANT_TRUE;
-      return true;
-    default:
-      return false;
+    case RTREAL: value = COleVariant(buffer.resval.rreal); return true;
+    case RTSHORT: value = COleVariant(LONG{buffer.resval.rint}); return true;
+    case RTLONG: value = COleVariant(LONG{buffer.resval.rlong}); return true;
+    case RTSTR: value = COleVariant(buffer.resval.rstring); return true;
+    case RTNIL: value.Clear(); return true;
+    case RTT: value = COleVariant::boolean(true); return true;
+    default: return false;
   }
 }
 
 resbuf* variantToResbuf(const VARIANT& value, bool trim) {
-  switch (V_VT(&value)) {
-    case VT_I2:
-      return LispAtom(V_I2(&value)).toBuffer();
-    case VT_I4:
-      return LispAtom(V_I4(&value)).toBuffer();
-    case VT_UI1:
-      return LispAtom(V_UI1(&value)).toBuffer();
-    case VT_BOOL:
-      return LispAtom(static_cast<int>(V_BOOL(&value))).toBuffer();
-    case VT_R4:
-      return LispAtom(orZero(V_R4(&value))).toBuffer();
-    case VT_R8:
-      return LispAtom(orZero(V_R8(&value))).toBuffer();
-    case VT_DATE:
-      return dateToResbuf(V_DATE(&value));
-    case VT_BSTR:
-      return textToResbuf(textOf(value), trim);
-    default:
-      return LispAtom(nullptr).toBuffer();
+  switch (value.vt) {
+    case VT_I2: return LispAtom(value.iVal).toBuffer();
+    case VT_I4: return LispAtom(value.lVal).toBuffer();
+    case VT_UI1: return LispAtom(value.bVal).toBuffer();
+    case VT_BOOL: return LispAtom(int{value.boolVal}).toBuffer();  // -1 for true, not T
+    case VT_R4: return LispAtom(orZero(value.fltVal)).toBuffer();
+    case VT_R8: return LispAtom(orZero(value.dblVal)).toBuffer();
+    case VT_DATE: return dateToResbuf(value.date);
+    case VT_BSTR: return textToResbuf(textOf(value), trim);
+    default: return LispAtom(nullptr).toBuffer();
   }
 }
 
@@ -169,60 +118,53 @@ bool fieldListToArray(ArgCursor& cursor, COleVariant& fields) {
   std::vector<COleVariant> values;
   bool success = true;
   while (true) {
-    while (cursor && isStructure(cursor->restype)) skipItem(cursor);
+    while (cursor && structureMark(cursor->restype)) skipItem(cursor);
     if (!cursor) break;
     if (!takeField(cursor, values)) success = false;
   }
-  return success && !values.empty() && toArray(values, fields);
+  if (!success || values.empty()) return false;
+  toArray(values, fields);
+  return true;
 }
 
 bool treeToArray(ArgCursor& cursor, COleVariant& tree) {
   std::vector<COleVariant> values;
   for (; cursor; skipItem(cursor)) {
     COleVariant value;
-    switch (cursor->restype) {
-      case RTLB:
-        value = listBeginMark;
-        break;
-      case RTLE:
-        value = listEndMark;
-        break;
-      case RTDOTE:
-        value = listDotMark;
-        break;
-      default:
-        if (!resbufToVariant(*cursor, value)) return false;
+    if (const wchar_t* const mark = structureMark(cursor->restype)) {
+      value = COleVariant(mark);
+    } else if (!resbufToVariant(*cursor, value)) {
+      return false;
     }
     values.push_back(std::move(value));
   }
-  return toArray(values, tree);
+  toArray(values, tree);
+  return true;
 }
 
 void recordToPairs(const VARIANT& record) {
-  const Elements elements(record);
-  const auto all = elements.all();
+  const VariantElements all(record);
   LispList list;
   beginList(list);
-  for (size_t i = 0; i + 1 < all.size(); i += 2) appendField(list, all[i], all[i + 1]);
+  for (ULONG i = 0; i + 1 < all.size(); i += 2) appendField(list, all[i], all[i + 1]);
   endListAndReturn(list);
 }
 
 void arrayToList(const VARIANT& names) {
-  const Elements elements(names);
+  const VariantElements all(names);
   LispList list;
   beginList(list);
-  for (const VARIANT& each : elements.all()) appendBuffers(list, variantToResbuf(each, true));
+  for (const VARIANT& each : all) appendBuffers(list, variantToResbuf(each, true));
   endListAndReturn(list);
 }
 
 void rowsToList(const VARIANT& rows) {
-  const Elements elements(rows);
-  const auto all = elements.all();
+  const VariantElements all(rows);
   LispList list;
   beginList(list);
   bool inRecord = false;
-  for (size_t i = 0; i < all.size(); ++i) {
-    if (V_VT(&all[i]) == VT_BSTR && textOf(all[i]) == newRecordMark) {
+  for (ULONG i = 0; i < all.size(); ++i) {
+    if (textOf(all[i]) == newRecordMark) {
       if (inRecord) appendMark(list, RTLE);
       appendMark(list, RTLB);
       inRecord = true;
@@ -237,12 +179,10 @@ void rowsToList(const VARIANT& rows) {
   endListAndReturn(list);
 }
 
-bool elementToLong(const VARIANT& array, size_t index, int32_t& value) {
-  const Elements elements(array);
-  if (index >= elements.all().size()) return false;
-  resbuf* const buffer = variantToResbuf(elements.all()[index], true);
-  ArgCursor cursor = buffer;
-  const bool success = getLong(cursor, value);
-  acutRelRb(buffer);
-  return success;
+bool elementToLong(const VARIANT& array, ULONG place, int32_t& value) {
+  const VariantElements all(array);
+  COleVariant number;
+  if (place >= all.size() || FAILED(VariantChangeType(&number, &all[place], 0, VT_I4))) return false;
+  value = number.lVal;
+  return true;
 }

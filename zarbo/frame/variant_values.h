@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "platform/com/com.h"
+#include "platform/com/owners.h"
 #include "zarbo/frame/lisp_args.h"
 
 /// Values between result buffers and the engine's variants and arrays of variants.
@@ -35,5 +35,5 @@ void recordToPairs(const VARIANT& record);
 void arrayToList(const VARIANT& names);
 void rowsToList(const VARIANT& rows);
 
-/// Element `index`, counted from the array's lower bound, as a number; false when there is none.
-bool elementToLong(const VARIANT& array, size_t index, int32_t& value);
+/// The element at a place counted from 0, as a number; false when there is none.
+bool elementToLong(const VARIANT& array, ULONG place, int32_t& value);

@@ -1,4 +1,8 @@
+#include <iterator>
+
 #include "zarbo/database/bodies.h"
+#include "zarbo/database/connections.h"
+#include "zarbo/database/failure.h"
 #include "zarbo/frame/function_table.h"
 #include "zarbo/frame/wrappers.h"
 
@@ -6,37 +10,37 @@ namespace {
 
 // The codes of these rows, 0 to 62, are their places.
 constexpr TableRow rows[] = {
-    {L"zb_append", zbEntry<notBuilt>},
-    {L"zb_append_withindex", zbEntry<notBuilt>},
-    {L"zb_closeall_tables", zbEntry<notBuilt>},
-    {L"zb_close_table", zbEntry<notBuilt>},
-    {L"zb_bottom", zbEntry<notBuilt>},
-    {L"zb_count", zbEntry<notBuilt>},
-    {L"zb_delete", zbEntry<notBuilt>},
-    {L"zb_getrec", zbEntry<notBuilt>},
+    {L"zb_append", zbEntry<zbAppend>},
+    {L"zb_append_withindex", zbEntry<zbAppendWithindex>},
+    {L"zb_closeall_tables", zbEntry<zbCloseallTables>},
+    {L"zb_close_table", zbEntry<zbCloseTable>},
+    {L"zb_bottom", zbEntry<zbBottom>},
+    {L"zb_count", zbEntry<zbCount>},
+    {L"zb_delete", zbEntry<zbDelete>},
+    {L"zb_getrec", zbEntry<zbGetrec>},
     {L"zb_structure", zbEntry<notBuilt>},
     {L"zb_list_indexes", zbEntry<notBuilt>},
     {L"zb_modify_table", zbEntry<notBuilt>},
-    {L"zb_replace", zbEntry<notBuilt>},
-    {L"zb_seek", zbEntry<notBuilt>},
-    {L"zb_skip", zbEntry<notBuilt>},
-    {L"zb_top", zbEntry<notBuilt>},
-    {L"zb_table", zbEntry<notBuilt>},
+    {L"zb_replace", zbEntry<zbReplace>},
+    {L"zb_seek", zbEntry<zbSeek>},
+    {L"zb_skip", zbEntry<zbSkip>},
+    {L"zb_top", zbEntry<zbTop>},
+    {L"zb_table", zbEntry<zbTable>},
     {L"zb_rename_table", zbEntry<notBuilt>},
-    {L"zb_connect", zbEntry<notBuilt>},
-    {L"zb_mdb", zbEntry<notBuilt>},
+    {L"zb_connect", zbEntry<zbConnect>},
+    {L"zb_mdb", zbEntry<zbMdb>},
     {L"zb_create_db", zbEntry<notBuilt>},
     {L"zb_create_table", zbEntry<notBuilt>},
-    {L"zb_close_db", zbEntry<notBuilt>},
+    {L"zb_close_db", zbEntry<zbCloseDb>},
     {L"zb_beep", zbEntry<notBuilt>},
     {L"zb_random", zbEntry<notBuilt>},
     {L"zb_message_beep", zbEntry<notBuilt>},
     {L"zb_exist", zbEntry<notBuilt>},
-    {L"zb_readonly", zbEntry<notBuilt>},
+    {L"zb_readonly", zbEntry<zbReadonly>},
     {L"zb_delete_table", zbEntry<notBuilt>},
     {L"zb_list_tables", zbEntry<notBuilt>},
-    {L"zb_current_table", zbEntry<notBuilt>},
-    {L"zb_current_index", zbEntry<notBuilt>},
+    {L"zb_current_table", zbEntry<zbCurrentTable>},
+    {L"zb_current_index", zbEntry<zbCurrentIndex>},
     {L"zb_sql", zbEntry<notBuilt>},
     {L"zb_sql-nil", zbEntry<notBuilt>},
     {L"zb_sql-error", zbEntry<notBuilt>},
@@ -54,8 +58,8 @@ constexpr TableRow rows[] = {
     {L"zb_mkdir", zbEntry<notBuilt>},
     {L"zb_relationExists", zbEntry<notBuilt>},
     {L"zb_relationDelete", zbEntry<notBuilt>},
-    {L"zb_lastError", zbEntry<notBuilt>},
-    {L"zb_resetLastError", zbEntry<notBuilt>},
+    {L"zb_lastError", zbEntry<zbLastError>},
+    {L"zb_resetLastError", zbEntry<zbResetLastError>},
     {L"zb_field_required", zbEntry<notBuilt>},
     {L"zb_attributes", zbEntry<notBuilt>},
     {L"zb_getVersion", zbEntry<notBuilt>},
@@ -74,4 +78,4 @@ static_assert(std::size(rows) == 63);
 
 }  // namespace
 
-std::span<const TableRow> zbTable() { return rows; }
+std::span<const TableRow> zbFunctions() { return rows; }

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace host {
+
+/// Values of the host's variables, which LISP and modules read and set by name, case ignored.
+struct Point {
+  double x = 0, y = 0, z = 0;
+};
+using VariableValue = std::variant<int, double, std::wstring, Point>;
+
+/// Nothing for an unknown name.
+std::optional<VariableValue> getVariable(std::wstring_view name);
+enum class SetVariable { done, unknown, readOnly, wrongType };
+/// An integer suits a real variable.
+SetVariable setVariable(std::wstring_view name, const VariableValue& value);
+
+/// Folders of the host's search path, in order; "ACADPREFIX" shows them.
+const std::vector<std::wstring>& supportPath();
+void setSupportPath(std::vector<std::wstring> folders);
+/// The full path of a file: as given, in the current folder, beside the current drawing, or on the
+/// search path; "" when it is nowhere.
+std::wstring findSupportFile(const std::wstring& name);
+
+}  // namespace host

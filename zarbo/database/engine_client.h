@@ -1,0 +1,71 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "platform/com/com_ptr.h"
+#include "platform/com/owners.h"
+#include "zarbo/database/engine.h"
+
+/// What `connect` answers for a file that opens but is damaged.
+inline const wchar_t* const repairStatus = L"*REPAIR*";
+
+struct EngineError {
+  int32_t code;
+  std::wstring text;
+};
+
+using SeekKeys = std::array<COleVariant, 10>;
+
+/// A counted reference to an engine object, with the calls of `IZbEngine` in plain types. A call that
+/// answers false leaves an error pending; a failing HRESULT, and any call through an empty reference,
+/// throws `ComError`. What the calls do stands at the interface.
+class Engine {
+ public:
+  Engine() = default;
+  /// A new engine object; empty when the class isn't there.
+  static Engine create();
+
+  explicit operator bool() const { return object_.get() != nullptr; }
+  bool operator==(const Engine& other) const { return object_.get() == other.object_.get(); }
+
+  /// Answers "" on failure, `repairStatus`, or anything else on success.
+  std::wstring connect(const std::wstring& path, bool readOnly);
+  void closeDatabase();
+  bool isConnected();
+  bool isOpen();
+  bool isWritable();
+  bool isReadOnly();
+  std::wstring databaseName();
+  bool errorPending();
+  EngineError takeError();
+
+  bool setTable(const std::wstring& table, const std::wstring& index);
+  bool closeTable();
+  bool closeAllTables();
+  std::wstring currentTableName();
+  std::wstring currentIndexName();
+  bool recordCount(int32_t& count);
+
+  bool moveTop(COleVariant& record);
+  bool moveBottom(COleVariant& record);
+  bool skip(int32_t count, COleVariant& record);
+  bool currentRecord(COleVariant& record);
+  bool seek1(const COleVariant& key, COleVariant& record);
+  bool seek2(const COleVariant& key1, const COleVariant& key2, COleVariant& record);
+  bool seek3(const COleVariant& key1, const COleVariant& key2, const COleVariant& key3, COleVariant& record);
+  bool seekN(const SeekKeys& keys, int32_t count, COleVariant& record);
+
+  bool append(const COleVariant& fields, bool flag, COleVariant& record);
+  bool replace(const COleVariant& fields, COleVariant& record);
+  bool deleteRecord();
+
+  bool compactDatabase(const std::wstring& source, const std::wstring& destination);
+
+  /// The interface itself, for calls that have no plain form here; throws when empty.
+  IZbEngine& object() const;
+
+ private:
+  ComPtr<IZbEngine> object_;
+};
