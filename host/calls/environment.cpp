@@ -38,14 +38,20 @@ struct ToBuffer {
 
 std::optional<host::VariableValue> fromBuffer(const resbuf& buffer) {
   switch (buffer.restype) {
-    case RTSHORT: return int{buffer.resval.rint};
-    case RTLONG: return int{buffer.resval.rlong};
-    case RTREAL: return buffer.resval.rreal;
-    case RTSTR: return std::wstring(buffer.resval.rstring ? buffer.resval.rstring : L"");
-    case RTPOINT: return host::Point{buffer.resval.rpoint[0], buffer.resval.rpoint[1], 0};
+    case RTSHORT:
+      return int{buffer.resval.rint};
+    case RTLONG:
+      return int{buffer.resval.rlong};
+    case RTREAL:
+      return buffer.resval.rreal;
+    case RTSTR:
+      return std::wstring(buffer.resval.rstring ? buffer.resval.rstring : L"");
+    case RTPOINT:
+      return host::Point{buffer.resval.rpoint[0], buffer.resval.rpoint[1], 0};
     case RT3DPOINT:
       return host::Point{buffer.resval.rpoint[0], buffer.resval.rpoint[1], buffer.resval.rpoint[2]};
-    default: return std::nullopt;
+    default:
+      return std::nullopt;
   }
 }
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "host/documents/interpreters.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
 #include "platform/text/utf.h"
@@ -13,9 +12,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::function<void(lisp::Interpreter&)>& interpreterSetup() {
-  static std::function<void(lisp::Interpreter&)> setup;
-  return setup;
+DocumentLispMaker& lispMaker() {
+  static DocumentLispMaker maker;
+  return maker;
 }
 
 std::wstring fullPath(const std::wstring& path) {
@@ -45,13 +44,11 @@ class DocumentIterator : public AcApDocumentIterator {
 
 }  // namespace
 
-void setInterpreterSetup(std::function<void(lisp::Interpreter&)> setup) {
-  interpreterSetup() = std::move(setup);
-}
+void setDocumentLispMaker(DocumentLispMaker maker) { lispMaker() = std::move(maker); }
 
 Document::Document(std::wstring fileName, DrawingPointer drawing)
-    : fileName_(std::move(fileName)), drawing_(std::move(drawing)), interpreter_(newInterpreter()) {
-  if (interpreterSetup()) interpreterSetup()(*interpreter_);
+    : fileName_(std::move(fileName)), drawing_(std::move(drawing)) {
+  if (lispMaker()) lisp_ = lispMaker()();
 }
 
 Document::~Document() = default;
@@ -148,13 +145,25 @@ void DocumentManager::forEach(const std::function<void(Document&)>& work) {
   current_ = former;
 }
 
-lisp::Interpreter* DocumentManager::interpreter() const {
-  if (current_) return &current_->interpreter();
-  return closed_.empty() ? nullptr : &closed_.back()->interpreter();
+DocumentLisp* DocumentManager::lisp() const {
+  if (current_) return current_->lisp();
+  return closed_.empty() ? nullptr : closed_.back()->lisp();
 }
 
 DocumentManager& documents() {
   static DocumentManager instance;
+  static const bool joined = [] {
+    modules().setDocuments({
+        [](const std::function<void()>& work) { instance.forEach([&](Document&) { work(); }); },
+        [](Application& application) {
+          instance.forEach([&](Document& each) {
+            if (each.lisp()) each.lisp()->forget(application);
+          });
+        },
+    });
+    return true;
+  }();
+  (void)joined;
   return instance;
 }
 

@@ -6,11 +6,8 @@
 #include <vector>
 
 #include "brx/documents.h"
+#include "host/documents/document_lisp.h"
 #include "host/documents/drawings.h"
-
-namespace lisp {
-class Interpreter;
-}
 
 namespace host {
 
@@ -22,13 +19,14 @@ class Document : public AcApDocument {
 
   const ACHAR* fileName() const override { return fileName_.c_str(); }
   AcDbDatabase* database() const override { return drawing_.get(); }
-  lisp::Interpreter& interpreter() { return *interpreter_; }
+  /// Null where no maker was set.
+  DocumentLisp* lisp() const { return lisp_.get(); }
   void setFileName(std::wstring fileName) { fileName_ = std::move(fileName); }
 
  private:
   std::wstring fileName_;
   DrawingPointer drawing_;
-  std::unique_ptr<lisp::Interpreter> interpreter_;
+  std::unique_ptr<DocumentLisp> lisp_;
 };
 
 /// The open documents. Opening, closing and saving send the entry messages and notifications that
@@ -63,7 +61,7 @@ class DocumentManager : public AcApDocManager {
   void forEach(const std::function<void(Document&)>& work);
   /// The LISP in which the program evaluates: the current document's, or that of the document closed
   /// last; null before the first document.
-  lisp::Interpreter* interpreter() const;
+  DocumentLisp* lisp() const;
 
  private:
   Document& add(std::wstring fileName, DrawingPointer drawing);
@@ -75,8 +73,5 @@ class DocumentManager : public AcApDocManager {
 };
 
 DocumentManager& documents();
-
-/// What each new document's LISP gets beside the language itself.
-void setInterpreterSetup(std::function<void(lisp::Interpreter&)> setup);
 
 }  // namespace host

@@ -25,15 +25,32 @@ class RecordingCall : public host::ServedCall {
     std::wstring text;
     for (; values; values = values->rbnext) {
       switch (values->restype) {
-        case RTLB: text += L"( "; break;
-        case RTLE: text += L") "; break;
-        case RTDOTE: text += L". "; break;
-        case RTNIL: text += L"nil "; break;
-        case RTT: text += L"T "; break;
-        case RTSTR: text += values->resval.rstring + std::wstring(L" "); break;
-        case RTREAL: text += std::to_wstring(values->resval.rreal) + L" "; break;
-        case RTLONG: text += std::to_wstring(values->resval.rlong) + L" "; break;
-        default: text += L"? ";
+        case RTLB:
+          text += L"( ";
+          break;
+        case RTLE:
+          text += L") ";
+          break;
+        case RTDOTE:
+          text += L". ";
+          break;
+        case RTNIL:
+          text += L"nil ";
+          break;
+        case RTT:
+          text += L"T ";
+          break;
+        case RTSTR:
+          text += values->resval.rstring + std::wstring(L" ");
+          break;
+        case RTREAL:
+          text += std::to_wstring(values->resval.rreal) + L" ";
+          break;
+        case RTLONG:
+          text += std::to_wstring(values->resval.rlong) + L" ";
+          break;
+        default:
+          text += L"? ";
       }
     }
     return text;
@@ -53,10 +70,10 @@ TEST(Guard, MapsCodesToMessagesAndResultWords) {
     int code, word;
     const wchar_t* printed;
   };
-  for (const Case& each : {Case{0, RSRSLT, L""}, Case{1, RSERR, L"\nToo few arguments passed.\n"},
-                           Case{2, RSERR, L"\nWrong type of arguments passed.\n"},
-                           Case{3, RSERR, L"\nBad data passed .\n"}, Case{4, RSERR, L""},
-                           Case{5, RSRSLT, L""}, Case{-1, RSRSLT, L""}}) {
+  for (const Case& each :
+       {Case{0, RSRSLT, L""}, Case{1, RSERR, L"\nToo few arguments passed.\n"},
+        Case{2, RSERR, L"\nWrong type of arguments passed.\n"}, Case{3, RSERR, L"\nBad data passed .\n"},
+        Case{4, RSERR, L""}, Case{5, RSRSLT, L""}, Case{-1, RSRSLT, L""}}) {
     host::commandLine().takeRecord();
     host::commandLine().showTextWindow(false);
     EXPECT_EQ(guardResult(each.code), each.word);

@@ -55,10 +55,14 @@ void toArray(std::vector<COleVariant>& values, COleVariant& array) {
 /// The text that stands for a list's parenthesis or dot; null for any other buffer.
 const wchar_t* structureMark(int type) {
   switch (type) {
-    case RTLB: return listBeginMark;
-    case RTLE: return listEndMark;
-    case RTDOTE: return listDotMark;
-    default: return nullptr;
+    case RTLB:
+      return listBeginMark;
+    case RTLE:
+      return listEndMark;
+    case RTDOTE:
+      return listDotMark;
+    default:
+      return nullptr;
   }
 }
 
@@ -90,27 +94,49 @@ bool takeField(ArgCursor& cursor, std::vector<COleVariant>& values) {
 
 bool resbufToVariant(const resbuf& buffer, COleVariant& value) {
   switch (buffer.restype) {
-    case RTREAL: value = COleVariant(buffer.resval.rreal); return true;
-    case RTSHORT: value = COleVariant(LONG{buffer.resval.rint}); return true;
-    case RTLONG: value = COleVariant(LONG{buffer.resval.rlong}); return true;
-    case RTSTR: value = COleVariant(buffer.resval.rstring); return true;
-    case RTNIL: value.Clear(); return true;
-    case RTT: value = COleVariant::boolean(true); return true;
-    default: return false;
+    case RTREAL:
+      value = COleVariant(buffer.resval.rreal);
+      return true;
+    case RTSHORT:
+      value = COleVariant(LONG{buffer.resval.rint});
+      return true;
+    case RTLONG:
+      value = COleVariant(LONG{buffer.resval.rlong});
+      return true;
+    case RTSTR:
+      value = COleVariant(buffer.resval.rstring);
+      return true;
+    case RTNIL:
+      value.Clear();
+      return true;
+    case RTT:
+      value = COleVariant::boolean(true);
+      return true;
+    default:
+      return false;
   }
 }
 
 resbuf* variantToResbuf(const VARIANT& value, bool trim) {
   switch (value.vt) {
-    case VT_I2: return LispAtom(value.iVal).toBuffer();
-    case VT_I4: return LispAtom(value.lVal).toBuffer();
-    case VT_UI1: return LispAtom(value.bVal).toBuffer();
-    case VT_BOOL: return LispAtom(int{value.boolVal}).toBuffer();  // -1 for true, not T
-    case VT_R4: return LispAtom(orZero(value.fltVal)).toBuffer();
-    case VT_R8: return LispAtom(orZero(value.dblVal)).toBuffer();
-    case VT_DATE: return dateToResbuf(value.date);
-    case VT_BSTR: return textToResbuf(textOf(value), trim);
-    default: return LispAtom(nullptr).toBuffer();
+    case VT_I2:
+      return LispAtom(value.iVal).toBuffer();
+    case VT_I4:
+      return LispAtom(value.lVal).toBuffer();
+    case VT_UI1:
+      return LispAtom(value.bVal).toBuffer();
+    case VT_BOOL:
+      return LispAtom(int{value.boolVal}).toBuffer();  // -1 for true, not T
+    case VT_R4:
+      return LispAtom(orZero(value.fltVal)).toBuffer();
+    case VT_R8:
+      return LispAtom(orZero(value.dblVal)).toBuffer();
+    case VT_DATE:
+      return dateToResbuf(value.date);
+    case VT_BSTR:
+      return textToResbuf(textOf(value), trim);
+    default:
+      return LispAtom(nullptr).toBuffer();
   }
 }
 
