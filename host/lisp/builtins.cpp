@@ -1,0 +1,78 @@
+#include "host/lisp/builtins.h"
+
+#include <cwctype>
+
+#include "host/lisp/printer.h"
+
+namespace lisp {
+
+void defineBuiltins(Interpreter& lisp) {
+  for (const auto table :
+       {listBuiltins(), numberBuiltins(), stringBuiltins(), controlBuiltins(), outputBuiltins(),
+        fileBuiltins(), geometryBuiltins(), unitBuiltins(), vlListBuiltins(), vlStringBuiltins()}) {
+    for (const Builtin& row : table) lisp.define(row.name, row.body, row.fewest, row.most);
+  }
+  Symbol* const pi = lisp.intern(L"PI");
+  pi->value = Value(3.141592653589793);
+  pi->constant = true;
+}
+
+void failType(const wchar_t* predicate, const Value& value) {
+  throw LispError(std::wstring(L"bad argument type: ") + predicate + L" " + printed(value, Style::readable));
+}
+
+double Call::number(size_t place) const {
+  const Value& value = args[place];
+  if (!value.isNumber()) failType(L"numberp:", value);
+  return value.number();
+}
+
+int32_t Call::integer(size_t place) const {
+  const Value& value = args[place];
+  if (!value.isInteger()) failType(L"fixnump:", value);
+  return value.integer();
+}
+
+const std::wstring& Call::text(size_t place) const {
+  const Value& value = args[place];
+  if (!value.isText()) failType(L"stringp", value);
+  return value.text();
+}
+
+const Value& Call::list(size_t place) const {
+  const Value& value = args[place];
+  if (!value.isList()) failType(L"listp", value);
+  return value;
+}
+
+Symbol* Call::symbol(size_t place) const {
+  const Value& value = args[place];
+  if (!value.isSymbol()) failType(L"symbolp", value);
+  return value.symbol();
+}
+
+std::wstring upperCased(std::wstring text) {
+  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+  return text;
+}
+
+std::wstring lowerCased(std::wstring text) {
+  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
+  return text;
+}
+
+std::vector<Value> elementsOf(const Value& list) {
+  std::vector<Value> elements;
+  const Value* at = &list;
+  for (; at->isCons(); at = &cdr(*at)) elements.push_back(car(*at));
+  if (at->isTrue()) failType(L"listp", list);
+  return elements;
+}
+
+Value listOf(std::span<const Value> values) {
+  ListBuilder list;
+  for (const Value& value : values) list.add(value);
+  return list.take();
+}
+
+}  // namespace lisp

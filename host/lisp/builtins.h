@@ -1,0 +1,42 @@
+#pragma once
+
+#include <span>
+#include <string>
+
+#include "host/lisp/interpreter.h"
+
+/// The language's own functions, a table for each subject: a row is a name, a small body and the
+/// number of arguments.
+
+namespace lisp {
+
+struct Builtin {
+  const wchar_t* name;
+  Native body;
+  int fewest = 0;
+  int most = anyCount;
+};
+
+void defineBuiltins(Interpreter& lisp);
+
+std::span<const Builtin> listBuiltins();
+std::span<const Builtin> numberBuiltins();
+std::span<const Builtin> stringBuiltins();
+std::span<const Builtin> controlBuiltins();
+std::span<const Builtin> outputBuiltins();
+std::span<const Builtin> fileBuiltins();
+std::span<const Builtin> geometryBuiltins();
+std::span<const Builtin> unitBuiltins();
+std::span<const Builtin> vlListBuiltins();
+std::span<const Builtin> vlStringBuiltins();
+
+/// "bad argument type: PREDICATE: VALUE".
+[[noreturn]] void failType(const wchar_t* predicate, const Value& value);
+/// The upper-case of a text by the rules of the language's own case functions.
+std::wstring upperCased(std::wstring text);
+std::wstring lowerCased(std::wstring text);
+/// The elements of a proper list; raises "bad argument type: listp" for any other value.
+std::vector<Value> elementsOf(const Value& list);
+Value listOf(std::span<const Value> values);
+
+}  // namespace lisp

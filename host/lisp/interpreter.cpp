@@ -1,0 +1,242 @@
+#include "host/lisp/interpreter.h"
+
+#include <sys/resource.h>
+
+#include <algorithm>
+#include <cwctype>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "host/lisp/builtins.h"
+#include "host/lisp/code.h"
+#include "host/lisp/printer.h"
+#include "host/lisp/reader.h"
+#include "platform/text/utf.h"
+
+namespace lisp {
+namespace {
+
+constexpr size_t stackValues = size_t{1} << 20;
+constexpr size_t keptLambdas = 512;
+// What a native function and the clean-up after an error may still need of the C++ stack.
+constexpr size_t reservedStack = size_t{1} << 20;
+constexpr size_t mostStack = size_t{256} << 20;
+
+const char* lowestUsableStack() {
+  const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
+  rlimit limit{};
+  size_t size = size_t{8} << 20;
+  if (getrlimit(RLIMIT_STACK, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) size = limit.rlim_cur;
+  return here - (std::min(size, mostStack) - reservedStack);
+}
+
+std::wstring upperCase(std::wstring_view text) {
+  std::wstring upper(text);
+  for (wchar_t& c : upper) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+  return upper;
+}
+
+}  // namespace
+
+Interpreter::Interpreter(Services& services) : services_(services), lowestStack_(lowestUsableStack()) {
+  stack_.reserve(stackValues);
+  Symbol* const t = intern(L"T");
+  t->value = t_ = Value(t);
+  t->constant = true;
+  errorHandler_ = intern(L"*ERROR*");
+  lambdaSymbol_ = intern(L"LAMBDA");
+  defineSpecialForms(*this);
+  defineBuiltins(*this);
+}
+
+Interpreter::~Interpreter() = default;
+
+Symbol* Interpreter::intern(std::wstring_view name) {
+  std::wstring key = upperCase(name);
+  auto& slot = symbols_[key];
+  if (!slot) {
+    slot = std::make_unique<Symbol>();
+    slot->name = std::move(key);
+  }
+  return slot.get();
+}
+
+Symbol* Interpreter::find(std::wstring_view name) const {
+  const auto found = symbols_.find(upperCase(name));
+  return found == symbols_.end() ? nullptr : found->second.get();
+}
+
+std::vector<Symbol*> Interpreter::symbols() const {
+  std::vector<Symbol*> all;
+  for (const auto& [name, symbol] : symbols_) all.push_back(symbol.get());
+  return all;
+}
+
+void Interpreter::define(std::wstring_view name, Native native, int fewest, int most, void* context,
+                         int code) {
+  auto* made = new Function;
+  made->kind = context ? Function::Kind::external : Function::Kind::subr;
+  made->name = upperCase(name);
+  made->native = native;
+  made->fewest = fewest;
+  made->most = most;
+  made->context = context;
+  made->code = code;
+  intern(name)->value = Value(made);
+}
+
+void Interpreter::undefine(std::wstring_view name) {
+  if (Symbol* const symbol = find(name)) symbol->value = Value();
+}
+
+Value Interpreter::eval(const Value& form) {
+  // An error leaves nothing behind that a further evaluation would see.
+  if (!form.isCons()) return form.isSymbol() ? form.symbol()->value : form;
+  return compile(form, *this)->run(*this);
+}
+
+Value Interpreter::evalSource(std::string_view utf8, const std::wstring& fileName) {
+  Reader reader(*this, utf8, fileName);
+  Value last;
+  while (std::optional<Value> form = reader.next()) last = eval(*form);
+  return last;
+}
+
+Value Interpreter::load(const std::wstring& fileName) {
+  std::optional<std::wstring> path = services_.findFile(fileName);
+  if (!path) path = services_.findFile(fileName + L".lsp");
+  if (!path) fail(L"LOAD failed: " + printed(Value(std::wstring_view(fileName)), Style::readable));
+  std::ifstream file(std::filesystem::path(toUtf8(*path)), std::ios::binary);
+  std::ostringstream source;
+  source << file.rdbuf();
+  if (!file) fail(L"LOAD failed: " + printed(Value(std::wstring_view(*path)), Style::readable));
+  return evalSource(source.str(), *path);
+}
+
+Value Interpreter::call(const Value& function, Arguments args) {
+  return apply(*functionOf(function).function(), args);
+}
+
+Value Interpreter::call(std::wstring_view name, Arguments args) { return call(Value(intern(name)), args); }
+
+Value Interpreter::apply(const Function& function, Arguments args) {
+  step();
+  checkDepth();
+  if (function.native) return callNative(function, args);
+  Frame frame(*this);
+  for (const Value& arg : args) push(arg);
+  return callLambda(function, frame);
+}
+
+Value Interpreter::applyFrame(const Function& function, Frame& frame) {
+  if (function.native) return callNative(function, frame.values());
+  return callLambda(function, frame);
+}
+
+Value Interpreter::callNative(const Function& function, Arguments args) {
+  const int count = static_cast<int>(args.size());
+  if (count < function.fewest) fail(L"too few arguments");
+  if (count > function.most) fail(L"too many arguments");
+  try {
+    return function.native(Call{*this, args, function});
+  } catch (LispError& error) {
+    // The program's handler must see the variables as they were where the error happened.
+    tellProgram(error);
+    throw;
+  }
+}
+
+Value Interpreter::callLambda(const Function& function, Frame& frame) {
+  const Lambda& lambda = *function.lambda;
+  const Value kept(const_cast<Function*>(&function));  // a function may redefine itself while it runs
+  const size_t parameters = lambda.parameters.size();
+  const size_t count = frame.values().size();
+  if (count < parameters) fail(L"too few arguments");
+  if (count > parameters) fail(L"too many arguments");
+  for (size_t i = 0; i < lambda.locals.size(); ++i) push(Value());
+
+  // Values and what they hide change places, and change back at the end, also when an error passes.
+  struct Binding {
+    Interpreter& lisp;
+    const Lambda& lambda;
+    size_t base;
+    void exchange(size_t i) {
+      Symbol* const symbol =
+          i < lambda.parameters.size() ? lambda.parameters[i] : lambda.locals[i - lambda.parameters.size()];
+      std::swap(symbol->value, *lisp.stackAt(base + i));
+    }
+    size_t count() const { return lambda.parameters.size() + lambda.locals.size(); }
+    Binding(Interpreter& lisp, const Lambda& lambda, size_t base) : lisp(lisp), lambda(lambda), base(base) {
+      for (size_t i = 0; i < count(); ++i) exchange(i);
+    }
+    ~Binding() {
+      for (size_t i = count(); i-- > 0;) exchange(i);
+    }
+  } binding(*this, lambda, frame.base);
+  return runAll(lambda.body, *this);
+}
+
+Value Interpreter::functionOf(const Value& value) {
+  const Value* at = &value;
+  // A symbol stands for its value; a chain of symbols ends where one names itself.
+  for (int hops = 0; at->isSymbol() && hops < 8; ++hops) {
+    const Symbol& symbol = *at->symbol();
+    if (symbol.value.isNil()) fail(L"no function definition: " + symbol.name);
+    at = &symbol.value;
+  }
+  if (at->isFunction()) {
+    if (at->function()->kind == Function::Kind::specialForm) fail(L"bad function: " + at->function()->name);
+    return *at;
+  }
+  if (at->isCons()) return compiledLambda(*at);
+  fail(L"bad function: " + printed(*at, Style::readable));
+}
+
+Value Interpreter::compiledLambda(const Value& list) {
+  const Cons* const key = &list.cons();
+  if (const auto found = lambdas_.find(key); found != lambdas_.end()) return found->second.second;
+  // `(lambda (x) …)`, or what `defun-q` leaves: `((x) …)`.
+  const bool named = car(list).isSymbol() && car(list).symbol() == lambdaSymbol_;
+  if (!named && !car(list).isList()) fail(L"bad function: " + printed(list, Style::readable));
+  const Value function = makeFunction(L"-lambda-", compileLambda(named ? cdr(list) : list, *this));
+  if (lambdas_.size() >= keptLambdas) lambdas_.clear();
+  lambdas_.emplace(key, std::pair(list, function));
+  return function;
+}
+
+void Interpreter::fail(std::wstring message) {
+  LispError error(std::move(message));
+  tellProgram(error);
+  throw error;
+}
+
+void Interpreter::tellProgram(LispError& error) {
+  if (error.handled || catching_ > 0 || tellingProgram_) return;
+  const Value handler = errorHandler_->value;
+  if (handler.isNil()) return;
+  error.handled = true;
+  tellingProgram_ = true;
+  struct Leave {
+    bool& telling;
+    ~Leave() { telling = false; }
+  } leave{tellingProgram_};
+  const Value message{std::wstring_view(error.message)};
+  try {
+    call(handler, Arguments(&message, 1));
+  } catch (const LispError&) {
+    // An error inside the handler ends the handler alone.
+  }
+}
+
+void Interpreter::slowStep() {
+  if (interrupted_.exchange(false)) fail(L"Function cancelled");
+  if (stepsLeft_ > 0 && --stepsLeft_ == 0) {
+    stepsLeft_ = 1;  // further steps, as of a handler, end as well
+    throw LispError(L"step limit reached");
+  }
+}
+
+void Interpreter::throwTooDeep() { throw LispError(L"internal stack limit reached (simulated)"); }
+
+}  // namespace lisp

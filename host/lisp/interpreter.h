@@ -1,0 +1,138 @@
+#pragma once
+
+#include <atomic>
+#include <exception>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "host/lisp/objects.h"
+#include "host/lisp/services.h"
+
+namespace lisp {
+
+/// An error of the language. `handled` tells that the program's own `*error*` has seen it.
+class LispError : public std::exception {
+ public:
+  explicit LispError(std::wstring message) : message(std::move(message)) {}
+  const char* what() const noexcept override { return "LISP error"; }
+  std::wstring message;
+  bool handled = false;
+};
+
+/// `exit`, `quit` and `vl-exit-with-value`: ends what was called from outside.
+class LispExit : public LispError {
+ public:
+  explicit LispExit(Value value = {}) : LispError(L"quit / exit abort"), value(std::move(value)) {}
+  Value value;
+};
+
+/// The LISP of one document: its symbols with their values, and the evaluator. Values may be handed from
+/// one interpreter to another as long as they hold no symbols but T. All of one thread.
+class Interpreter {
+ public:
+  explicit Interpreter(Services& services);
+  ~Interpreter();
+  Interpreter(const Interpreter&) = delete;
+  Interpreter& operator=(const Interpreter&) = delete;
+
+  /// Evaluates; throws LispError after the program's `*error*` was called, if it has one.
+  Value eval(const Value& form);
+  /// Reads and evaluates all of a source text; gives the last value. Errors name file and line where the
+  /// text itself is wrong.
+  Value evalSource(std::string_view utf8, const std::wstring& fileName);
+  /// The same of a file, found on the search path, with ".lsp" added where needed. Throws LispError.
+  Value load(const std::wstring& fileName);
+  /// Calls a function, a symbol that names one, or a lambda list.
+  Value call(const Value& function, Arguments args);
+  /// The same of the function that is named so.
+  Value call(std::wstring_view name, Arguments args);
+
+  /// Names are without case.
+  Symbol* intern(std::wstring_view name);
+  /// Null when the symbol was never used.
+  Symbol* find(std::wstring_view name) const;
+  std::vector<Symbol*> symbols() const;
+  /// Defines a function of the host under `name`; `context` and `code` come back in `Call::function`.
+  void define(std::wstring_view name, Native native, int fewest = 0, int most = anyCount,
+              void* context = nullptr, int code = 0);
+  void undefine(std::wstring_view name);
+
+  Services& services() { return services_; }
+  const Value& t() const { return t_; }
+  Value truth(bool flag) const { return flag ? t_ : Value(); }
+
+  /// Raises a LISP error: the program's `*error*` is called first, where the error happened.
+  [[noreturn]] void fail(std::wstring message);
+
+  /// Safe to call from a signal handler: the evaluation ends with an error at its next step.
+  void interrupt() { interrupted_ = true; }
+  /// Calls and loop rounds that may still be made; for programs that nobody watches. 0 is no limit.
+  void limitSteps(uint64_t steps) { stepsLeft_ = steps; }
+
+  /// `vl-catch-all-apply`: an error inside doesn't reach the program's `*error*`.
+  template <class Work>
+  auto catching(Work work) {
+    ++catching_;
+    struct Leave {
+      int& depth;
+      ~Leave() { --depth; }
+    } leave{catching_};
+    return work();
+  }
+
+  // For the evaluator's own parts.
+
+  /// Once for each call and loop round.
+  void step() {
+    if (interrupted_.load(std::memory_order_relaxed) || stepsLeft_ != 0) slowStep();
+  }
+  void checkDepth() const {
+    if (static_cast<const char*>(__builtin_frame_address(0)) < lowestStack_) throwTooDeep();
+  }
+  /// Room for arguments and for what bindings hide. Never moves.
+  struct Frame {
+    Interpreter& lisp;
+    size_t base;
+    explicit Frame(Interpreter& lisp) : lisp(lisp), base(lisp.stack_.size()) {}
+    ~Frame() { lisp.stack_.resize(base); }
+    void push(Value value) { lisp.push(std::move(value)); }
+    Arguments values() const { return {lisp.stack_.data() + base, lisp.stack_.size() - base}; }
+  };
+  void push(Value value) {
+    if (stack_.size() == stack_.capacity()) throwTooDeep();
+    stack_.push_back(std::move(value));
+  }
+  Value* stackAt(size_t place) { return stack_.data() + place; }
+  Value apply(const Function& function, Arguments args);
+  /// `frame` holds the arguments and nothing else.
+  Value applyFrame(const Function& function, Frame& frame);
+  /// What a value in the place of a function calls; raises an error when it can't be called.
+  Value functionOf(const Value& value);
+
+ private:
+  void slowStep();
+  [[noreturn]] static void throwTooDeep();
+  Value callNative(const Function& function, Arguments args);
+  Value callLambda(const Function& function, Frame& frame);
+  void tellProgram(LispError& error);
+  Value compiledLambda(const Value& list);
+
+  Services& services_;
+  std::unordered_map<std::wstring, std::unique_ptr<Symbol>> symbols_;
+  std::vector<Value> stack_;
+  Value t_;
+  Symbol* errorHandler_;
+  Symbol* lambdaSymbol_;
+  /// Compiled lambda lists, found by the cons that they are, which the entry keeps alive.
+  std::unordered_map<const Cons*, std::pair<Value, Value>> lambdas_;
+  int catching_ = 0;
+  bool tellingProgram_ = false;
+  std::atomic<bool> interrupted_ = false;
+  uint64_t stepsLeft_ = 0;
+  const char* lowestStack_;
+};
+
+}  // namespace lisp

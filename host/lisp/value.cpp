@@ -1,0 +1,87 @@
+#include "host/lisp/value.h"
+
+#include <cmath>
+#include <vector>
+
+#include "host/lisp/code.h"
+
+namespace lisp {
+
+Value::Value(std::wstring_view text) : type_(Type::text) {
+  auto* made = new Text;
+  made->text = text;
+  as_.counted = made;
+  retain();
+}
+
+Value::Value(Function* function) : type_(Type::function) {
+  as_.counted = function;
+  retain();
+}
+
+Value::Value(Opaque* opaque) : type_(Type::opaque) {
+  as_.counted = opaque;
+  retain();
+}
+
+bool Value::same(const Value& other) const {
+  if (type_ != other.type_) return false;
+  switch (type_) {
+    case Type::nil:
+      return true;
+    case Type::integer:
+      return as_.integer == other.as_.integer;
+    case Type::real:
+      return as_.real == other.as_.real;
+    default:
+      return as_.entity == other.as_.entity;
+  }
+}
+
+void Value::release() {
+  switch (type_) {
+    case Type::text:
+      delete reinterpret_cast<Text*>(as_.counted);
+      return;
+    case Type::function:
+      delete static_cast<Function*>(as_.counted);
+      return;
+    case Type::opaque:
+      delete static_cast<Opaque*>(as_.counted);
+      return;
+    default:
+      break;
+  }
+  // Lists may be a hundred thousand deep in either direction, so what falls free is kept in a row
+  // instead of being freed from within.
+  static thread_local std::vector<Cons*> falling;
+  static thread_local bool freeing = false;
+  falling.push_back(reinterpret_cast<Cons*>(as_.counted));
+  if (freeing) return;
+  freeing = true;
+  while (!falling.empty()) {
+    Cons* const next = falling.back();
+    falling.pop_back();
+    delete next;
+  }
+  freeing = false;
+}
+
+Function::Function() = default;
+Function::~Function() = default;
+
+bool equalValues(const Value& a, const Value& b, double fuzz) {
+  const Value *left = &a, *right = &b;
+  for (; left->isCons() && right->isCons(); left = &cdr(*left), right = &cdr(*right)) {
+    if (left->same(*right)) return true;
+    if (!equalValues(car(*left), car(*right), fuzz)) return false;
+  }
+  if (left->isNumber() && right->isNumber()) {
+    if (left->isInteger() && right->isInteger()) return left->integer() == right->integer();
+    return std::abs(left->number() - right->number()) <= fuzz;
+  }
+  if (left->isText() && right->isText()) return left->text() == right->text();
+  return left->same(*right);
+}
+
+}  // namespace lisp

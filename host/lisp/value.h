@@ -1,0 +1,195 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <utility>
+
+/// Values of the host's LISP. The language has no operation that changes a cons or a string, so that
+/// values form no cycles and counting references frees each exactly when it is last used.
+
+namespace lisp {
+
+class Value;
+struct Symbol;
+struct Cons;
+struct Text;
+struct Function;
+struct Opaque;
+
+enum class Type : uint8_t {
+  nil,
+  integer,
+  real,
+  symbol,
+  entity,
+  // From here on the value counts a reference to an object.
+  text,
+  cons,
+  function,
+  opaque,
+};
+
+/// Base of all objects that values share. Counts are not atomic: one thread runs all LISP.
+struct Counted {
+  uint32_t references = 0;
+};
+
+class Value {
+ public:
+  Value() = default;
+  Value(int32_t value) : type_(Type::integer) {
+    as_.integer = value;
+  }  // NOLINT: values convert by themselves
+  Value(double value) : type_(Type::real) { as_.real = value; }
+  Value(Symbol* symbol) : type_(Type::symbol) { as_.symbol = symbol; }
+  explicit Value(std::wstring_view text);
+  explicit Value(Cons* cons) : type_(Type::cons) { as_.counted = reinterpret_cast<Counted*>(cons), retain(); }
+  explicit Value(Function* function);
+  explicit Value(Opaque* opaque);
+  static Value entity(int64_t name) {
+    Value made;
+    made.type_ = Type::entity;
+    made.as_.entity = name;
+    return made;
+  }
+
+  Value(const Value& other) : as_(other.as_), type_(other.type_) { retain(); }
+  Value(Value&& other) noexcept : as_(other.as_), type_(std::exchange(other.type_, Type::nil)) {}
+  Value& operator=(Value other) noexcept {
+    std::swap(as_, other.as_);
+    std::swap(type_, other.type_);
+    return *this;
+  }
+  ~Value() {
+    if (isCounted() && --as_.counted->references == 0) release();
+  }
+
+  Type type() const { return type_; }
+  bool isNil() const { return type_ == Type::nil; }
+  bool isTrue() const { return type_ != Type::nil; }
+  bool isInteger() const { return type_ == Type::integer; }
+  bool isReal() const { return type_ == Type::real; }
+  bool isNumber() const { return isInteger() || isReal(); }
+  bool isSymbol() const { return type_ == Type::symbol; }
+  bool isText() const { return type_ == Type::text; }
+  bool isCons() const { return type_ == Type::cons; }
+  bool isList() const { return isNil() || isCons(); }
+  bool isFunction() const { return type_ == Type::function; }
+
+  // Only for values of the type.
+  int32_t integer() const { return as_.integer; }
+  double real() const { return as_.real; }
+  double number() const { return isInteger() ? as_.integer : as_.real; }
+  Symbol* symbol() const { return as_.symbol; }
+  int64_t entityName() const { return as_.entity; }
+  const std::wstring& text() const;
+  const Cons& cons() const;
+  Function* function() const;
+  Opaque* opaque() const;
+  /// The same object, or the same plain value.
+  bool same(const Value& other) const;
+
+ private:
+  bool isCounted() const { return type_ >= Type::text; }
+  void retain() {
+    if (isCounted()) ++as_.counted->references;
+  }
+  /// Frees what the last reference held, without recursion along lists.
+  void release();
+
+  union {
+    int32_t integer;
+    double real;
+    Symbol* symbol;
+    int64_t entity;
+    Counted* counted;
+  } as_{};
+  Type type_ = Type::nil;
+};
+
+struct Cons : Counted {
+  Value car, cdr;
+};
+
+struct Text : Counted {
+  std::wstring text;
+};
+
+/// Something of the host's that LISP only hands around: selection sets, files. The last reference
+/// destroys it.
+struct Opaque : Counted {
+  virtual ~Opaque() = default;
+  /// What `type` answers.
+  virtual std::wstring_view typeName() const = 0;
+  virtual std::wstring print() const = 0;
+};
+
+inline const std::wstring& Value::text() const { return reinterpret_cast<Text*>(as_.counted)->text; }
+inline const Cons& Value::cons() const { return *reinterpret_cast<Cons*>(as_.counted); }
+
+inline Value cons(Value car, Value cdr) {
+  auto* made = new Cons;
+  made->car = std::move(car);
+  made->cdr = std::move(cdr);
+  return Value(made);
+}
+inline const Value& car(const Value& list) { return list.cons().car; }
+inline const Value& cdr(const Value& list) { return list.cons().cdr; }
+
+/// Builds a list from front to back.
+class ListBuilder {
+ public:
+  void add(Value value) {
+    auto* made = new Cons;
+    made->car = std::move(value);
+    if (tail_) {
+      tail_->cdr = Value(made);
+    } else {
+      head_ = Value(made);
+    }
+    tail_ = made;
+  }
+  /// The end of a list that isn't nil; a dotted pair's second half.
+  void end(Value rest) {
+    if (tail_) {
+      tail_->cdr = std::move(rest);
+    } else {
+      head_ = std::move(rest);
+    }
+  }
+  Value take() {
+    tail_ = nullptr;
+    return std::move(head_);
+  }
+
+ private:
+  Value head_;
+  Cons* tail_ = nullptr;
+};
+
+/// Walks the elements of a list up to its last cons.
+class Elements {
+ public:
+  explicit Elements(const Value& list) : list_(&list) {}
+  struct Iterator {
+    const Value* at;
+    const Value& operator*() const { return car(*at); }
+    Iterator& operator++() {
+      at = &cdr(*at);
+      return *this;
+    }
+    bool operator!=(std::nullptr_t) const { return at->isCons(); }
+  };
+  Iterator begin() const { return {list_}; }
+  std::nullptr_t end() const { return nullptr; }
+
+ private:
+  const Value* list_;
+};
+
+/// As `equal` compares; reals within `fuzz`.
+bool equalValues(const Value& a, const Value& b, double fuzz = 0.0);
+
+}  // namespace lisp
