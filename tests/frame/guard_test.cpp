@@ -3,66 +3,16 @@
 #include <stdexcept>
 
 #include "host/calls/command_line.h"
-#include "host/calls/served_call.h"
+#include "tests/support/recording_call.h"
 #include "zarbo/frame/framework_exception.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/list_builder.h"
 
 namespace {
 
-/// Keeps what a body returns, as text: "(" and ")" for a list, then each buffer.
-class RecordingCall : public host::ServedCall {
- public:
-  std::wstring result;
-
-  int functionCode() const override { return 0; }
-  resbuf* arguments() const override { return nullptr; }
-  void setResult(const resbuf* value) override { result = describe(value); }
-  void setListResult(const resbuf* values) override { result = describe(values); }
-
- private:
-  static std::wstring describe(const resbuf* values) {
-    std::wstring text;
-    for (; values; values = values->rbnext) {
-      switch (values->restype) {
-        case RTLB:
-          text += L"( ";
-          break;
-        case RTLE:
-          text += L") ";
-          break;
-        case RTDOTE:
-          text += L". ";
-          break;
-        case RTNIL:
-          text += L"nil ";
-          break;
-        case RTT:
-          text += L"T ";
-          break;
-        case RTSTR:
-          text += values->resval.rstring + std::wstring(L" ");
-          break;
-        case RTREAL:
-          text += std::to_wstring(values->resval.rreal) + L" ";
-          break;
-        case RTLONG:
-          text += std::to_wstring(values->resval.rlong) + L" ";
-          break;
-        default:
-          text += L"? ";
-      }
-    }
-    return text;
-  }
-};
-
 template <class Work>
 std::wstring returned(Work work) {
-  RecordingCall call;
-  const host::ServingGuard serving(call);
-  work();
-  return call.result;
+  return served(nullptr, work);
 }
 
 TEST(Guard, MapsCodesToMessagesAndResultWords) {
