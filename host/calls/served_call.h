@@ -4,6 +4,8 @@
 
 namespace host {
 
+class DocumentLisp;
+
 /// A LISP call that a module's function is serving.
 class ServedCall {
  public:
@@ -15,6 +17,8 @@ class ServedCall {
   virtual void setResult(const resbuf* value) = 0;
   /// A list of values.
   virtual void setListResult(const resbuf* values) = 0;
+  /// The LISP that makes the call, to be called back; null for a call from elsewhere.
+  virtual DocumentLisp* lisp() const { return nullptr; }
 };
 
 /// The innermost call that is being served; null outside of all.

@@ -136,6 +136,14 @@ void DocumentManager::closeAll() {
   while (!open_.empty()) close(*open_.back());
 }
 
+void DocumentManager::discardClosed() {
+  if (open_.empty() && !closed_.empty()) {
+    closed_.erase(closed_.begin(), closed_.end() - 1);
+  } else {
+    closed_.clear();
+  }
+}
+
 void DocumentManager::forEach(const std::function<void(Document&)>& work) {
   Document* const former = current_;
   for (const auto& each : open_) {

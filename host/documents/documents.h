@@ -33,7 +33,7 @@ class Document : public AcApDocument {
 /// modules rely on; the last document opened or activated is the active one.
 ///
 /// A closed document's LISP lives on until `discardClosed`, since it may be evaluating the very form
-/// that closed the document.
+/// that closed the document; that of the last one lives on until another document is opened.
 class DocumentManager : public AcApDocManager {
  public:
   AcApDocument* curDocument() const override { return current_; }
@@ -55,7 +55,7 @@ class DocumentManager : public AcApDocManager {
   /// The document that was opened before it becomes the active one, else the first that is left.
   void close(Document& document);
   void closeAll();
-  void discardClosed() { closed_.clear(); }
+  void discardClosed();
 
   /// Calls back with each document as the current one.
   void forEach(const std::function<void(Document&)>& work);

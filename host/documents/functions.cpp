@@ -1,6 +1,7 @@
 #include <string>
 
 #include "brx/lisp_calls.h"
+#include "host/calls/served_call.h"
 #include "host/documents/documents.h"
 #include "host/rx/modules.h"
 
@@ -15,6 +16,12 @@ constexpr int mostFunctions = 100000;
 bool isCode(int code) { return code >= 0 && code < mostFunctions; }
 
 host::DocumentLisp* currentLisp() { return documents().lisp(); }
+
+/// A call back goes to the LISP that made the call, whichever document is current by now.
+host::DocumentLisp* callingLisp() {
+  host::DocumentLisp* const calling = host::servedCall() ? host::servedCall()->lisp() : nullptr;
+  return calling ? calling : currentLisp();
+}
 
 }  // namespace
 
@@ -40,9 +47,9 @@ int acedRegFunc(int (*entry)(), int code) {
 
 int acedInvoke(const resbuf* call, resbuf** result) {
   if (result) *result = nullptr;
-  if (!call || call->restype != RTSTR || !call->resval.rstring || !currentLisp()) return RTERROR;
+  if (!call || call->restype != RTSTR || !call->resval.rstring || !callingLisp()) return RTERROR;
   resbuf* values = nullptr;
-  if (!currentLisp()->invoke(*call, values)) return RTERROR;
+  if (!callingLisp()->invoke(*call, values)) return RTERROR;
   if (result) {
     *result = values;
   } else if (values) {

@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace host {
+
+/// Evaluates a source text form by form in the current document's LISP, and writes a transcript to
+/// standard output: each form after "> ", what it prints, and its value after "=> ".
+void runBatch(const std::string& source, const std::wstring& fileName);
+
+}  // namespace host

@@ -1,0 +1,115 @@
+#include <unistd.h>
+
+#include <cstdio>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <optional>
+#include <stdexcept>
+
+#include "host/app/batch.h"
+#include "host/app/options.h"
+#include "host/app/prompt.h"
+#include "host/app/session.h"
+#include "host/bridge/document_lisp.h"
+#include "host/calls/command_line.h"
+#include "host/documents/documents.h"
+#include "host/lisp/printer.h"
+#include "platform/text/utf.h"
+
+namespace {
+
+enum ExitStatus { succeeded = 0, lispError = 1, wrongUsage = 2 };
+
+int refuse(const std::string& problem) {
+  std::fprintf(stderr, "zarbo-host: %s\n", problem.c_str());
+  return wrongUsage;
+}
+
+std::optional<std::string> readWhole(const std::string& file) {
+  if (file == "-") return std::string(std::istreambuf_iterator<char>(std::cin), {});
+  std::ifstream stream(file, std::ios::binary);
+  if (!stream || stream.peek() == std::ifstream::traits_type::eof()) {
+    // A folder opens, and fails at the first read; an empty file just ends.
+    if (!stream.is_open() || stream.bad() || !stream.eof()) return std::nullopt;
+  }
+  std::string text(std::istreambuf_iterator<char>(stream), {});
+  if (stream.bad()) return std::nullopt;
+  return text;
+}
+
+void printError(const lisp::LispError& error) {
+  host::commandLine().freshLine();
+  if (!error.handled) host::commandLine().show(L"; error: " + error.message + L"\n");
+}
+
+/// Loads the files and evaluates the expressions, in this order; the value of the last expression is
+/// printed.
+int runScripts(const host::Options& options) {
+  try {
+    for (const std::string& file : options.files) {
+      host::currentInterpreter().load(fromUtf8(file));
+      host::documents().discardClosed();
+    }
+    std::wstring value;
+    for (const std::string& each : options.expressions) {
+      value = lisp::printed(host::currentInterpreter().evalSource(each, L""), lisp::Style::readable);
+      host::documents().discardClosed();
+    }
+    host::commandLine().freshLine();
+    if (!options.expressions.empty()) host::commandLine().show(value + L"\n");
+  } catch (const lisp::LispExit&) {
+    host::commandLine().freshLine();
+  } catch (const lisp::LispError& error) {
+    printError(error);
+    return lispError;
+  }
+  return succeeded;
+}
+
+int checkFiles(const host::Options& options) {
+  for (const std::string& each : options.files) {
+    if (access(each.c_str(), R_OK) != 0) return refuse(each + ": can't be read");
+  }
+  if (options.window) return refuse("--window: this host has no window yet");
+  if (!options.output.empty()) return refuse("--output: this host can't write drawings yet");
+  return succeeded;
+}
+
+/// Where the user types, or what the options say.
+int run(const host::Options& options) {
+  const bool scripted = !options.files.empty() || !options.expressions.empty();
+  std::optional<std::string> batch;
+  if (!options.batch.empty()) {
+    batch = readWhole(options.batch);
+    if (!batch) return refuse(options.batch + ": can't be read");
+  }
+  // A script's output is its own; the modules' greetings are for the person at the prompt.
+  host::commandLine().setShown(!scripted && !batch);
+  const host::Session session(options);
+  host::commandLine().freshLine();
+  host::commandLine().setShown(true);
+  int status = scripted ? runScripts(options) : succeeded;
+  if (batch && status == succeeded) {
+    host::runBatch(*batch, options.batch == "-" ? L"" : fromUtf8(options.batch));
+  }
+  if (!scripted && !batch) {
+    host::runPrompt(options.settings.empty() ? "" : options.settings + "/history");
+  }
+  return status;
+}
+
+}  // namespace
+
+int main(int count, char** words) {
+  int status = succeeded;
+  const auto options = host::readOptions(count, words, status);
+  if (!options) return status;
+  status = checkFiles(*options);
+  if (status != succeeded) return status;
+  try {
+    return run(*options);
+  } catch (const std::runtime_error& problem) {
+    return refuse(problem.what());
+  }
+}

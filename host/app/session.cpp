@@ -1,0 +1,68 @@
+#include "host/app/session.h"
+
+#include <cstdio>
+#include <stdexcept>
+
+#include "host/bridge/document_lisp.h"
+#include "host/calls/command_line.h"
+#include "host/calls/variables.h"
+#include "host/documents/documents.h"
+#include "host/rx/modules.h"
+#include "host/script/script_functions.h"
+#include "platform/text/utf.h"
+
+namespace host {
+namespace {
+
+const wchar_t* const solidModule = L"kv_kv-solidBrx21x64.arx";
+
+void load(const std::wstring& module) {
+  std::wstring problem;
+  if (!modules().load(module, problem)) {
+    std::fprintf(stderr, "zarbo-host: %s\n", toUtf8(problem).c_str());
+  }
+}
+
+void loadModules(const Options& options) {
+  if (!options.solid.empty()) {
+    modules().setFileOf(solidModule, fromUtf8(options.solid));
+    load(solidModule);
+  } else {
+    std::wstring ignored;
+    modules().load(solidModule, ignored);
+  }
+  if (!options.noModule) load(fromUtf8(options.module));
+}
+
+void openDrawings(const Options& options) {
+  for (const std::string& each : options.drawings) {
+    std::wstring problem;
+    if (!documents().openFile(fromUtf8(each), problem)) throw std::runtime_error(toUtf8(problem));
+  }
+  if (options.drawings.empty()) documents().create(L"");
+}
+
+}  // namespace
+
+Session::Session(const Options& options) {
+  std::vector<std::wstring> folders;
+  for (const std::string& each : options.support) folders.push_back(fromUtf8(each));
+  setSupportPath(folders);
+  modules().setSearchPath(folders);
+  setDocumentLispMaker([] {
+    auto made = std::make_unique<InterpreterOfDocument>();
+    defineScriptFunctions(made->interpreter());
+    return made;
+  });
+  openDrawings(options);
+  loadModules(options);
+}
+
+Session::~Session() {
+  // What modules say at the end is of no interest to anybody.
+  commandLine().setShown(false);
+  documents().closeAll();
+  modules().unloadAll();
+}
+
+}  // namespace host

@@ -1,0 +1,243 @@
+#include "host/bridge/values.h"
+
+#include <vector>
+
+#include "brx/lisp_calls.h"
+#include "host/lisp/interpreter.h"
+#include "host/lisp/printer.h"
+
+namespace host {
+namespace {
+
+using lisp::Type;
+using lisp::Value;
+
+class BufferWriter {
+ public:
+  ~BufferWriter() {
+    if (head_) acutRelRb(head_);
+  }
+  resbuf* take() { return std::exchange(head_, nullptr); }
+
+  void write(const Value& value) {
+    switch (value.type()) {
+      case Type::nil:
+        add(RTNIL);
+        break;
+      case Type::integer:
+        writeInteger(value.integer());
+        break;
+      case Type::real:
+        add(RTREAL).resval.rreal = value.real();
+        break;
+      case Type::text:
+        acutNewString(value.text().c_str(), add(RTSTR).resval.rstring);
+        break;
+      case Type::entity:
+        add(RTENAME).resval.rlname[0] = value.entityName();
+        break;
+      case Type::cons:
+        writeList(value);
+        break;
+      default:
+        writeOther(value);
+    }
+  }
+
+ private:
+  resbuf& add(int type) {
+    resbuf* const made = acutNewRb(type);
+    (tail_ ? tail_->rbnext : head_) = made;
+    tail_ = made;
+    return *made;
+  }
+
+  void writeInteger(int32_t value) {
+    if (value >= INT16_MIN && value <= INT16_MAX) {
+      add(RTSHORT).resval.rint = static_cast<int16_t>(value);
+    } else {
+      add(RTLONG).resval.rlong = value;
+    }
+  }
+
+  bool writePoint(const Value& list) {
+    double numbers[3] = {};
+    size_t count = 0;
+    const Value* at = &list;
+    for (; at->isCons() && count < 3 && lisp::car(*at).isNumber(); at = &lisp::cdr(*at)) {
+      numbers[count++] = lisp::car(*at).number();
+    }
+    if (!at->isNil() || count < 2) return false;
+    resbuf& point = add(count == 2 ? RTPOINT : RT3DPOINT);
+    for (size_t i = 0; i < 3; ++i) point.resval.rpoint[i] = numbers[i];
+    return true;
+  }
+
+  /// Deep nesting costs memory, not stack.
+  void writeList(const Value& list) {
+    if (writePoint(list)) return;
+    add(RTLB);
+    std::vector<const Value*> rests = {&list};
+    while (!rests.empty()) {
+      const Value& rest = *rests.back();
+      if (rest.isCons()) {
+        rests.back() = &lisp::cdr(rest);
+        const Value& element = lisp::car(rest);
+        if (!element.isCons()) {
+          write(element);
+        } else if (!writePoint(element)) {
+          add(RTLB);
+          rests.push_back(&element);
+        }
+        continue;
+      }
+      if (rest.isTrue()) {
+        add(RTDOTE);
+        write(rest);
+      }
+      add(RTLE);
+      rests.pop_back();
+    }
+  }
+
+  void writeOther(const Value& value) {
+    if (value.isSymbol() && value.symbol()->name == L"T") {
+      add(RTT);
+      return;
+    }
+    if (value.type() == Type::opaque) {
+      if (const auto* set = dynamic_cast<const PickSet*>(value.opaque())) {
+        add(RTPICKS).resval.rlname[0] = set->number;
+        return;
+      }
+    }
+    throw lisp::LispError(L"bad argument type: " + lisp::printed(value, lisp::Style::readable));
+  }
+
+  resbuf* head_ = nullptr;
+  resbuf* tail_ = nullptr;
+};
+
+Value listOfNumbers(const ads_real* numbers, size_t count) {
+  lisp::ListBuilder list;
+  for (size_t i = 0; i < count; ++i) list.add(Value(numbers[i]));
+  return list.take();
+}
+
+/// A group of an entity's or an extended data's list.
+Value groupPair(const resbuf& group) {
+  const int code = group.restype;
+  Value value;
+  const bool isPoint = (code >= 10 && code <= 18) || (code >= 110 && code <= 112) || code == 210 ||
+                       (code >= 1010 && code <= 1013);
+  if (isPoint) {
+    value = listOfNumbers(group.resval.rpoint, 3);
+  } else if ((code >= 38 && code <= 59) || (code >= 140 && code <= 149) || (code >= 460 && code <= 469) ||
+             (code >= 1040 && code <= 1042)) {
+    value = Value(group.resval.rreal);
+  } else if ((code >= 90 && code <= 99) || (code >= 420 && code <= 429) || (code >= 440 && code <= 459) ||
+             code == 1071) {
+    value = Value(group.resval.rlong);
+  } else if (code == -1 || code == -2 || (code >= 320 && code <= 369)) {
+    value = Value::entity(group.resval.rlname[0]);
+  } else if ((code >= 60 && code <= 79) || (code >= 170 && code <= 179) || (code >= 270 && code <= 289) ||
+             (code >= 370 && code <= 389) || (code >= 400 && code <= 409) || code == 1070) {
+    value = Value(int32_t{group.resval.rint});
+  } else {
+    value = Value(std::wstring_view(group.resval.rstring ? group.resval.rstring : L""));
+  }
+  return lisp::cons(Value(int32_t{code}), std::move(value));
+}
+
+Value atom(const resbuf& buffer, const Value& t) {
+  switch (buffer.restype) {
+    case RTSHORT:
+      return Value(int32_t{buffer.resval.rint});
+    case RTLONG:
+      return Value(buffer.resval.rlong);
+    case RTREAL:
+    case RTANG:
+    case RTORINT:
+      return Value(buffer.resval.rreal);
+    case RTSTR:
+      return Value(std::wstring_view(buffer.resval.rstring ? buffer.resval.rstring : L""));
+    case RTPOINT:
+      return listOfNumbers(buffer.resval.rpoint, 2);
+    case RT3DPOINT:
+      return listOfNumbers(buffer.resval.rpoint, 3);
+    case RTENAME:
+      return Value::entity(buffer.resval.rlname[0]);
+    case RTPICKS:
+      return Value(static_cast<lisp::Opaque*>(new PickSet(buffer.resval.rlname[0])));
+    case RTT:
+      return t;
+    default:
+      return buffer.restype < RTNONE ? groupPair(buffer) : Value();
+  }
+}
+
+/// One list that is being read, with the dot behind which its last value stands.
+struct OpenList {
+  lisp::ListBuilder values;
+  bool afterDot = false;
+  void add(Value value) {
+    if (afterDot) {
+      values.end(std::move(value));
+    } else {
+      values.add(std::move(value));
+    }
+  }
+};
+
+}  // namespace
+
+resbuf* toBuffers(lisp::Arguments values) {
+  BufferWriter writer;
+  for (const Value& each : values) writer.write(each);
+  return writer.take();
+}
+
+Value takeValue(const resbuf*& at, const Value& t) {
+  std::vector<OpenList> open;
+  while (at) {
+    const resbuf& buffer = *at;
+    at = at->rbnext;
+    Value value;
+    if (buffer.restype == RTLB) {
+      open.emplace_back();
+      continue;
+    }
+    if (buffer.restype == RTDOTE && !open.empty()) {
+      open.back().afterDot = true;
+      continue;
+    }
+    if (buffer.restype == RTLE && !open.empty()) {
+      value = open.back().values.take();
+      open.pop_back();
+    } else {
+      value = atom(buffer, t);
+    }
+    if (open.empty()) return value;
+    open.back().add(std::move(value));
+  }
+  while (open.size() > 1) {
+    Value inner = open.back().values.take();
+    open.pop_back();
+    open.back().add(std::move(inner));
+  }
+  return open.empty() ? Value() : open.back().values.take();
+}
+
+Value toList(const resbuf* values, const Value& t) {
+  const resbuf* at = values;
+  if (at && at->restype == RTLB) {
+    Value whole = takeValue(at, t);
+    if (!at) return whole;
+    at = values;
+  }
+  lisp::ListBuilder list;
+  while (at) list.add(takeValue(at, t));
+  return list.take();
+}
+
+}  // namespace host

@@ -1,0 +1,178 @@
+#include "host/script/script_functions.h"
+
+#include "host/calls/command_line.h"
+#include "host/documents/documents.h"
+#include "host/rx/modules.h"
+#include "host/script/queues.h"
+#include "platform/com/call_trace.h"
+#include "platform/text/utf.h"
+
+namespace host {
+namespace {
+
+using lisp::Call;
+using lisp::Value;
+
+Value text(std::wstring_view value) { return Value(value); }
+
+// Command line
+
+Value output(const Call& call) {
+  if (call.has(0) && call[0].isNil()) {
+    commandLine().takeRecord();
+    commandLine().setShown(true);
+    return {};
+  }
+  if (scriptQueues().transcript) commandLine().setShown(false);
+  return text(commandLine().takeRecord());
+}
+
+// Documents
+
+Document& named(const Call& call) {
+  Document* const found = documents().find(call.text(0));
+  if (!found) call.lisp.fail(L"no open document: " + call.text(0));
+  return *found;
+}
+
+Value newDocument(const Call& call) {
+  return text(documents().create(call.has(0) ? call.text(0) : L"").fileName());
+}
+
+Value openDocument(const Call& call) {
+  std::wstring problem;
+  const Document* const opened = documents().openFile(call.text(0), problem);
+  if (!opened) call.lisp.fail(problem);
+  return text(opened->fileName());
+}
+
+Value activateDocument(const Call& call) {
+  Document& document = named(call);
+  documents().activate(document);
+  return text(document.fileName());
+}
+
+Value saveDocument(const Call& call) {
+  Document* const document = documents().current();
+  if (!document) call.lisp.fail(L"no open document");
+  std::wstring problem;
+  if (!documents().save(*document, call.has(0) ? call.text(0) : L"", problem)) call.lisp.fail(problem);
+  return text(document->fileName());
+}
+
+Value closeDocument(const Call& call) {
+  Document* const document = call.has(0) ? &named(call) : documents().current();
+  if (!document) call.lisp.fail(L"no open document");
+  documents().close(*document);
+  return call.lisp.t();
+}
+
+Value listDocuments(const Call&) {
+  lisp::ListBuilder names;
+  for (const auto& each : documents().open()) names.add(text(each->fileName()));
+  return names.take();
+}
+
+// Modules
+
+/// With a second argument a failure is that value, else an error.
+Value moduleResult(const Call& call, bool success, const wchar_t* verb) {
+  if (success) return call[0];
+  if (call.has(1)) return call[1];
+  call.lisp.fail(std::wstring(verb) + L" failed: \"" + call.text(0) + L"\"");
+}
+
+Value loadModule(const Call& call) {
+  std::wstring problem;
+  const bool loaded = modules().load(call.text(0), problem);
+  if (!loaded && !call.has(1)) commandLine().print(L"\n" + problem + L"\n");
+  return moduleResult(call, loaded, L"ARXLOAD");
+}
+
+Value unloadModule(const Call& call) {
+  std::wstring problem;
+  const bool unloaded = modules().unload(call.text(0), problem);
+  if (!unloaded && !call.has(1)) commandLine().print(L"\n" + problem + L"\n");
+  return moduleResult(call, unloaded, L"ARXUNLOAD");
+}
+
+Value listModules(const Call&) {
+  lisp::ListBuilder names;
+  for (const std::wstring& each : modules().loadedFiles()) names.add(text(each));
+  return names.take();
+}
+
+// Engine calls
+
+Value traced(const VARIANT& value) {
+  switch (value.vt) {
+    case VT_BSTR:
+      return text(viewOf(value.bstrVal));
+    case VT_I2:
+      return Value(int32_t{value.iVal});
+    case VT_I4:
+      return Value(int32_t{value.lVal});
+    case VT_R8:
+      return Value(value.dblVal);
+    case VT_BOOL:
+      return Value(int32_t{value.boolVal});
+    default:
+      return {};
+  }
+}
+
+/// The first call switches the record on.
+Value trace(const Call&) {
+  setCallTrace(true);
+  lisp::ListBuilder calls;
+  for (const TracedCall& each : takeTracedCalls()) {
+    lisp::ListBuilder one;
+    one.add(text(each.method));
+    for (const COleVariant& argument : each.arguments) one.add(traced(argument));
+    calls.add(one.take());
+  }
+  return calls.take();
+}
+
+// Input
+
+Value queueInput(const Call& call) {
+  for (const Value& each : call.args) scriptQueues().input.push_back(each);
+  return Value(static_cast<int32_t>(scriptQueues().input.size()));
+}
+
+Value takePrompts(const Call&) {
+  lisp::ListBuilder prompts;
+  for (const std::wstring& each : std::exchange(scriptQueues().prompts, {})) prompts.add(text(each));
+  return prompts.take();
+}
+
+struct Row {
+  const wchar_t* name;
+  lisp::Native native;
+  int fewest, most;
+};
+
+constexpr Row rows[] = {
+    {L"host-output", output, 0, 1},
+    {L"host-new", newDocument, 0, 1},
+    {L"host-open", openDocument, 1, 1},
+    {L"host-activate", activateDocument, 1, 1},
+    {L"host-saveas", saveDocument, 0, 1},
+    {L"host-close", closeDocument, 0, 1},
+    {L"host-documents", listDocuments, 0, 0},
+    {L"host-trace", trace, 0, 0},
+    {L"host-input", queueInput, 0, lisp::anyCount},
+    {L"host-prompts", takePrompts, 0, 0},
+    {L"arxload", loadModule, 1, 2},
+    {L"arxunload", unloadModule, 1, 2},
+    {L"arx", listModules, 0, 0},
+};
+
+}  // namespace
+
+void defineScriptFunctions(lisp::Interpreter& interpreter) {
+  for (const Row& row : rows) interpreter.define(row.name, row.native, row.fewest, row.most);
+}
+
+}  // namespace host
