@@ -54,7 +54,8 @@ void Value::release() {
   }
   // Lists may be a hundred thousand deep in either direction, so what falls free is kept in a row
   // instead of being freed from within.
-  static thread_local std::vector<Cons*> falling;
+  // The row is never destroyed: values fall free until the very end of the program.
+  static thread_local auto& falling = *new std::vector<Cons*>;
   static thread_local bool freeing = false;
   falling.push_back(reinterpret_cast<Cons*>(as_.counted));
   if (freeing) return;
