@@ -1,7 +1,5 @@
 #include "host/lisp/builtins.h"
 
-#include <cwctype>
-
 #include "host/lisp/printer.h"
 
 namespace lisp {
@@ -49,16 +47,6 @@ Symbol* Call::symbol(size_t place) const {
   const Value& value = args[place];
   if (!value.isSymbol()) failType(L"symbolp", value);
   return value.symbol();
-}
-
-std::wstring upperCased(std::wstring text) {
-  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
-  return text;
-}
-
-std::wstring lowerCased(std::wstring text) {
-  for (wchar_t& c : text) c = static_cast<wchar_t>(std::towlower(static_cast<wint_t>(c)));
-  return text;
 }
 
 std::vector<Value> elementsOf(const Value& list) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "host/lisp/interpreter.h"
+#include "platform/text/letters.h"
 
 /// The language's own functions, a table for each subject: a row is a name, a small body and the
 /// number of arguments.
@@ -32,9 +33,6 @@ std::span<const Builtin> vlStringBuiltins();
 
 /// "bad argument type: PREDICATE: VALUE".
 [[noreturn]] void failType(const wchar_t* predicate, const Value& value);
-/// The upper-case of a text by the rules of the language's own case functions.
-std::wstring upperCased(std::wstring text);
-std::wstring lowerCased(std::wstring text);
 /// The elements of a proper list; raises "bad argument type: listp" for any other value.
 std::vector<Value> elementsOf(const Value& list);
 Value listOf(std::span<const Value> values);

@@ -3,7 +3,6 @@
 #include <sys/resource.h>
 
 #include <algorithm>
-#include <cwctype>
 #include <filesystem>
 #include <fstream>
 #include <sstream>
@@ -12,6 +11,7 @@
 #include "host/lisp/code.h"
 #include "host/lisp/printer.h"
 #include "host/lisp/reader.h"
+#include "platform/text/letters.h"
 #include "platform/text/utf.h"
 
 namespace lisp {
@@ -31,12 +31,6 @@ const char* lowestUsableStack() {
   return here - (std::min(size, mostStack) - reservedStack);
 }
 
-std::wstring upperCase(std::wstring_view text) {
-  std::wstring upper(text);
-  for (wchar_t& c : upper) c = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
-  return upper;
-}
-
 }  // namespace
 
 Interpreter::Interpreter(Services& services) : services_(services), lowestStack_(lowestUsableStack()) {
@@ -53,7 +47,7 @@ Interpreter::Interpreter(Services& services) : services_(services), lowestStack_
 Interpreter::~Interpreter() = default;
 
 Symbol* Interpreter::intern(std::wstring_view name) {
-  std::wstring key = upperCase(name);
+  std::wstring key = upperCased(std::wstring(name));
   auto& slot = symbols_[key];
   if (!slot) {
     slot = std::make_unique<Symbol>();
@@ -63,7 +57,7 @@ Symbol* Interpreter::intern(std::wstring_view name) {
 }
 
 Symbol* Interpreter::find(std::wstring_view name) const {
-  const auto found = symbols_.find(upperCase(name));
+  const auto found = symbols_.find(upperCased(std::wstring(name)));
   return found == symbols_.end() ? nullptr : found->second.get();
 }
 
@@ -77,7 +71,7 @@ void Interpreter::define(std::wstring_view name, Native native, int fewest, int 
                          int code) {
   auto* made = new Function;
   made->kind = context ? Function::Kind::external : Function::Kind::subr;
-  made->name = upperCase(name);
+  made->name = upperCased(std::wstring(name));
   made->native = native;
   made->fewest = fewest;
   made->most = most;

@@ -4,9 +4,9 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
-#include <cwctype>
 #include <string_view>
 
+#include "platform/text/letters.h"
 #include "platform/text/utf.h"
 
 namespace lisp {
@@ -297,8 +297,7 @@ std::wstring angleText(double radians, AngleUnits units, int precision, bool dro
 std::optional<double> parseAngle(const std::wstring& text, AngleUnits units) {
   std::string bytes;
   for (const wchar_t c : text) {
-    if (c != L' ')
-      bytes += toUtf8(std::wstring(1, static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)))));
+    if (c != L' ') bytes += toUtf8(std::wstring(1, upperLetter(c)));
   }
   if (bytes.empty()) return {};
   if (const auto surveyed = surveyorDegrees(bytes, degrees)) return *surveyed * pi / 180.0;

@@ -1,9 +1,14 @@
 #include "host/lisp/wildcard.h"
 
-#include <cwctype>
+#include "platform/text/letters.h"
 
 namespace lisp {
 namespace {
+
+bool isDigit(wchar_t c) { return c >= L'0' && c <= L'9'; }
+
+// What has two cases is a letter; of the rest, all that lies beyond ASCII and punctuation.
+bool isLetter(wchar_t c) { return upperLetter(c) != lowerLetter(c) || c >= 0x2C00; }
 
 /// One element of a pattern at `at`: whether it takes `c`, and where the next begins.
 struct Element {
@@ -33,11 +38,11 @@ Element matchSet(std::wstring_view pattern, size_t at, wchar_t c) {
 Element matchOne(std::wstring_view pattern, size_t at, wchar_t c) {
   switch (pattern[at]) {
     case L'#':
-      return {c >= L'0' && c <= L'9', at + 1};
+      return {isDigit(c), at + 1};
     case L'@':
-      return {std::iswalpha(static_cast<wint_t>(c)) != 0, at + 1};
+      return {isLetter(c), at + 1};
     case L'.':
-      return {std::iswalnum(static_cast<wint_t>(c)) == 0, at + 1};
+      return {!isLetter(c) && !isDigit(c), at + 1};
     case L'?':
       return {true, at + 1};
     case L'[':
