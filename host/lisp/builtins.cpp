@@ -22,6 +22,14 @@ void failType(const wchar_t* predicate, const Value& value) {
   throw LispError(std::wstring(L"bad argument type: ") + predicate + L" " + printed(value, Style::readable));
 }
 
+wchar_t characterOf(const Value& code) {
+  if (!code.isInteger()) failType(L"fixnump:", code);
+  if (code.integer() < 0 || code.integer() > 0x10FFFF) {
+    throw LispError(L"bad argument value: character code " + std::to_wstring(code.integer()));
+  }
+  return static_cast<wchar_t>(code.integer());
+}
+
 double Call::number(size_t place) const {
   const Value& value = args[place];
   if (!value.isNumber()) failType(L"numberp:", value);

@@ -60,7 +60,7 @@ Value writeLine(const Call& call) {
 }
 
 Value writeChar(const Call& call) {
-  const auto c = static_cast<wchar_t>(call.integer(0));
+  const wchar_t c = characterOf(call[0]);
   write(call, 1, std::wstring_view(&c, 1));
   return call[0];
 }

@@ -51,7 +51,7 @@ Value ascii(const Call& call) {
 }
 
 Value chr(const Call& call) {
-  const auto c = static_cast<wchar_t>(call.integer(0));
+  const wchar_t c = characterOf(call[0]);
   return c == 0 ? textValue(L"") : textValue(std::wstring_view(&c, 1));
 }
 

@@ -75,10 +75,7 @@ Value toList(const Call& call) {
 
 Value fromList(const Call& call) {
   std::wstring text;
-  for (const Value& code : Elements(call.list(0))) {
-    if (!code.isInteger()) failType(L"fixnump:", code);
-    text += static_cast<wchar_t>(code.integer());
-  }
+  for (const Value& code : Elements(call.list(0))) text += characterOf(code);
   return textValue(text);
 }
 

@@ -5,7 +5,9 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
+#include <new>
 #include <sstream>
+#include <stdexcept>
 
 #include "host/lisp/builtins.h"
 #include "host/lisp/code.h"
@@ -139,6 +141,10 @@ Value Interpreter::callNative(const Function& function, Arguments args) {
     // The program's handler must see the variables as they were where the error happened.
     tellProgram(error);
     throw;
+  } catch (const std::bad_alloc&) {
+    fail(L"insufficient memory");
+  } catch (const std::length_error&) {
+    fail(L"insufficient memory");
   }
 }
 

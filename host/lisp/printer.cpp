@@ -32,7 +32,7 @@ void appendEscaped(std::wstring& out, const std::wstring& text) {
         out += L"\\e";
         break;
       default:
-        if (c < 32 || c == 127) {
+        if ((c >= 0 && c < 32) || c == 127) {
           wchar_t octal[8];
           std::swprintf(octal, 8, L"\\%03o", static_cast<unsigned>(c));
           out += octal;

@@ -1,6 +1,7 @@
 #include "host/lisp/value.h"
 
 #include <cmath>
+#include <tuple>
 #include <vector>
 
 #include "host/lisp/code.h"
@@ -113,18 +114,40 @@ void Value::release() {
 Function::Function() = default;
 Function::~Function() = default;
 
+namespace {
+
+bool equalAtoms(const Value& a, const Value& b, double fuzz) {
+  if (a.isNumber() && b.isNumber()) {
+    if (a.isInteger() && b.isInteger()) return a.integer() == b.integer();
+    return std::abs(a.number() - b.number()) <= fuzz;
+  }
+  if (a.isText() && b.isText()) return a.text() == b.text();
+  return a.same(b);
+}
+
+}  // namespace
+
 bool equalValues(const Value& a, const Value& b, double fuzz) {
+  if (!a.isCons() || !b.isCons()) return equalAtoms(a, b, fuzz);
+  // What is still to be compared; lists may be deeper than the stack.
+  std::vector<std::pair<const Value*, const Value*>> waiting;
   const Value *left = &a, *right = &b;
-  for (; left->isCons() && right->isCons(); left = &cdr(*left), right = &cdr(*right)) {
-    if (left->same(*right)) return true;
-    if (!equalValues(car(*left), car(*right), fuzz)) return false;
+  for (;;) {
+    while (left->isCons() && right->isCons() && !left->same(*right)) {
+      const Value &carLeft = car(*left), &carRight = car(*right);
+      if (carLeft.isCons() && carRight.isCons()) {
+        waiting.emplace_back(&carLeft, &carRight);
+      } else if (!equalAtoms(carLeft, carRight, fuzz)) {
+        return false;
+      }
+      left = &cdr(*left);
+      right = &cdr(*right);
+    }
+    if (!equalAtoms(*left, *right, fuzz)) return false;
+    if (waiting.empty()) return true;
+    std::tie(left, right) = waiting.back();
+    waiting.pop_back();
   }
-  if (left->isNumber() && right->isNumber()) {
-    if (left->isInteger() && right->isInteger()) return left->integer() == right->integer();
-    return std::abs(left->number() - right->number()) <= fuzz;
-  }
-  if (left->isText() && right->isText()) return left->text() == right->text();
-  return left->same(*right);
 }
 
 }  // namespace lisp

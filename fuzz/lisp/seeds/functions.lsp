@@ -1,0 +1,5 @@
+(defun f (n / a) (setq a (list n 1.5 "x\n")) (if (> n 0) (cons a (f (1- n)))))
+(f 5) (mapcar '(lambda (x y) (+ x y)) '(1 2) '(3 4)) (apply 'strcat '("a" "b"))
+(foreach x '(1 2 3) (princ x)) (while nil) (repeat 3 (terpri))
+(vl-catch-all-apply '/ '(1 0)) (defun *error* (m) (princ m)) (car 1)
+(vl-sort '(3 1 2) '<) (wcmatch "abc" "a*,[~b]#@.?") (subst 1 2 '(2 2)) (assoc 1 '((1 . 2)))

@@ -1,0 +1,5 @@
+; comment ;| block |; "\U+00E9\101\e\"" '(a . b) '(a b . c) (quote)
+(vl-string-subst "x" "" "abc" 99) (substr "abc" 2 9) (substr "abc" 0) (chr 0) (chr -5) (ascii "")
+(vl-string-translate "abc" "x" "cab") (vl-string->list "abc") (vl-list->string '(65 -1 99999999))
+(vl-string-search "b" "abc" -4) (vl-string-trim " " " a ") (nth -1 '(1)) (read "(1 .") (read "")
+(vl-prin1-to-string '(1 2.5 "a")) (eval (list '+ 1 2)) (vl-exit-with-value 3) (exit)
