@@ -1,0 +1,14 @@
+#pragma once
+
+#include "brx/db_object.h"
+
+/// Calls between names of LISP and database ids. A name's first word is the object's id.
+Acad::ErrorStatus acdbGetObjectId(AcDbObjectId& id, const ads_name name);
+Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId id);
+/// Registers an application name for extended data in the working database; `RTERROR` for a bad name.
+int acdbRegApp(const ACHAR* name);
+int acdbHandEnt(const ACHAR* handle, ads_name name);
+int acdbEntDel(const ads_name name);
+/// First entity of model space behind `after` that isn't erased, or the first of all with null.
+int acdbEntNext(const ads_name after, ads_name name);
+int acdbEntLast(ads_name name);

@@ -1,0 +1,181 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "brx/db_curves.h"
+
+/// Symbol tables and their records. Names are compared without regard to case.
+
+class BRX_API AcDbSymbolTableRecord : public AcDbObject {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbSymbolTableRecord)
+  std::wstring getName() const { return name_; }
+  Acad::ErrorStatus getName(const ACHAR*& name) const { return name = name_.c_str(), Acad::eOk; }
+  /// `eDuplicateKey` when the table has another record of the name.
+  Acad::ErrorStatus setName(const ACHAR* name);
+  BRX_FILES_ITSELF
+
+ private:
+  friend struct HostAccess;
+  std::wstring name_;
+  Adesk::Int16 flags_ = 0;
+
+ protected:
+  Adesk::Int16 flags() const { return flags_; }
+  void setFlag(Adesk::Int16 bit, bool on) {
+    flags_ = static_cast<Adesk::Int16>(on ? flags_ | bit : flags_ & ~bit);
+  }
+};
+
+class BRX_API AcDbSymbolTable : public AcDbObject {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbSymbolTable)
+  /// `eKeyNotFound`; a record that is erased counts only with `getErased`, otherwise `eWasErased`.
+  Acad::ErrorStatus getAt(const ACHAR* name, AcDbObjectId& id, bool getErased = false) const;
+  template <class T>
+  Acad::ErrorStatus getAt(const ACHAR* name, T*& record, AcDb::OpenMode mode, bool openErased = false) const {
+    AcDbObjectId id;
+    const Acad::ErrorStatus status = getAt(name, id, openErased);
+    return status == Acad::eOk ? acdbOpenObject(record, id, mode, openErased) : status;
+  }
+  bool has(const ACHAR* name) const;
+  /// The table's database owns the record afterwards; it stays open for write.
+  Acad::ErrorStatus add(AcDbObjectId& id, AcDbSymbolTableRecord* record);
+  Acad::ErrorStatus add(AcDbSymbolTableRecord* record);
+  /// In the order of adding, the erased ones among them.
+  const std::vector<AcDbObjectId>& recordIds() const { return order_; }
+
+ private:
+  friend struct HostAccess;
+  std::map<std::wstring, AcDbObjectId, std::less<>> byName_;
+  std::vector<AcDbObjectId> order_;
+};
+
+#define BRX_SYMBOL_TABLE(Name)                  \
+  class BRX_API Name : public AcDbSymbolTable { \
+   public:                                      \
+    ACRX_DECLARE_MEMBERS(Name)                  \
+  };
+BRX_SYMBOL_TABLE(AcDbBlockTable)
+BRX_SYMBOL_TABLE(AcDbLayerTable)
+BRX_SYMBOL_TABLE(AcDbLinetypeTable)
+BRX_SYMBOL_TABLE(AcDbTextStyleTable)
+BRX_SYMBOL_TABLE(AcDbRegAppTable)
+BRX_SYMBOL_TABLE(AcDbDimStyleTable)
+#undef BRX_SYMBOL_TABLE
+
+class BRX_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbLayerTableRecord)
+  bool isFrozen() const { return flags() & 1; }
+  Acad::ErrorStatus setIsFrozen(bool frozen);
+  bool isLocked() const { return flags() & 4; }
+  void setIsLocked(bool locked);
+  bool isOff() const { return off_; }
+  void setIsOff(bool off);
+  AcCmColor color() const { return color_; }
+  void setColor(const AcCmColor& color);
+  AcDbObjectId linetypeObjectId() const { return linetype_; }
+  void setLinetypeObjectId(AcDbObjectId linetype);
+  int lineWeight() const { return lineWeight_; }
+  bool isPlottable() const { return plottable_; }
+  BRX_FILES_ITSELF
+
+ private:
+  friend struct HostAccess;
+  AcCmColor color_ = [] {
+    AcCmColor c;
+    c.setColorIndex(7);
+    return c;
+  }();
+  AcDbObjectId linetype_;
+  Adesk::Int16 lineWeight_ = -3;
+  bool off_ = false, plottable_ = true;
+};
+
+class BRX_API AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbLinetypeTableRecord)
+  std::wstring comments() const { return comments_; }
+  /// Lengths in drawing units: above 0 a dash, below a gap, 0 a dot. Empty for a continuous line.
+  const std::vector<double>& dashes() const { return dashes_; }
+  void setPattern(std::wstring comments, std::vector<double> dashes);
+  double patternLength() const;
+  BRX_FILES_ITSELF
+
+ private:
+  friend struct HostAccess;
+  std::wstring comments_;
+  std::vector<double> dashes_;
+};
+
+class BRX_API AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbTextStyleTableRecord)
+  double textSize() const { return textSize_; }
+  double xScale() const { return xScale_; }
+  double obliquingAngle() const { return oblique_; }
+  std::wstring fileName() const { return fileName_; }
+  BRX_FILES_ITSELF
+
+ private:
+  friend struct HostAccess;
+  double textSize_ = 0, xScale_ = 1, oblique_ = 0, priorSize_ = 0.2;
+  std::wstring fileName_ = L"txt", bigFontFileName_;
+};
+
+class BRX_API AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord)
+};
+class BRX_API AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbDimStyleTableRecord)
+};
+
+class AcDbBlockTableRecordIterator;
+
+class BRX_API AcDbBlockTableRecord : public AcDbSymbolTableRecord {
+ public:
+  ACRX_DECLARE_MEMBERS(AcDbBlockTableRecord)
+  AcGePoint3d origin() const { return origin_; }
+  Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
+  bool isAnonymous() const { return flags() & 1; }
+  bool isLayout() const;
+  /// The record owns the entity afterwards; it stays open for write. `eSelfReference` for a block
+  /// reference that leads back to this record.
+  Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
+  Acad::ErrorStatus appendAcDbEntity(AcDbEntity* entity);
+  /// The caller deletes the iterator.
+  Acad::ErrorStatus newIterator(AcDbBlockTableRecordIterator*& iterator, bool atBeginning = true,
+                                bool skipDeleted = true) const;
+  /// In the order of appending, the erased ones among them.
+  const std::vector<AcDbObjectId>& entityIds() const { return entities_; }
+  BRX_FILES_ITSELF
+
+ private:
+  friend struct HostAccess;
+  AcGePoint3d origin_;
+  std::vector<AcDbObjectId> entities_;
+};
+
+/// Walks the entities of a record; valid while the record lives.
+class BRX_API AcDbBlockTableRecordIterator {
+ public:
+  AcDbBlockTableRecordIterator(const AcDbBlockTableRecord& record, bool skipDeleted);
+  void start(bool atBeginning = true, bool skipDeleted = true);
+  bool done() const { return index_ >= record_.entityIds().size(); }
+  void step(bool forward = true, bool skipDeleted = true);
+  Acad::ErrorStatus getEntityId(AcDbObjectId& id) const;
+  Acad::ErrorStatus getEntity(AcDbEntity*& entity, AcDb::OpenMode mode = AcDb::kForRead,
+                              bool openErased = false) const;
+
+ private:
+  const AcDbBlockTableRecord& record_;
+  size_t index_ = 0;
+};
+
+inline constexpr const ACHAR* ACDB_MODEL_SPACE = L"*Model_Space";
+inline constexpr const ACHAR* ACDB_PAPER_SPACE = L"*Paper_Space";
