@@ -10,9 +10,6 @@ void defineBuiltins(Interpreter& lisp) {
         fileBuiltins(), geometryBuiltins(), unitBuiltins(), vlListBuiltins(), vlStringBuiltins()}) {
     for (const Builtin& row : table) lisp.define(row.name, row.body, row.fewest, row.most);
   }
-  for (const IntegerShortcut& row : integerShortcuts()) {
-    lisp.intern(row.name)->value.function()->ofIntegers = row.body;
-  }
   Symbol* const pi = lisp.intern(L"PI");
   pi->value = Value(3.141592653589793);
   pi->constant = true;

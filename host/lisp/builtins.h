@@ -18,17 +18,10 @@ struct Builtin {
   int most = anyCount;
 };
 
-/// What `numberBuiltins` do with two integers, without a call.
-struct IntegerShortcut {
-  const wchar_t* name;
-  OfIntegers body;
-};
-
 void defineBuiltins(Interpreter& lisp);
 
 std::span<const Builtin> listBuiltins();
 std::span<const Builtin> numberBuiltins();
-std::span<const IntegerShortcut> integerShortcuts();
 std::span<const Builtin> stringBuiltins();
 std::span<const Builtin> controlBuiltins();
 std::span<const Builtin> outputBuiltins();

@@ -1,5 +1,4 @@
 #include <cmath>
-#include <functional>
 #include <limits>
 #include <numeric>
 
@@ -36,12 +35,10 @@ Value fold(const Call& call, int32_t start, Integers integers, Reals reals) {
   return result;
 }
 
-int32_t sum(int32_t a, int32_t b) { return wrapped(int64_t{a} + b); }
-int32_t difference(int32_t a, int32_t b) { return wrapped(int64_t{a} - b); }
-int32_t product(int32_t a, int32_t b) { return wrapped(int64_t{a} * b); }
-
 Value add(const Call& call) {
-  return fold(call, 0, sum, [](double a, double b) { return a + b; });
+  return fold(
+      call, 0, [](int32_t a, int32_t b) { return wrapped(int64_t{a} + b); },
+      [](double a, double b) { return a + b; });
 }
 
 Value subtract(const Call& call) {
@@ -49,11 +46,15 @@ Value subtract(const Call& call) {
     call.number(0);
     return call[0].isInteger() ? Value(wrapped(-int64_t{call[0].integer()})) : Value(-call[0].real());
   }
-  return fold(call, 0, difference, [](double a, double b) { return a - b; });
+  return fold(
+      call, 0, [](int32_t a, int32_t b) { return wrapped(int64_t{a} - b); },
+      [](double a, double b) { return a - b; });
 }
 
 Value multiply(const Call& call) {
-  return fold(call, 0, product, [](double a, double b) { return a * b; });
+  return fold(
+      call, 0, [](int32_t a, int32_t b) { return wrapped(int64_t{a} * b); },
+      [](double a, double b) { return a * b; });
 }
 
 Value divide(const Call& call) {
@@ -251,32 +252,7 @@ Value notEqual(const Call& call) {
   return call.lisp.t();
 }
 
-template <int32_t (*operation)(int32_t, int32_t)>
-Value ofIntegers(const Value&, int32_t a, int32_t b) {
-  return operation(a, b);
-}
-
-template <class Compare>
-Value compareIntegers(const Value& t, int32_t a, int32_t b) {
-  return Compare()(a, b) ? t : Value();
-}
-
 }  // namespace
-
-std::span<const IntegerShortcut> integerShortcuts() {
-  static const IntegerShortcut table[] = {
-      {L"+", ofIntegers<sum>},
-      {L"-", ofIntegers<difference>},
-      {L"*", ofIntegers<product>},
-      {L"<", compareIntegers<std::less<>>},
-      {L"<=", compareIntegers<std::less_equal<>>},
-      {L">", compareIntegers<std::greater<>>},
-      {L">=", compareIntegers<std::greater_equal<>>},
-      {L"=", compareIntegers<std::equal_to<>>},
-      {L"/=", compareIntegers<std::not_equal_to<>>},
-  };
-  return table;
-}
 
 std::span<const Builtin> numberBuiltins() {
   static const Builtin table[] = {

@@ -13,11 +13,9 @@ namespace {
 Value textValue(std::wstring_view text) { return Value(text); }
 
 Value strcat(const Call& call) {
-  if (call.count() == 0) return textValue(L"");
-  if (!call[0].isText()) failType(L"stringp", call[0]);
-  std::wstring rest;
-  for (size_t i = 1; i < call.count(); ++i) rest += call.text(i);
-  return joinedText(call[0], std::move(rest));
+  std::wstring joined;
+  for (size_t i = 0; i < call.count(); ++i) joined += call.text(i);
+  return textValue(joined);
 }
 
 Value strlen(const Call& call) {

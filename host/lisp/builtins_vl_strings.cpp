@@ -1,26 +1,9 @@
-#include <cstring>
-
 #include "host/lisp/builtins.h"
 
 namespace lisp {
 namespace {
 
 Value textValue(std::wstring_view text) { return Value(text); }
-
-// The C library's search of bytes is far quicker than the one of wide texts; a hit that begins within a
-// character is none.
-size_t findText(const std::wstring& text, const std::wstring& pattern, size_t start) {
-  const auto* const first = reinterpret_cast<const char*>(text.data());
-  const size_t end = text.size() * sizeof(wchar_t);
-  for (size_t at = start * sizeof(wchar_t); at <= end;) {
-    const void* const hit = memmem(first + at, end - at, pattern.data(), pattern.size() * sizeof(wchar_t));
-    if (!hit) break;
-    const auto offset = static_cast<size_t>(static_cast<const char*>(hit) - first);
-    if (offset % sizeof(wchar_t) == 0) return offset / sizeof(wchar_t);
-    at = offset + 1;
-  }
-  return std::wstring::npos;
-}
 
 size_t optionalPlace(const Call& call, size_t place) {
   if (!call.has(place) || call[place].isNil()) return 0;
@@ -34,7 +17,7 @@ Value search(const Call& call) {
   const std::wstring &pattern = call.text(0), &text = call.text(1);
   const size_t start = optionalPlace(call, 2);
   if (start > text.size()) return {};
-  const size_t found = findText(text, pattern, start);
+  const size_t found = text.find(pattern, start);
   return found == std::wstring::npos ? Value() : Value(static_cast<int32_t>(found));
 }
 

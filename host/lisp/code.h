@@ -21,9 +21,8 @@ using CodeList = std::vector<CodePtr>;
 Value runAll(const CodeList& body, Interpreter& lisp);
 
 struct Lambda {
-  /// The parameters, and behind them the local variables.
-  std::vector<Symbol*> bound;
-  size_t parameters = 0;
+  std::vector<Symbol*> parameters;
+  std::vector<Symbol*> locals;
   CodeList body;
   /// Parameter list and body, as `defun-q` keeps them and as they print.
   Value source;

@@ -17,12 +17,12 @@ struct Variable : Code {
 };
 
 struct NamedCall : Code {
-  // The function is looked up after the arguments, which may define it, and held while it runs.
   Value run(Interpreter& lisp) const override {
     lisp.step();
     lisp.checkDepth();
     Interpreter::Frame frame(lisp);
     for (const CodePtr& arg : args) lisp.push(arg->run(lisp));
+    // Looked up after the arguments, which may define it.
     const Value function = symbol->value;
     if (function.isFunction()) return lisp.applyFrame(*function.function(), frame);
     if (function.isNil()) lisp.fail(L"no function definition: " + symbol->name);
@@ -30,26 +30,6 @@ struct NamedCall : Code {
   }
   Symbol* symbol;
   CodeList args;
-};
-
-/// Two arguments: what the language's own functions do with two integers is done on the spot.
-struct BinaryCall : Code {
-  Value run(Interpreter& lisp) const override {
-    lisp.step();
-    lisp.checkDepth();
-    const Value pair[] = {first->run(lisp), second->run(lisp)};
-    const Value& callee = symbol->value;
-    if (callee.isFunction()) {
-      const Function& function = *callee.function();
-      if (function.ofIntegers && pair[0].isInteger() && pair[1].isInteger()) {
-        return function.ofIntegers(lisp.t(), pair[0].integer(), pair[1].integer());
-      }
-    }
-    const Value kept = callee;
-    return lisp.apply(*(kept.isFunction() ? kept : lisp.functionOf(Value(symbol))).function(), pair);
-  }
-  Symbol* symbol;
-  CodePtr first, second;
 };
 
 struct ComputedCall : Code {
@@ -91,17 +71,6 @@ CodePtr compileCall(const Value& form, Interpreter& lisp) {
         return std::make_unique<Failure>(error.message);
       }
     }
-    const Value& callee = head.symbol()->value;
-    if (callee.isFunction() && callee.function()->ofIntegers) {
-      CodeList args = compileAll(cdr(form), lisp);
-      if (args.size() == 2) {
-        auto pair = std::make_unique<BinaryCall>();
-        pair->symbol = head.symbol();
-        pair->first = std::move(args[0]);
-        pair->second = std::move(args[1]);
-        return pair;
-      }
-    }
     auto call = std::make_unique<NamedCall>();
     call->symbol = head.symbol();
     call->args = compileAll(cdr(form), lisp);
@@ -141,15 +110,14 @@ std::unique_ptr<Lambda> compileLambda(const Value& source, Interpreter& lisp) {
   auto made = std::make_unique<Lambda>();
   made->source = source;
   if (!source.isCons() || !car(source).isList()) throw LispError(L"syntax error");
-  bool locals = false;
+  std::vector<Symbol*>* names = &made->parameters;
   for (const Value& name : Elements(car(source))) {
     if (!name.isSymbol()) throw LispError(L"syntax error");
     if (name.symbol()->name == L"/") {
-      locals = true;
-      continue;
+      names = &made->locals;
+    } else {
+      names->push_back(name.symbol());
     }
-    made->bound.push_back(name.symbol());
-    if (!locals) ++made->parameters;
   }
   made->body = compileAll(cdr(source), lisp);
   return made;

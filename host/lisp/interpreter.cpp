@@ -35,14 +35,8 @@ const char* lowestUsableStack() {
 
 }  // namespace
 
-Interpreter::Stack::Stack()
-    : bottom(static_cast<Value*>(::operator new(stackValues * sizeof(Value)))),
-      top(bottom),
-      end(bottom + stackValues) {}
-
-Interpreter::Stack::~Stack() { ::operator delete(bottom); }
-
 Interpreter::Interpreter(Services& services) : services_(services), lowestStack_(lowestUsableStack()) {
+  stack_.reserve(stackValues);
   Symbol* const t = intern(L"T");
   t->value = t_ = Value(t);
   t->constant = true;
@@ -131,6 +125,11 @@ Value Interpreter::apply(const Function& function, Arguments args) {
   return callLambda(function, frame);
 }
 
+Value Interpreter::applyFrame(const Function& function, Frame& frame) {
+  if (function.native) return callNative(function, frame.values());
+  return callLambda(function, frame);
+}
+
 Value Interpreter::callNative(const Function& function, Arguments args) {
   const int count = static_cast<int>(args.size());
   if (count < function.fewest) fail(L"too few arguments");
@@ -150,26 +149,31 @@ Value Interpreter::callNative(const Function& function, Arguments args) {
 
 Value Interpreter::callLambda(const Function& function, Frame& frame) {
   const Lambda& lambda = *function.lambda;
-  const size_t parameters = lambda.parameters;
+  const Value kept(const_cast<Function*>(&function));  // a function may redefine itself while it runs
+  const size_t parameters = lambda.parameters.size();
   const size_t count = frame.values().size();
   if (count < parameters) fail(L"too few arguments");
   if (count > parameters) fail(L"too many arguments");
-  for (size_t i = parameters; i < lambda.bound.size(); ++i) push(Value());
+  for (size_t i = 0; i < lambda.locals.size(); ++i) push(Value());
 
   // Values and what they hide change places, and change back at the end, also when an error passes.
   struct Binding {
+    Interpreter& lisp;
     const Lambda& lambda;
-    Value* const slots;
-    void exchange() {
-      Value* slot = slots;
-      for (Symbol* symbol : lambda.bound) std::swap(symbol->value, *slot++);
+    size_t base;
+    void exchange(size_t i) {
+      Symbol* const symbol =
+          i < lambda.parameters.size() ? lambda.parameters[i] : lambda.locals[i - lambda.parameters.size()];
+      std::swap(symbol->value, *lisp.stackAt(base + i));
     }
-    Binding(const Lambda& lambda, Value* slots) : lambda(lambda), slots(slots) { exchange(); }
+    size_t count() const { return lambda.parameters.size() + lambda.locals.size(); }
+    Binding(Interpreter& lisp, const Lambda& lambda, size_t base) : lisp(lisp), lambda(lambda), base(base) {
+      for (size_t i = 0; i < count(); ++i) exchange(i);
+    }
     ~Binding() {
-      // Backward, so that a name that stands twice gets its first value back.
-      for (size_t i = lambda.bound.size(); i-- > 0;) std::swap(lambda.bound[i]->value, slots[i]);
+      for (size_t i = count(); i-- > 0;) exchange(i);
     }
-  } binding(lambda, frame.base);
+  } binding(*this, lambda, frame.base);
   return runAll(lambda.body, *this);
 }
 

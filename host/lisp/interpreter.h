@@ -92,47 +92,37 @@ class Interpreter {
   void checkDepth() const {
     if (static_cast<const char*>(__builtin_frame_address(0)) < lowestStack_) throwTooDeep();
   }
-  /// Room for arguments and for what bindings hide, given back at the frame's end. Never moves.
+  /// Room for arguments and for what bindings hide. Never moves.
   struct Frame {
     Interpreter& lisp;
-    Value* const base;
-    explicit Frame(Interpreter& lisp) : lisp(lisp), base(lisp.stack_.top) {}
-    ~Frame() {
-      while (lisp.stack_.top != base) (--lisp.stack_.top)->~Value();
-    }
-    Frame(const Frame&) = delete;
-    Frame& operator=(const Frame&) = delete;
+    size_t base;
+    explicit Frame(Interpreter& lisp) : lisp(lisp), base(lisp.stack_.size()) {}
+    ~Frame() { lisp.stack_.resize(base); }
     void push(Value value) { lisp.push(std::move(value)); }
-    Arguments values() const { return {base, lisp.stack_.top}; }
+    Arguments values() const { return {lisp.stack_.data() + base, lisp.stack_.size() - base}; }
   };
   void push(Value value) {
-    if (stack_.top == stack_.end) throwTooDeep();
-    new (stack_.top++) Value(std::move(value));
+    if (stack_.size() == stack_.capacity()) throwTooDeep();
+    stack_.push_back(std::move(value));
   }
+  Value* stackAt(size_t place) { return stack_.data() + place; }
   Value apply(const Function& function, Arguments args);
-  /// `frame` holds the arguments and nothing else. The caller keeps the function alive.
-  Value applyFrame(const Function& function, Frame& frame) {
-    return function.native ? callNative(function, frame.values()) : callLambda(function, frame);
-  }
-  Value callNative(const Function& function, Arguments args);
+  /// `frame` holds the arguments and nothing else.
+  Value applyFrame(const Function& function, Frame& frame);
   /// What a value in the place of a function calls; raises an error when it can't be called.
   Value functionOf(const Value& value);
 
  private:
   void slowStep();
   [[noreturn]] static void throwTooDeep();
+  Value callNative(const Function& function, Arguments args);
   Value callLambda(const Function& function, Frame& frame);
   void tellProgram(LispError& error);
   Value compiledLambda(const Value& list);
 
   Services& services_;
   std::unordered_map<std::wstring, std::unique_ptr<Symbol>> symbols_;
-  /// Plain memory, of which only the values below `top` are alive.
-  struct Stack {
-    Stack();
-    ~Stack();
-    Value *bottom, *top, *end;
-  } stack_;
+  std::vector<Value> stack_;
   Value t_;
   Symbol* errorHandler_;
   Symbol* lambdaSymbol_;

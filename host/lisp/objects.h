@@ -45,8 +45,6 @@ struct Call {
 };
 
 using Native = Value (*)(const Call&);
-/// The same for two integers; `t` is the language's T.
-using OfIntegers = Value (*)(const Value& t, int32_t a, int32_t b);
 
 constexpr int anyCount = std::numeric_limits<int>::max();
 
@@ -56,8 +54,6 @@ struct Function : Counted {
   Kind kind = Kind::subr;
   std::wstring name;
   Native native = nullptr;
-  /// Shortcut of `native`, where there is one.
-  OfIntegers ofIntegers = nullptr;
   int fewest = 0, most = anyCount;
   /// What `define` was given, for functions of the host.
   void* context = nullptr;

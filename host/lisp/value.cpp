@@ -10,7 +10,7 @@ namespace lisp {
 
 Value::Value(std::wstring_view text) : type_(Type::text) {
   auto* made = new Text;
-  made->flat = text;
+  made->text = text;
   as_.counted = made;
   retain();
 }
@@ -39,52 +39,10 @@ bool Value::same(const Value& other) const {
   }
 }
 
-void Value::releaseText(Text* text) {
-  // Halves hang on halves: what falls free with a text is freed in a loop.
-  while (text) {
-    const Value left = std::move(text->left);
-    delete text;
-    text = nullptr;
-    if (left.isText() && left.as_.counted->references == 1) {
-      text = reinterpret_cast<Text*>(left.as_.counted);
-      new (const_cast<Value*>(&left)) Value();
-    }
-  }
-}
-
-void Text::join() const {
-  std::wstring whole(leftLength + flat.size(), L'\0');
-  size_t end = whole.size();
-  const auto prepend = [&](const std::wstring& part) {
-    end -= part.size();
-    part.copy(whole.data() + end, part.size());
-  };
-  prepend(flat);
-  for (const Text* at = reinterpret_cast<const Text*>(left.as_.counted); at;
-       at = at->left.isTrue() ? reinterpret_cast<const Text*>(at->left.as_.counted) : nullptr) {
-    prepend(at->flat);
-  }
-  flat = std::move(whole);
-  leftLength = 0;
-  left = Value();
-}
-
-Value joinedText(const Value& first, std::wstring rest) {
-  // Short texts are cheaper to copy than to link.
-  constexpr size_t worthLinking = 256;
-  if (first.textLength() < worthLinking) return Value(std::wstring_view(first.text() + rest));
-  Value made{std::wstring_view()};
-  Text* const text = Value::textOf(made);
-  text->flat = std::move(rest);
-  text->left = first;
-  text->leftLength = first.textLength();
-  return made;
-}
-
 void Value::release() {
   switch (type_) {
     case Type::text:
-      releaseText(reinterpret_cast<Text*>(as_.counted));
+      delete reinterpret_cast<Text*>(as_.counted);
       return;
     case Type::function:
       delete static_cast<Function*>(as_.counted);

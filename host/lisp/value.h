@@ -85,7 +85,6 @@ class Value {
   Symbol* symbol() const { return as_.symbol; }
   int64_t entityName() const { return as_.entity; }
   const std::wstring& text() const;
-  size_t textLength() const;
   const Cons& cons() const;
   Function* function() const;
   Opaque* opaque() const;
@@ -93,16 +92,12 @@ class Value {
   bool same(const Value& other) const;
 
  private:
-  friend struct Text;
   bool isCounted() const { return type_ >= Type::text; }
   void retain() {
     if (isCounted()) ++as_.counted->references;
   }
   /// Frees what the last reference held, without recursion along lists.
   void release();
-  static void releaseText(Text* text);
-  static Text* textOf(const Value& value) { return reinterpret_cast<Text*>(value.as_.counted); }
-  friend Value joinedText(const Value& first, std::wstring rest);
 
   union {
     int32_t integer;
@@ -118,26 +113,9 @@ struct Cons : Counted {
   Value car, cdr;
 };
 
-/// A text may stand as its two halves until somebody looks at it, so that building one from many pieces
-/// costs its length and not the square of it.
 struct Text : Counted {
-  const std::wstring& whole() const {
-    if (left.isTrue()) join();
-    return flat;
-  }
-  size_t length() const { return leftLength + flat.size(); }
-
-  mutable std::wstring flat;
-  /// What stands before `flat`, or nil.
-  mutable Value left;
-  mutable size_t leftLength = 0;
-
- private:
-  void join() const;
+  std::wstring text;
 };
-
-/// `first` followed by `rest`, where `first` is a text.
-Value joinedText(const Value& first, std::wstring rest);
 
 /// Something of the host's that LISP only hands around: selection sets, files. The last reference
 /// destroys it.
@@ -148,8 +126,7 @@ struct Opaque : Counted {
   virtual std::wstring print() const = 0;
 };
 
-inline const std::wstring& Value::text() const { return reinterpret_cast<Text*>(as_.counted)->whole(); }
-inline size_t Value::textLength() const { return reinterpret_cast<Text*>(as_.counted)->length(); }
+inline const std::wstring& Value::text() const { return reinterpret_cast<Text*>(as_.counted)->text; }
 inline const Cons& Value::cons() const { return *reinterpret_cast<Cons*>(as_.counted); }
 
 inline Value cons(Value car, Value cdr) {

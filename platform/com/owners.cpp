@@ -121,7 +121,7 @@ COleVariant COleVariant::boolean(bool value) {
   return COleVariant(static_cast<SHORT>(value ? -1 : 0), VT_BOOL);
 }
 
-COleVariant COleVariant::date(DATE value) {
+COleVariant COleVariant::dateOf(DATE value) {
   COleVariant result(value);
   result.vt = VT_DATE;
   return result;

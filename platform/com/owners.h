@@ -64,7 +64,7 @@ class COleVariant : public VARIANT {
 
   static COleVariant null();
   static COleVariant boolean(bool value);
-  static COleVariant date(DATE value);
+  static COleVariant dateOf(DATE value);
 
   void Clear() { VariantClear(this); }
   /// Takes over what `other` holds and leaves it empty.

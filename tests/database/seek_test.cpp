@@ -123,7 +123,7 @@ TEST(VariantValues, BecomeLispValues) {
   EXPECT_EQ(valueOf(COleVariant(L" x "), false), L" x  ");
   EXPECT_EQ(valueOf(COleVariant(L" "), false), L" ");
   EXPECT_EQ(valueOf(COleVariant(L"  "), false), L"   ");
-  EXPECT_EQ(valueOf(COleVariant::date(1e9), true), L"Invalid DateTime ");
+  EXPECT_EQ(valueOf(COleVariant::dateOf(1e9), true), L"Invalid DateTime ");
 }
 
 TEST(RowSets, BecomeListsOfRecords) {

@@ -1,0 +1,596 @@
+#include "engine/catalog.h"
+
+#include <algorithm>
+#include <array>
+
+#include "engine/errors.h"
+
+namespace {
+
+constexpr const char* systemTables = R"(
+CREATE TABLE zb_tables(name TEXT NOT NULL COLLATE JET PRIMARY KEY, stored TEXT NOT NULL, row_id TEXT NOT NULL) STRICT;
+CREATE TABLE zb_columns(table_name TEXT NOT NULL COLLATE JET, position INTEGER NOT NULL, name TEXT NOT NULL,
+  type TEXT NOT NULL, size INTEGER NOT NULL, required INTEGER NOT NULL, counter INTEGER NOT NULL,
+  empty_allowed INTEGER NOT NULL, default_value TEXT NOT NULL, PRIMARY KEY(table_name, position)) STRICT;
+CREATE TABLE zb_indexes(table_name TEXT NOT NULL COLLATE JET, position INTEGER NOT NULL, name TEXT NOT NULL,
+  columns TEXT NOT NULL, is_primary INTEGER NOT NULL, is_unique INTEGER NOT NULL, required INTEGER NOT NULL,
+  ignore_null INTEGER NOT NULL, PRIMARY KEY(table_name, position)) STRICT;
+CREATE TABLE zb_relations(name TEXT NOT NULL COLLATE JET PRIMARY KEY, table_name TEXT NOT NULL COLLATE JET,
+  foreign_table TEXT NOT NULL COLLATE JET, columns TEXT NOT NULL, foreign_columns TEXT NOT NULL,
+  cascade_update INTEGER NOT NULL, cascade_delete INTEGER NOT NULL, null_on_delete INTEGER NOT NULL) STRICT;
+CREATE TABLE zb_queries(name TEXT NOT NULL COLLATE JET PRIMARY KEY, sql TEXT NOT NULL) STRICT;
+)";
+
+struct TypeRow {
+  jet::Type type;
+  const char* name;     // in zb_columns
+  const char* storage;  // in SQLite
+};
+
+constexpr TypeRow typeRows[] = {
+    {jet::Type::YesNo, "yesno", "INTEGER"},        {jet::Type::Byte, "byte", "INTEGER"},
+    {jet::Type::Integer, "integer", "INTEGER"},    {jet::Type::Long, "long", "INTEGER"},
+    {jet::Type::Currency, "currency", "INTEGER"},  {jet::Type::Single, "single", "REAL"},
+    {jet::Type::Double, "double", "REAL"},         {jet::Type::Date, "date", "REAL"},
+    {jet::Type::Text, "text", "TEXT COLLATE JET"}, {jet::Type::Memo, "memo", "TEXT COLLATE JET"},
+    {jet::Type::Binary, "binary", "BLOB"},         {jet::Type::Guid, "guid", "TEXT COLLATE JET"},
+};
+
+const TypeRow& rowOf(jet::Type type) {
+  for (const TypeRow& row : typeRows) {
+    if (row.type == type) return row;
+  }
+  fail(definitionSyntax, "a field has no type");
+}
+
+jet::Type typeNamed(std::string_view name) {
+  for (const TypeRow& row : typeRows) {
+    if (name == row.name) return row.type;
+  }
+  return jet::Type::Unknown;
+}
+
+constexpr size_t longestName = 64;
+constexpr size_t mostColumns = 255;
+
+// Names lie between tabs in lists, and quoted in SQL.
+void requireName(std::string_view name) {
+  const bool bad = name.empty() || name.front() == ' ' || name.size() > 4 * longestName ||
+                   std::any_of(name.begin(), name.end(), [](char c) {
+                     return static_cast<unsigned char>(c) < ' ' ||
+                            std::string_view(".![]`").find(c) != std::string_view::npos;
+                   });
+  if (bad) fail(badName, name);
+}
+
+std::vector<std::string> split(std::string_view list) {
+  std::vector<std::string> result;
+  while (!list.empty()) {
+    const size_t end = std::min(list.find('\t'), list.size());
+    result.emplace_back(list.substr(0, end));
+    list.remove_prefix(std::min(end + 1, list.size()));
+  }
+  return result;
+}
+
+std::string join(const std::vector<std::string>& names) {
+  std::string result;
+  for (const std::string& name : names) result += (result.empty() ? "" : "\t") + name;
+  return result;
+}
+
+std::string indexColumns(const jet::Index& index) {
+  std::vector<std::string> marked;
+  for (const auto& column : index.columns) marked.push_back((column.descending ? "-" : "+") + column.name);
+  return join(marked);
+}
+
+std::vector<jet::IndexColumn> readIndexColumns(std::string_view list) {
+  std::vector<jet::IndexColumn> result;
+  for (const std::string& marked : split(list)) result.push_back({marked.substr(1), marked[0] == '-'});
+  return result;
+}
+
+bool hasColumn(const jet::Table& table, std::string_view name) {
+  return DatabaseCatalog::columnPlace(table, name) >= 0;
+}
+
+// SQLite keeps some names for itself, and the catalog others.
+std::string storedTableName(std::string_view name) {
+  const std::string folded = foldText(name);
+  const bool reserved = folded.starts_with("sqlite_") || folded.starts_with("zb_") || folded.starts_with("~");
+  return (reserved ? "~" : "") + std::string(name);
+}
+
+std::string freeRowName(const jet::Table& table) {
+  std::string name = "zb_row";
+  while (hasColumn(table, name)) name += "_";
+  return name;
+}
+
+void requireDefinition(const jet::Table& table) {
+  requireName(table.name);
+  if (table.columns.empty()) fail(definitionSyntax, "a table needs a field");
+  if (table.columns.size() > mostColumns) fail(jet::tooManyFields);
+  std::set<std::string, TextLess> names;
+  int counters = 0;
+  for (const jet::Column& column : table.columns) {
+    requireName(column.name);
+    if (!names.insert(column.name).second) fail(jet::duplicateField, column.name);
+    rowOf(column.type);
+    if (column.counter) ++counters;
+    if (column.counter && column.type != jet::Type::Long)
+      fail(definitionSyntax, "a counter is a long number");
+  }
+  if (counters > 1) fail(definitionSyntax, "a table has one counter at most");
+}
+
+void requireIndex(const jet::Table& table, const jet::Index& index) {
+  requireName(index.name);
+  if (index.columns.empty() || index.columns.size() > 10)
+    fail(definitionSyntax, "an index has 1 to 10 fields");
+  std::set<std::string, TextLess> names;
+  for (const auto& column : index.columns) {
+    if (!hasColumn(table, column.name)) fail(jet::noSuchField, column.name);
+    if (!names.insert(column.name).second) fail(jet::duplicateField, column.name);
+  }
+}
+
+}  // namespace
+
+void createSystemTables(Database& database) { database.execute(systemTables, Access::Schema); }
+
+std::string storedIndexName(const jet::Table& table, const jet::Index& index) {
+  return storedTableName(table.name) + "." + index.name;
+}
+
+int counterColumn(const jet::Table& table) {
+  for (size_t i = 0; i < table.columns.size(); ++i) {
+    if (table.columns[i].counter) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+bool isRowOrder(const jet::Table& table, const jet::Index& index) {
+  const int counter = counterColumn(table);
+  return counter >= 0 && index.columns.size() == 1 &&
+         sameText(index.columns[0].name, table.columns[static_cast<size_t>(counter)].name);
+}
+
+void DatabaseCatalog::refresh() {
+  Statement& probe = database_.prepared("SELECT 1 FROM sqlite_schema LIMIT 1", Access::Read);
+  {
+    const Run run(probe);
+    probe.step();
+  }
+  const uint32_t schema = database_.stamp().schema;
+  if (loaded_ && schema == schema_) return;
+  load();
+  schema_ = schema;
+  loaded_ = true;
+}
+
+void DatabaseCatalog::load() {
+  ++generation_;
+  tables_.clear();
+  sqlite3* handle = database_.handle();
+  Statement tables(handle, "SELECT name, stored, row_id FROM zb_tables", Access::Read, 0);
+  while (tables.step()) {
+    jet::Table table;
+    table.name = tables.text(0);
+    table.sqlName = "\"main\"." + quoted(tables.text(1));
+    table.rowId = tables.text(2);
+    tables_.emplace(table.name, std::move(table));
+  }
+  Statement columns(handle,
+                    "SELECT table_name, name, type, size, required, counter, empty_allowed, default_value "
+                    "FROM zb_columns ORDER BY table_name, position",
+                    Access::Read, 0);
+  while (columns.step()) {
+    const auto owner = tables_.find(columns.text(0));
+    if (owner == tables_.end()) continue;
+    owner->second.columns.push_back({std::string(columns.text(1)),
+                                     typeNamed(columns.text(2)),
+                                     static_cast<int>(columns.integer(3)),
+                                     columns.integer(4) != 0,
+                                     columns.integer(5) != 0,
+                                     columns.integer(6) != 0,
+                                     std::string(columns.text(7)),
+                                     {}});
+  }
+  Statement indexes(handle,
+                    "SELECT table_name, name, columns, is_primary, is_unique, required, ignore_null "
+                    "FROM zb_indexes ORDER BY table_name, position",
+                    Access::Read, 0);
+  while (indexes.step()) {
+    const auto owner = tables_.find(indexes.text(0));
+    if (owner == tables_.end()) continue;
+    owner->second.indexes.push_back({std::string(indexes.text(1)), readIndexColumns(indexes.text(2)),
+                                     indexes.integer(3) != 0, indexes.integer(4) != 0,
+                                     indexes.integer(5) != 0, indexes.integer(6) != 0});
+  }
+}
+
+std::vector<std::string> DatabaseCatalog::tableNames() const {
+  std::vector<std::string> names;
+  for (const auto& [name, table] : tables_) names.push_back(name);
+  return names;
+}
+
+const jet::Index* DatabaseCatalog::findIndex(const jet::Table& table, std::string_view name) {
+  for (const jet::Index& index : table.indexes) {
+    if (sameText(index.name, name)) return &index;
+  }
+  for (const jet::Index& index : table.indexes) {
+    if (index.columns.size() == 1 && sameText(index.columns[0].name, name)) return &index;
+  }
+  return nullptr;
+}
+
+int DatabaseCatalog::columnPlace(const jet::Table& table, std::string_view name) {
+  for (size_t i = 0; i < table.columns.size(); ++i) {
+    if (sameText(table.columns[i].name, name)) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+std::vector<jet::Relation> DatabaseCatalog::relations() {
+  std::vector<jet::Relation> result;
+  Statement rows(database_.handle(),
+                 "SELECT name, table_name, foreign_table, columns, foreign_columns, cascade_update, "
+                 "cascade_delete, null_on_delete FROM zb_relations ORDER BY name",
+                 Access::Read, 0);
+  while (rows.step()) {
+    result.push_back({std::string(rows.text(0)), std::string(rows.text(1)), std::string(rows.text(2)),
+                      split(rows.text(3)), split(rows.text(4)), rows.integer(5) != 0, rows.integer(6) != 0,
+                      rows.integer(7) != 0});
+  }
+  return result;
+}
+
+std::vector<std::string> DatabaseCatalog::queryNames() {
+  std::vector<std::string> names;
+  Statement rows(database_.handle(), "SELECT name FROM zb_queries ORDER BY name", Access::Read, 0);
+  while (rows.step()) names.emplace_back(rows.text(0));
+  return names;
+}
+
+const jet::Table* DatabaseCatalog::findTable(std::string_view name) {
+  if (!loaded_) refresh();
+  const auto found = tables_.find(name);
+  return found == tables_.end() ? nullptr : &found->second;
+}
+
+std::optional<std::string> DatabaseCatalog::findQuery(std::string_view name) {
+  Statement& statement = database_.prepared("SELECT sql FROM zb_queries WHERE name = ?", Access::Read);
+  const Run run(statement);
+  statement.bind(1, name);
+  if (!statement.step()) return std::nullopt;
+  return std::string(statement.text(0));
+}
+
+const jet::Table& DatabaseCatalog::require(std::string_view name) {
+  const jet::Table* table = findTable(name);
+  if (!table) fail(tableNotFound, name);
+  return *table;
+}
+
+jet::Catalog::Refusal DatabaseCatalog::changing(const std::function<void()>& change) {
+  try {
+    Transaction transaction(database_, Transaction::Kind::Write, Access::Schema);
+    refresh();
+    change();
+    transaction.commit();
+    loaded_ = false;
+    return std::nullopt;
+  } catch (const jet::Failure& failure) {
+    loaded_ = false;
+    return failure.error;
+  }
+}
+
+void DatabaseCatalog::changesUndone() { loaded_ = false; }
+
+void DatabaseCatalog::run(std::string_view sql, const std::vector<Stored>& values) {
+  Statement statement(database_.handle(), sql, Access::Schema, 0);
+  for (size_t i = 0; i < values.size(); ++i) statement.bind(static_cast<int>(i + 1), values[i]);
+  while (statement.step()) {
+  }
+}
+
+void DatabaseCatalog::createStorage(const jet::Table& table) {
+  // The row number is never given twice, so that a cursor on a deleted row can't find another one there.
+  std::string sql = "CREATE TABLE " + quoted(storedTableName(table.name)) + "(";
+  if (counterColumn(table) < 0) sql += quoted(table.rowId) + " INTEGER PRIMARY KEY AUTOINCREMENT, ";
+  const char* separator = "";
+  for (const jet::Column& column : table.columns) {
+    sql += separator + quoted(column.name) + " " + rowOf(column.type).storage;
+    if (column.counter) sql += " PRIMARY KEY AUTOINCREMENT";
+    const bool inRequiredIndex =
+        std::any_of(table.indexes.begin(), table.indexes.end(), [&](const jet::Index& index) {
+          return (index.primary || index.required) &&
+                 std::any_of(index.columns.begin(), index.columns.end(),
+                             [&](const jet::IndexColumn& each) { return sameText(each.name, column.name); });
+        });
+    if (!column.counter && (column.required || inRequiredIndex)) sql += " NOT NULL";
+    separator = ", ";
+  }
+  run(sql + ") STRICT");
+}
+
+void DatabaseCatalog::describe(const jet::Table& table) {
+  run("INSERT INTO zb_tables VALUES(?, ?, ?)",
+      {Stored::of(table.name), Stored::of(storedTableName(table.name)), Stored::of(table.rowId)});
+  int64_t place = 0;
+  for (const jet::Column& column : table.columns) {
+    run("INSERT INTO zb_columns VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)",
+        {Stored::of(table.name), Stored::of(place++), Stored::of(column.name),
+         Stored::of(std::string_view(rowOf(column.type).name)), Stored::of(int64_t{column.size}),
+         Stored::of(int64_t{column.required}), Stored::of(int64_t{column.counter}),
+         Stored::of(int64_t{column.emptyAllowed}), Stored::of(column.defaultValue)});
+  }
+  place = 0;
+  for (const jet::Index& index : table.indexes) {
+    run("INSERT INTO zb_indexes VALUES(?, ?, ?, ?, ?, ?, ?, ?)",
+        {Stored::of(table.name), Stored::of(place++), Stored::of(index.name), Stored::of(indexColumns(index)),
+         Stored::of(int64_t{index.primary}), Stored::of(int64_t{index.unique || index.primary}),
+         Stored::of(int64_t{index.required}), Stored::of(int64_t{index.ignoreNull})});
+  }
+}
+
+void DatabaseCatalog::forget(std::string_view table) {
+  for (const char* sql :
+       {"DELETE FROM zb_tables WHERE name = ?", "DELETE FROM zb_columns WHERE table_name = ?",
+        "DELETE FROM zb_indexes WHERE table_name = ?"}) {
+    run(sql, {Stored::of(table)});
+  }
+}
+
+void DatabaseCatalog::createStoredIndex(const jet::Table& table, const jet::Index& index) {
+  if (isRowOrder(table, index)) return;
+  std::string columns, condition;
+  for (const jet::IndexColumn& column : index.columns) {
+    const std::string name = quoted(table.columns[static_cast<size_t>(columnPlace(table, column.name))].name);
+    columns += (columns.empty() ? "" : ", ") + name + (column.descending ? " DESC" : "");
+    condition += (condition.empty() ? " WHERE " : " AND ") + name + " IS NOT NULL";
+  }
+  run(std::string("CREATE ") + (index.unique || index.primary ? "UNIQUE " : "") + "INDEX " +
+      quoted(storedIndexName(table, index)) + " ON " + quoted(storedTableName(table.name)) + "(" + columns +
+      ")" + (index.ignoreNull ? condition : ""));
+}
+
+jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition) {
+  return changing([&] {
+    requireDefinition(definition);
+    if (findTable(definition.name)) fail(jet::tableExists, definition.name);
+    if (findQuery(definition.name)) fail(jet::objectExists, definition.name);
+    jet::Table table = definition;
+    const int counter = counterColumn(table);
+    table.rowId = counter >= 0 ? table.columns[static_cast<size_t>(counter)].name : freeRowName(table);
+    std::set<std::string, TextLess> names;
+    for (const jet::Index& index : table.indexes) {
+      requireIndex(table, index);
+      if (!names.insert(index.name).second) fail(jet::objectExists, index.name);
+    }
+    createStorage(table);
+    for (const jet::Index& index : table.indexes) createStoredIndex(table, index);
+    describe(table);
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::dropTable(std::string_view name) {
+  return changing([&] {
+    const jet::Table table = require(name);
+    for (const jet::Relation& relation : relations()) {
+      if (sameText(relation.foreignTable, name) && !sameText(relation.table, name)) {
+        fail(jet::relatedRecords, relation.name);
+      }
+    }
+    unguardRelationsOf(name);
+    run("DELETE FROM zb_relations WHERE table_name = ?1 OR foreign_table = ?1", {Stored::of(name)});
+    run("DROP TABLE " + table.sqlName);
+    forget(name);
+  });
+}
+
+void DatabaseCatalog::rebuild(const jet::Table& old, jet::Table shape,
+                              const std::vector<std::string>& sources) {
+  requireDefinition(shape);
+  for (const jet::Index& index : shape.indexes) requireIndex(shape, index);
+  const int counter = counterColumn(shape);
+  const bool keepsRowId = counter < 0 || counterColumn(old) >= 0;
+  shape.rowId = counter >= 0 ? shape.columns[static_cast<size_t>(counter)].name : freeRowName(shape);
+  unguardRelationsOf(old.name);
+
+  jet::Table temporary = shape;
+  temporary.name = "~rebuilt";
+  createStorage(temporary);
+  std::string into, from;
+  if (counter < 0) {
+    into = quoted(shape.rowId);
+    from = quoted(old.rowId);
+  }
+  for (size_t i = 0; i < shape.columns.size(); ++i) {
+    if (sources[i].empty()) continue;
+    into += (into.empty() ? "" : ", ") + quoted(shape.columns[i].name);
+    from += (from.empty() ? "" : ", ") + sources[i];
+  }
+  const std::string target = quoted(storedTableName(temporary.name));
+  if (!into.empty()) {
+    run("INSERT INTO " + target + "(" + into + ") SELECT " + from + " FROM " + old.sqlName + " ORDER BY " +
+        quoted(old.rowId));
+  }
+  const std::string oldStored = storedTableName(old.name);
+  if (keepsRowId) {
+    run("DELETE FROM sqlite_sequence WHERE name = ?", {Stored::of(storedTableName(temporary.name))});
+    run("INSERT INTO sqlite_sequence(name, seq) SELECT ?1, seq FROM sqlite_sequence WHERE name = ?2",
+        {Stored::of(storedTableName(temporary.name)), Stored::of(oldStored)});
+  }
+  run("DROP TABLE " + old.sqlName);
+  run("ALTER TABLE " + target + " RENAME TO " + quoted(storedTableName(shape.name)));
+  forget(old.name);
+  for (const jet::Index& index : shape.indexes) createStoredIndex(shape, index);
+  describe(shape);
+  guardRelationsOf(shape.name);
+}
+
+namespace {
+
+std::vector<std::string> sameSources(const jet::Table& table) {
+  std::vector<std::string> sources;
+  for (const jet::Column& column : table.columns) sources.push_back(quoted(column.name));
+  return sources;
+}
+
+// SQL that brings a value from one type's storage to another's; a text that is no number becomes null.
+std::string conversion(const std::string& source, jet::Type from, jet::Type to) {
+  const std::string_view fromStorage = rowOf(from).storage, toStorage = rowOf(to).storage;
+  std::string value = source;
+  if (from == jet::Type::Currency) value = "(" + source + " / 10000.0)";
+  if (toStorage == "REAL") return "CAST(" + value + " AS REAL)";
+  if (to == jet::Type::Currency) return from == to ? source : "CAST(round(" + value + " * 10000) AS INTEGER)";
+  if (to == jet::Type::YesNo) return "CASE WHEN coalesce(" + value + ", 0) <> 0 THEN -1 ELSE 0 END";
+  if (toStorage == "INTEGER") {
+    return fromStorage == "INTEGER" && from != jet::Type::Currency ? source
+                                                                   : "CAST(round(" + value + ") AS INTEGER)";
+  }
+  if (toStorage.starts_with("TEXT")) return "CAST(" + value + " AS TEXT)";
+  return "CAST(" + value + " AS BLOB)";
+}
+
+}  // namespace
+
+jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::string_view newName) {
+  return changing([&] {
+    const jet::Table old = require(name);
+    requireName(newName);
+    if (!sameText(name, newName) && findTable(newName)) fail(jet::tableExists, newName);
+    unguardRelationsOf(old.name);
+    jet::Table table = old;
+    table.name = newName;
+    for (const jet::Index& index : old.indexes) {
+      if (!isRowOrder(old, index)) run("DROP INDEX " + quoted(storedIndexName(old, index)));
+    }
+    const std::string stored = storedTableName(newName);
+    if (stored != storedTableName(old.name))
+      run("ALTER TABLE " + old.sqlName + " RENAME TO " + quoted(stored));
+    forget(old.name);
+    for (const jet::Index& index : table.indexes) createStoredIndex(table, index);
+    describe(table);
+    run("UPDATE zb_relations SET table_name = ?1 WHERE table_name = ?2",
+        {Stored::of(newName), Stored::of(name)});
+    run("UPDATE zb_relations SET foreign_table = ?1 WHERE foreign_table = ?2",
+        {Stored::of(newName), Stored::of(name)});
+    guardRelationsOf(newName);
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::addColumn(std::string_view name, const jet::Column& column) {
+  return changing([&] {
+    const jet::Table old = require(name);
+    if (hasColumn(old, column.name)) fail(jet::fieldExists, column.name);
+    jet::Table shape = old;
+    shape.columns.push_back(column);
+    std::vector<std::string> sources = sameSources(old);
+    // Rows that are there already have no value, which yes/no fields don't know.
+    sources.push_back(column.type == jet::Type::YesNo ? "0" : "");
+    rebuild(old, shape, sources);
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::alterColumn(std::string_view name, const jet::Column& column) {
+  return changing([&] {
+    const jet::Table old = require(name);
+    const int place = columnPlace(old, column.name);
+    if (place < 0) fail(jet::noSuchField, column.name);
+    const auto at = static_cast<size_t>(place);
+    jet::Table shape = old;
+    shape.columns[at] = column;
+    shape.columns[at].name = old.columns[at].name;
+    std::vector<std::string> sources = sameSources(old);
+    sources[at] = conversion(sources[at], old.columns[at].type, column.type);
+    rebuild(old, shape, sources);
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::renameColumn(std::string_view name, std::string_view column,
+                                                    std::string_view newName) {
+  return changing([&] {
+    const jet::Table old = require(name);
+    const int place = columnPlace(old, column);
+    if (place < 0) fail(jet::noSuchField, column);
+    jet::Table shape = old;
+    shape.columns[static_cast<size_t>(place)].name = newName;
+    for (jet::Index& index : shape.indexes) {
+      for (jet::IndexColumn& each : index.columns) {
+        if (sameText(each.name, column)) each.name = newName;
+      }
+    }
+    rebuild(old, shape, sameSources(old));
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::dropColumn(std::string_view name, std::string_view column) {
+  return changing([&] {
+    const jet::Table old = require(name);
+    const int place = columnPlace(old, column);
+    if (place < 0) fail(jet::noSuchField, column);
+    for (const jet::Index& index : old.indexes) {
+      for (const auto& each : index.columns) {
+        if (sameText(each.name, column))
+          fail(definitionSyntax, "the index " + index.name + " needs the field");
+      }
+    }
+    jet::Table shape = old;
+    shape.columns.erase(shape.columns.begin() + place);
+    std::vector<std::string> sources = sameSources(old);
+    sources.erase(sources.begin() + place);
+    rebuild(old, shape, sources);
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::createIndex(std::string_view name, const jet::Index& index) {
+  return changing([&] {
+    const jet::Table old = require(name);
+    requireIndex(old, index);
+    for (const jet::Index& each : old.indexes) {
+      if (sameText(each.name, index.name)) fail(jet::objectExists, index.name);
+      if (each.primary && index.primary) fail(definitionSyntax, "the table has a primary key already");
+    }
+    jet::Table shape = old;
+    shape.indexes.push_back(index);
+    if (index.primary || index.required) return rebuild(old, shape, sameSources(old));
+    createStoredIndex(shape, index);
+    forget(old.name);
+    describe(shape);
+    // Also an index without storage must show in the schema's counter, which tells other connections.
+    if (isRowOrder(shape, index)) rebuild(shape, shape, sameSources(shape));
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::dropIndex(std::string_view name, std::string_view index) {
+  return changing([&] {
+    const jet::Table old = require(name);
+    const auto found = std::find_if(old.indexes.begin(), old.indexes.end(),
+                                    [&](const jet::Index& each) { return sameText(each.name, index); });
+    if (found == old.indexes.end()) fail(jet::noSuchIndex, index);
+    jet::Table shape = old;
+    shape.indexes.erase(shape.indexes.begin() + (found - old.indexes.begin()));
+    rebuild(old, shape, sameSources(old));
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::createQuery(std::string_view name, std::string_view sql) {
+  return changing([&] {
+    requireName(name);
+    if (findTable(name) || findQuery(name)) fail(jet::objectExists, name);
+    run("INSERT INTO zb_queries VALUES(?, ?)", {Stored::of(name), Stored::of(sql)});
+  });
+}
+
+jet::Catalog::Refusal DatabaseCatalog::dropQuery(std::string_view name) {
+  return changing([&] {
+    if (!findQuery(name)) fail(jet::noSuchTable, name);
+    run("DELETE FROM zb_queries WHERE name = ?", {Stored::of(name)});
+  });
+}

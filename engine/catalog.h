@@ -1,0 +1,86 @@
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/collation.h"
+#include "engine/database.h"
+#include "engine/jet_sql/catalog.h"
+
+/// The tables that a database keeps about itself, made in an empty file. Part of the caller's transaction.
+void createSystemTables(Database& database);
+
+/// The schema of a database file: what the zb_ tables say, read once and kept until the file's schema
+/// changes. A change of the schema, as `jet::Catalog` has it, is part of the caller's transaction.
+class DatabaseCatalog : public jet::Catalog {
+ public:
+  explicit DatabaseCatalog(Database& database) : database_(database) {}
+
+  /// Reads again when the schema isn't the one that was read; to be called inside a read transaction, before
+  /// `findTable` and the like.
+  void refresh();
+  /// Another number each time that the schema was read anew.
+  uint64_t generation() const { return generation_; }
+
+  std::vector<std::string> tableNames() const;
+  /// The index of that name, or the one whose only column has it; null when there is none.
+  static const jet::Index* findIndex(const jet::Table& table, std::string_view name);
+  static int columnPlace(const jet::Table& table, std::string_view name);
+  std::vector<jet::Relation> relations();
+  std::vector<std::string> queryNames();
+
+  const jet::Table* findTable(std::string_view name) override;
+  std::optional<std::string> findQuery(std::string_view name) override;
+  Refusal createTable(const jet::Table& definition) override;
+  Refusal renameTable(std::string_view table, std::string_view name);
+  Refusal dropTable(std::string_view table) override;
+  Refusal addColumn(std::string_view table, const jet::Column& column) override;
+  Refusal alterColumn(std::string_view table, const jet::Column& column) override;
+  Refusal renameColumn(std::string_view table, std::string_view column, std::string_view name);
+  Refusal dropColumn(std::string_view table, std::string_view column) override;
+  Refusal createIndex(std::string_view table, const jet::Index& index) override;
+  Refusal dropIndex(std::string_view table, std::string_view index) override;
+  Refusal createRelation(const jet::Relation& relation) override;
+  Refusal dropRelation(std::string_view table, std::string_view relation) override;
+  Refusal createQuery(std::string_view name, std::string_view sql) override;
+  Refusal dropQuery(std::string_view name) override;
+  void changesUndone() override;
+
+ private:
+  using Tables = std::map<std::string, jet::Table, TextLess>;
+
+  void load();
+  const jet::Table& require(std::string_view name);
+  Refusal changing(const std::function<void()>& change);
+  /// Gives `table` a new shape; `sources` has the old column for each new one, "" for its default.
+  void rebuild(const jet::Table& old, jet::Table shape, const std::vector<std::string>& sources);
+  void createStorage(const jet::Table& table);
+  void describe(const jet::Table& table);
+  void forget(std::string_view table);
+  void createStoredIndex(const jet::Table& table, const jet::Index& index);
+  void guardRelation(const jet::Relation& relation);
+  void unguardRelation(std::string_view name);
+  void unguardRelationsOf(std::string_view table);
+  void guardRelationsOf(std::string_view table);
+  void run(std::string_view sql, const std::vector<Stored>& values = {});
+
+  Database& database_;
+  Tables tables_;
+  uint32_t schema_ = 0;
+  uint64_t generation_ = 0;
+  bool loaded_ = false;
+};
+
+/// Name in SQLite of an index of a table.
+std::string storedIndexName(const jet::Table& table, const jet::Index& index);
+
+/// The column that numbers a table's rows, when it is one that the user sees; else -1.
+int counterColumn(const jet::Table& table);
+
+/// True when the index is the order of the row numbers: it needs no storage of its own.
+bool isRowOrder(const jet::Table& table, const jet::Index& index);

@@ -1,0 +1,101 @@
+#include "engine/compact.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+
+#include "engine/catalog.h"
+#include "engine/salvage.h"
+
+namespace {
+
+// Makes the file, empty, or fails when there is one.
+void reserve(const std::string& path) {
+  const int descriptor = ::open(path.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
+  if (descriptor < 0) {
+    if (errno == EEXIST) fail(databaseExists, path);
+    if (errno == EACCES || errno == EROFS || errno == EPERM) fail(noRight, path);
+    if (errno == ENOSPC || errno == EDQUOT) fail(diskFull);
+    fail(badPath, path);
+  }
+  ::close(descriptor);
+}
+
+void syncFile(const std::string& path) {
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const bool good = descriptor >= 0 && fsync(descriptor) == 0;
+  if (descriptor >= 0) ::close(descriptor);
+  if (!good) fail(diskOrNetwork);
+}
+
+// Removes a file that didn't come to be.
+class Unfinished {
+ public:
+  explicit Unfinished(std::string path) : path_(std::move(path)) {}
+  Unfinished(const Unfinished&) = delete;
+  Unfinished& operator=(const Unfinished&) = delete;
+  ~Unfinished() {
+    if (!path_.empty()) ::unlink(path_.c_str());
+  }
+  void finish() { path_.clear(); }
+
+ private:
+  std::string path_;
+};
+
+void setUp(Database& database) {
+  database.execute("PRAGMA page_size=4096", Access::Schema);
+  database.execute("PRAGMA auto_vacuum=NONE", Access::Schema);
+  Transaction transaction(database, Transaction::Kind::Write, Access::Schema);
+  createSystemTables(database);
+  transaction.commit();
+}
+
+}  // namespace
+
+void createDatabaseFile(const std::string& path) {
+  reserve(path);
+  Unfinished unfinished(path);
+  Database database(path, Database::Mode::Create);
+  setUp(database);
+  syncFolderOf(path);
+  unfinished.finish();
+}
+
+bool isOurDatabase(Database& database) {
+  Statement statement(database.handle(),
+                      "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'zb_tables'", Access::Open,
+                      0);
+  return statement.step();
+}
+
+void compactDatabaseFile(const std::string& source, const std::string& destination) {
+  struct stat attributes {};
+  Database from(source, Database::Mode::Read, Database::Sharing::NotInThisProcess);
+  if (::lstat(destination.c_str(), &attributes) == 0) fail(databaseExists, destination);
+  const bool damaged = from.examine() == Database::Health::Damaged;
+  // The new file grows under another name, in the same folder, without a journal: until it is renamed it is
+  // nothing.
+  const std::string growing = destination + ".new";
+  ::unlink(growing.c_str());
+  reserve(growing);
+  Unfinished unfinished(growing);
+  {
+    Database to(growing, Database::Mode::Create);
+    to.execute("PRAGMA journal_mode=MEMORY", Access::Schema);
+    to.execute("PRAGMA synchronous=OFF", Access::Schema);
+    setUp(to);
+    copyContent(from, to, damaged);
+  }
+  syncFile(growing);
+  if (::link(growing.c_str(), destination.c_str()) != 0) {
+    if (errno == EEXIST) fail(databaseExists, destination);
+    // A file system without hard links.
+    if (::rename(growing.c_str(), destination.c_str()) != 0) fail(diskOrNetwork);
+    unfinished.finish();
+  }
+  syncFolderOf(destination);
+}

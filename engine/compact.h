@@ -1,0 +1,17 @@
+#pragma once
+
+#include <string>
+
+#include "engine/database.h"
+
+/// A new database without tables, permanent when this returns. An existing file is refused (3204).
+void createDatabaseFile(const std::string& path);
+
+/// True for a file that this engine made. Inside a read transaction.
+bool isOurDatabase(Database& database);
+
+/// Writes a new file with all rows, indexes, relations and queries of `source`; of a damaged one, all that
+/// can be read. An existing destination, also the source itself, is refused (3204), and so is a source that
+/// this process has open (3045). `destination` appears when it is complete and on disk. The source is only
+/// read.
+void compactDatabaseFile(const std::string& source, const std::string& destination);

@@ -1,0 +1,307 @@
+#include "engine/database.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <filesystem>
+#include <mutex>
+#include <set>
+
+#include "engine/collation.h"
+#include "platform/text/utf.h"
+
+namespace {
+
+/// How long a call waits for a lock of another connection.
+constexpr int lockWaitMilliseconds = 3000;
+/// Up to here every entry of every index is compared with its table when a file is opened.
+constexpr int64_t fullCheckBytes = 8 << 20;
+/// Up to here the structure of all pages is checked; beyond, only that the catalog can be read.
+constexpr int64_t quickCheckBytes = 64 << 20;
+
+constexpr size_t longestPath = 4095;
+
+int collate(void*, int leftSize, const void* left, int rightSize, const void* right) {
+  return compareText({static_cast<const char*>(left), static_cast<size_t>(leftSize)},
+                     {static_cast<const char*>(right), static_cast<size_t>(rightSize)});
+}
+
+// Files in which this process came upon damage while it worked: their next opening looks closely.
+class SuspectFiles {
+ public:
+  static SuspectFiles& all() {
+    static SuspectFiles instance;
+    return instance;
+  }
+  void add(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    paths_.insert(path);
+  }
+  bool contains(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    return paths_.count(path) != 0;
+  }
+  void remove(const std::string& path) {
+    const std::lock_guard lock(mutex_);
+    paths_.erase(path);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::set<std::string> paths_;
+};
+
+// How often this process has each file open.
+class OpenFiles {
+ public:
+  using Identity = std::pair<uint64_t, uint64_t>;
+  static OpenFiles& all() {
+    static OpenFiles instance;
+    return instance;
+  }
+  bool add(const Identity& file, bool alone) {
+    const std::lock_guard lock(mutex_);
+    if (alone && files_.count(file) != 0) return false;
+    files_.insert(file);
+    return true;
+  }
+  void remove(const Identity& file) {
+    const std::lock_guard lock(mutex_);
+    if (const auto found = files_.find(file); found != files_.end()) files_.erase(found);
+  }
+
+ private:
+  std::mutex mutex_;
+  std::multiset<Identity> files_;
+};
+
+// Only by its attributes: opening and closing a database file by other hands than SQLite's would drop the
+// locks that this process has on it, and opening a pipe would wait for its other end.
+void requireUsableFile(const std::string& path, bool forWriting) {
+  struct stat attributes {};
+  if (stat(path.c_str(), &attributes) != 0) {
+    if (errno == ENOENT) fail(fileNotFound, path);
+    if (errno == EACCES) fail(noRight, path);
+    fail(errno == EIO ? diskOrNetwork : badPath, path);
+  }
+  if (S_ISDIR(attributes.st_mode)) fail(noRight, path);
+  if (!S_ISREG(attributes.st_mode) || attributes.st_size == 0) fail(notADatabase, path);
+  if (access(path.c_str(), forWriting ? R_OK | W_OK : R_OK) != 0) fail(noRight, path);
+}
+
+bool onNetwork(const std::string& path) {
+  constexpr long networkKinds[] = {0x6969 /* NFS */,
+                                   0x517B /* SMB */,
+                                   static_cast<long>(0xFF534D42) /* CIFS */,
+                                   static_cast<long>(0xFE534D42) /* SMB2 */,
+                                   0x65735546 /* FUSE */,
+                                   0x01021997 /* 9P */};
+  struct statfs system {};
+  if (statfs(path.c_str(), &system) != 0) return true;
+  for (const long kind : networkKinds) {
+    if (static_cast<uint32_t>(system.f_type) == static_cast<uint32_t>(kind)) return true;
+  }
+  return false;
+}
+
+uint32_t bigEndian(const unsigned char* bytes) {
+  return static_cast<uint32_t>(bytes[0]) << 24 | static_cast<uint32_t>(bytes[1]) << 16 |
+         static_cast<uint32_t>(bytes[2]) << 8 | bytes[3];
+}
+
+}  // namespace
+
+Database::Database(const std::string& path, Mode mode, Sharing sharing)
+    : path_(path), readOnly_(mode == Mode::Read) {
+  if (mode != Mode::Create) requireUsableFile(path, mode == Mode::Write);
+  struct stat attributes {};
+  if (stat(path.c_str(), &attributes) != 0) fail(fileNotFound, path);
+  identity_ = {attributes.st_dev, attributes.st_ino};
+  if (!OpenFiles::all().add(identity_, sharing == Sharing::NotInThisProcess)) fail(fileInUse, path);
+  try {
+    openChecked(mode);
+  } catch (...) {
+    OpenFiles::all().remove(identity_);
+    throw;
+  }
+}
+
+Database::~Database() {
+  statements_.clear();
+  handle_.reset();
+  OpenFiles::all().remove(identity_);
+}
+
+void Database::openChecked(Mode mode) {
+  open(mode == Mode::Read    ? SQLITE_OPEN_READONLY
+       : mode == Mode::Write ? SQLITE_OPEN_READWRITE
+                             : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  if (!readOnly_ && sqlite3_db_readonly(handle(), "main") == 1) fail(noRight, path_);
+  if (mode == Mode::Create) setModes();
+}
+
+void Database::open(int flags) {
+  statements_.clear();
+  sqlite3* opened = nullptr;
+  const int code =
+      sqlite3_open_v2(path_.c_str(), &opened, flags | SQLITE_OPEN_FULLMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+  handle_.reset(opened);
+  if (code != SQLITE_OK) failSqlite(opened, code, Access::Open);
+  configure();
+  stampIsReliable_ = !onNetwork(path_);
+}
+
+void Database::configure() {
+  sqlite3* database = handle();
+  sqlite3_busy_timeout(database, lockWaitMilliseconds);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  sqlite3_create_collation_v2(database, "JET", SQLITE_UTF8, nullptr, collate, nullptr);
+  execute("PRAGMA cell_size_check=ON", Access::Open);
+  execute("PRAGMA temp_store=MEMORY", Access::Open);
+}
+
+// These read the file, so they come after the first read has shown that it can be read.
+void Database::setModes() {
+  execute("PRAGMA synchronous=EXTRA", Access::Open);
+  execute("PRAGMA cache_size=-16000", Access::Open);
+}
+
+int Database::firstRead() {
+  return sqlite3_exec(handle(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
+}
+
+// A writer that was killed in the middle leaves its journal. A connection for reading can't play it back, so
+// one for writing does it, once.
+void Database::recoverFromKilledWriter() {
+  open(SQLITE_OPEN_READWRITE);
+  const int code = firstRead();
+  if (code != SQLITE_OK) failSqlite(handle(), code, Access::Open);
+  open(SQLITE_OPEN_READONLY);
+}
+
+Database::Health Database::examine() {
+  int code = firstRead();
+  if (code == SQLITE_READONLY_ROLLBACK || code == SQLITE_READONLY_RECOVERY) {
+    recoverFromKilledWriter();
+    code = firstRead();
+  }
+  if ((code & 0xFF) == SQLITE_CORRUPT) return Health::Damaged;
+  if ((code & 0xFF) == SQLITE_NOTADB) fail(notADatabase, path_);
+  // An unreadable schema is told as a plain error with a text of its own.
+  if (code == SQLITE_ERROR) return Health::Damaged;
+  if (code != SQLITE_OK) failSqlite(handle(), code, Access::Open);
+  setModes();
+  if (!contentIsGood()) return Health::Damaged;
+  SuspectFiles::all().remove(path_);
+  return Health::Good;
+}
+
+bool Database::contentIsGood() {
+  struct stat attributes {};
+  if (stat(path_.c_str(), &attributes) != 0) fail(diskOrNetwork);
+  const bool suspect = SuspectFiles::all().contains(path_);
+  const char* check = nullptr;
+  if (suspect || attributes.st_size <= fullCheckBytes) {
+    check = "PRAGMA integrity_check(1)";
+  } else if (attributes.st_size <= quickCheckBytes) {
+    check = "PRAGMA quick_check(1)";
+  }
+  try {
+    if (check) {
+      Statement statement(handle(), check, Access::Open, 0);
+      return statement.step() && statement.text(0) == "ok";
+    }
+    Statement pages(handle(), "PRAGMA page_count", Access::Open, 0);
+    Statement size(handle(), "PRAGMA page_size", Access::Open, 0);
+    return pages.step() && size.step() && pages.integer(0) * size.integer(0) <= attributes.st_size;
+  } catch (const jet::Failure& failure) {
+    if (failure.error.number == notADatabase || failure.error.number == unexpectedFailure) return false;
+    throw;
+  }
+}
+
+void Database::execute(std::string_view sql, Access access) {
+  const int code = sqlite3_exec(handle(), std::string(sql).c_str(), nullptr, nullptr, nullptr);
+  if (code != SQLITE_OK) failSqlite(handle(), code, access);
+}
+
+Statement& Database::prepared(const std::string& sql, Access access) {
+  auto found = statements_.find(sql);
+  if (found == statements_.end()) found = statements_.emplace(sql, Statement(handle(), sql, access)).first;
+  found->second.setAccess(access);
+  return found->second;
+}
+
+FileStamp Database::stamp() const {
+  // Bytes 24 to 43 of the file: counter of changes first, schema cookie last.
+  unsigned char bytes[20];
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  if (!file || !file->pMethods || file->pMethods->xRead(file, bytes, sizeof bytes, 24) != SQLITE_OK) {
+    fail(diskOrNetwork);
+  }
+  return {bigEndian(bytes), bigEndian(bytes + 16)};
+}
+
+bool Database::unchangedSince(const FileStamp& then) const { return stampIsReliable_ && stamp() == then; }
+
+Transaction::Transaction(Database& database, Kind kind, Access access)
+    : database_(database), access_(access), outer_(sqlite3_get_autocommit(database.handle()) != 0) {
+  if (!outer_) return;
+  Statement& begin = database_.prepared(kind == Kind::Read ? "BEGIN" : "BEGIN IMMEDIATE", access);
+  const Run run(begin);
+  begin.step();
+}
+
+void Transaction::commit() {
+  if (outer_) {
+    Statement& statement = database_.prepared("COMMIT", access_);
+    const Run run(statement);
+    statement.step();
+  }
+  done_ = true;
+}
+
+Transaction::~Transaction() {
+  if (done_ || !outer_ || sqlite3_get_autocommit(database_.handle()) != 0) return;
+  sqlite3_exec(database_.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+}
+
+void noteDamage(const char* path) {
+  if (path) SuspectFiles::all().add(path);
+}
+
+std::string quoted(std::string_view name) {
+  std::string result = "\"";
+  for (const char c : name) {
+    if (c == '"') result += '"';
+    result += c;
+  }
+  return result + "\"";
+}
+
+std::string fullPath(std::wstring_view path) {
+  std::string result = toUtf8(path);
+  if (result.empty() || result.find('\0') != std::string::npos) fail(badFileName, result);
+  if (result.size() > longestPath) fail(badPath, result.substr(0, 60) + "…");
+  std::error_code error;
+  if (result.find('\\') != std::string::npos && !std::filesystem::exists(result, error)) {
+    for (char& c : result) c = c == '\\' ? '/' : c;
+  }
+  const std::filesystem::path absolute = std::filesystem::absolute(result, error);
+  return error ? result : absolute.lexically_normal().string();
+}
+
+void syncFolderOf(const std::string& path) {
+  const std::string folder = std::filesystem::path(path).parent_path().string();
+  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
+}

@@ -1,0 +1,100 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "engine/statement.h"
+
+/// Which state of the file something was read from. Two equal stamps mean that nothing was committed between.
+struct FileStamp {
+  uint32_t changes = 0;  ///< grows with each commit of any connection
+  uint32_t schema = 0;   ///< grows with each change of the schema
+  friend bool operator==(const FileStamp&, const FileStamp&) = default;
+};
+
+/// One connection with a database file. Modes of journal, synchronisation and locking: docs/database.md.
+class Database {
+ public:
+  enum class Mode { Read, Write, Create };
+  enum class Health { Good, Damaged };
+  enum class Sharing { Any, NotInThisProcess };
+
+  /// Opens without looking at the content; fails with the number that the file's state has.
+  Database(const std::string& path, Mode mode, Sharing sharing = Sharing::Any);
+  ~Database();
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  sqlite3* handle() const { return handle_.get(); }
+  const std::string& path() const { return path_; }
+  bool readOnly() const { return readOnly_; }
+
+  /// Reads the file for the first time: finishes what a killed writer left, and fails for what is no
+  /// database. How deep the content is checked depends on the file's size.
+  Health examine();
+
+  void execute(std::string_view sql, Access access);
+  /// A prepared statement that is kept for the next time.
+  Statement& prepared(const std::string& sql, Access access);
+  /// Drops the kept statements; nothing may hold one.
+  void forgetStatements() { statements_.clear(); }
+
+  /// The file's state now. Reliable as the state of what is read only inside a read transaction.
+  FileStamp stamp() const;
+  /// True when surely nothing was committed since `then`. Costs one small read of the file, and no lock.
+  bool unchangedSince(const FileStamp& then) const;
+
+ private:
+  struct Close {
+    void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
+  };
+  void openChecked(Mode mode);
+  void open(int flags);
+  void configure();
+  void setModes();
+  void recoverFromKilledWriter();
+  bool contentIsGood();
+  int firstRead();
+
+  std::string path_;
+  bool readOnly_;
+  bool stampIsReliable_ = false;
+  std::pair<uint64_t, uint64_t> identity_;  // device and number of the file
+  std::unique_ptr<sqlite3, Close> handle_;
+  std::map<std::string, Statement, std::less<>> statements_;
+};
+
+/// A transaction that is undone unless it is committed. Inside another one it is a part of that.
+class Transaction {
+ public:
+  enum class Kind { Read, Write };
+  Transaction(Database& database, Kind kind, Access access);
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  ~Transaction();
+  void commit();
+
+ private:
+  Database& database_;
+  Access access_;
+  bool outer_;
+  bool done_ = false;
+};
+
+/// Remembers that damage showed while the file was in use: its next opening checks all of it.
+void noteDamage(const char* path);
+
+/// A name between double quotes, as SQL wants it.
+std::string quoted(std::string_view name);
+
+/// The full path of a file that a caller named: "\" may stand for "/", a relative path is one of the
+/// process's current folder. Fails for what can't be a path.
+std::string fullPath(std::wstring_view path);
+
+/// Makes a file's directory entry permanent.
+void syncFolderOf(const std::string& path);

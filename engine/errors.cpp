@@ -1,0 +1,130 @@
+#include "engine/errors.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace {
+
+struct Message {
+  int number;
+  const char* text;  // "%" stands for the detail
+};
+
+constexpr Message messages[] = {
+    {3000, "The database engine failed unexpectedly: %."},
+    {3001, "An argument is not valid: %."},
+    {3010, "The table '%' exists already."},
+    {3012, "An object named '%' exists already."},
+    {3015, "The table has no index '%'."},
+    {3019, "There is no current index to seek in."},
+    {3021, "There is no current record."},
+    {3022, "The record would repeat a value that must be unique in an index or primary key."},
+    {3024, "The file '%' can't be found."},
+    {3026, "There is not enough room on the disk."},
+    {3027, "The database is open for reading only."},
+    {3043, "The disk or network failed while the database was read or written."},
+    {3044, "'%' is not a valid path."},
+    {3045, "The file '%' is in use by somebody else."},
+    {3051, "The file '%' can't be opened: it is not a file, or the right to use it is missing."},
+    {3055, "'%' is not a valid file name."},
+    {3058, "A primary key or required index can't have an empty value."},
+    {3078, "The table '%' can't be found."},
+    {3125, "'%' is not a valid name."},
+    {3163, "The text is too long for the field '%'."},
+    {3164, "The field '%' can't be changed."},
+    {3167, "The record has been deleted."},
+    {3183, "There is not enough memory."},
+    {3187, "The record can't be read: the database is locked by somebody else."},
+    {3190, "The table would have too many fields."},
+    {3191, "The field '%' is defined twice."},
+    {3200, "The table can't be deleted or changed: the relation '%' has related records."},
+    {3201, "A related record is needed in the table '%'."},
+    {3204, "The file '%' exists already."},
+    {3211, "The table is in use and can't be locked."},
+    {3218, "The record can't be changed: the database is locked at the moment."},
+    {3260, "The record can't be changed: it is locked by somebody else."},
+    {3262, "The table can't be locked: it is in use by somebody else."},
+    {3265, "There is no field '%' in the table."},
+    {3292, "The definition is not valid: %."},
+    {3314, "The field '%' must have a value."},
+    {3315, "The field '%' can't be an empty text."},
+    {3317, "A value breaks a rule of the table: %."},
+    {3343, "The file '%' is not a database, or it is damaged."},
+    {3372, "There is no index '%' in the table."},
+    {3376, "The table or query '%' can't be found."},
+    {3349, "The number is too large for the field '%'."},
+    {3380, "The field '%' exists already."},
+    {3381, "There is no field '%' in the table."},
+    {3420, "No database is open."},
+    {3421, "The value doesn't fit the type of the field '%'."},
+};
+
+struct Meaning {
+  int code;
+  int number;
+};
+
+// Extended results stand before their plain ones.
+constexpr Meaning meanings[] = {
+    {SQLITE_CONSTRAINT_NOTNULL, jet::valueRequired},
+    {SQLITE_CONSTRAINT_PRIMARYKEY, jet::duplicateValue},
+    {SQLITE_CONSTRAINT_UNIQUE, jet::duplicateValue},
+    {SQLITE_CONSTRAINT_ROWID, jet::duplicateValue},
+    {SQLITE_CONSTRAINT, 3317},
+    {SQLITE_LOCKED, cantLockTable},
+    {SQLITE_READONLY, jet::readOnlyDatabase},
+    {SQLITE_IOERR, diskOrNetwork},
+    {SQLITE_FULL, diskFull},
+    {SQLITE_NOMEM, outOfMemory},
+    {SQLITE_CORRUPT, notADatabase},
+    {SQLITE_NOTADB, notADatabase},
+    {SQLITE_CANTOPEN, noRight},
+    {SQLITE_PERM, noRight},
+    {SQLITE_AUTH, noRight},
+    {SQLITE_TOOBIG, jet::tooComplex},
+};
+
+int busyNumber(Access access) {
+  switch (access) {
+    case Access::Open:
+      return fileInUse;
+    case Access::Read:
+      return cantReadLocked;
+    case Access::Write:
+      return cantUpdateLocked;
+    case Access::Schema:
+      return cantLockTable;
+  }
+  return cantUpdateLocked;
+}
+
+}  // namespace
+
+jet::Error engineError(int number, std::string_view detail) {
+  const auto* found = std::find_if(std::begin(messages), std::end(messages),
+                                   [&](const Message& each) { return each.number == number; });
+  std::string text = found == std::end(messages) ? "The operation failed: %." : found->text;
+  if (const size_t mark = text.find('%'); mark != std::string::npos) text.replace(mark, 1, detail);
+  return {number, text, std::nullopt};
+}
+
+jet::Error errorOfSqlite(sqlite3* database, int code, Access access) {
+  if ((code & 0xFF) == SQLITE_BUSY) return engineError(busyNumber(access));
+  const char* file = database ? sqlite3_db_filename(database, "main") : nullptr;
+  const int extended = database ? sqlite3_extended_errcode(database) : code;
+  const char* message = database ? sqlite3_errmsg(database) : sqlite3_errstr(code);
+  for (const int wanted : {extended, code & 0xFF}) {
+    for (const Meaning& meaning : meanings) {
+      if (meaning.code != wanted) continue;
+      const bool aboutFile = meaning.number == noRight || meaning.number == notADatabase;
+      return engineError(meaning.number, aboutFile && file ? file : message);
+    }
+  }
+  return engineError(unexpectedFailure, message);
+}
+
+void fail(int number, std::string_view detail) { throw jet::Failure{engineError(number, detail)}; }
+
+void failSqlite(sqlite3* database, int code, Access access) {
+  throw jet::Failure{errorOfSqlite(database, code, access)};
+}

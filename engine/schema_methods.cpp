@@ -1,0 +1,214 @@
+#include <algorithm>
+
+#include "engine/definition.h"
+#include "engine/engine_object.h"
+#include "platform/text/utf.h"
+
+namespace {
+
+void require(const jet::Catalog::Refusal& refusal) {
+  if (refusal) throw jet::Failure{*refusal};
+}
+
+COleVariant flag(bool value) { return COleVariant::boolean(value); }
+
+std::string columnList(const std::vector<jet::IndexColumn>& columns) {
+  std::string result;
+  for (const auto& column : columns) {
+    result += (result.empty() ? "" : ", ") + column.name + (column.descending ? " DESC" : "");
+  }
+  return result;
+}
+
+}  // namespace
+
+HRESULT EngineObject::Exists(BSTR name, VARIANT_BOOL* exists, VARIANT_BOOL* ok) {
+  if (!exists) return E_POINTER;
+  *exists = VARIANT_FALSE;
+  return attempt(ok, [&] {
+    if (freshCatalog().findTable(toUtf8(viewOf(name)))) *exists = VARIANT_TRUE;
+  });
+}
+
+HRESULT EngineObject::Structure(VARIANT* pairs, VARIANT_BOOL* ok) {
+  return attempt(pairs, ok, [&] {
+    const jet::Table* table = freshCatalog().findTable(cursor().tableName());
+    if (!table) fail(tableNotFound, cursor().tableName());
+    std::vector<std::pair<std::string, COleVariant>> fields;
+    for (const jet::Column& column : table->columns) {
+      fields.emplace_back(column.name, COleVariant(fromUtf8(describeColumn(column))));
+    }
+    return arrayOfPairs(fields);
+  });
+}
+
+HRESULT EngineObject::ListIndexes(VARIANT* names, VARIANT_BOOL* ok) {
+  return attempt(names, ok, [&] {
+    const jet::Table* table = freshCatalog().findTable(cursor().tableName());
+    if (!table) fail(tableNotFound, cursor().tableName());
+    std::vector<std::string> result;
+    for (const jet::Index& index : table->indexes) result.push_back(index.name);
+    return arrayOfNames(result);
+  });
+}
+
+HRESULT EngineObject::ListTables(VARIANT* names, VARIANT_BOOL* ok) {
+  return attempt(names, ok, [&] { return arrayOfNames(freshCatalog().tableNames()); });
+}
+
+HRESULT EngineObject::CreateTable(BSTR table, VARIANT definition, VARIANT_BOOL* ok) {
+  return attempt(ok, [&] {
+    if (database().readOnly()) fail(jet::readOnlyDatabase);
+    jet::Table shape;
+    shape.name = toUtf8(viewOf(table));
+    for (const DefinitionEntry& entry : readDefinition(definition)) {
+      if (entry.kind == DefinitionEntry::Kind::Column) {
+        shape.columns.push_back(entry.column);
+      } else if (entry.kind == DefinitionEntry::Kind::Index) {
+        shape.indexes.push_back(entry.index);
+      } else {
+        fail(definitionSyntax, "a new table has nothing to drop or rename");
+      }
+    }
+    require(catalog().createTable(shape));
+  });
+}
+
+HRESULT EngineObject::ModifyTable(BSTR table, VARIANT definition, VARIANT_BOOL* ok) {
+  return attempt(ok, [&] {
+    if (database().readOnly()) fail(jet::readOnlyDatabase);
+    const std::string name = toUtf8(viewOf(table));
+    Transaction transaction(database(), Transaction::Kind::Write, Access::Schema);
+    try {
+      for (const DefinitionEntry& entry : readDefinition(definition)) {
+        const jet::Table* known = catalog().findTable(name);
+        if (!known) fail(tableNotFound, name);
+        switch (entry.kind) {
+          case DefinitionEntry::Kind::Column:
+            require(DatabaseCatalog::columnPlace(*known, entry.column.name) < 0
+                        ? catalog_->addColumn(name, entry.column)
+                        : catalog_->alterColumn(name, entry.column));
+            break;
+          case DefinitionEntry::Kind::Index:
+            require(catalog_->createIndex(name, entry.index));
+            break;
+          case DefinitionEntry::Kind::DropColumn:
+            require(catalog_->dropColumn(name, entry.name));
+            break;
+          case DefinitionEntry::Kind::DropIndex:
+            require(catalog_->dropIndex(name, entry.name));
+            break;
+          case DefinitionEntry::Kind::RenameColumn:
+            require(catalog_->renameColumn(name, entry.name, entry.newName));
+            break;
+        }
+      }
+      transaction.commit();
+    } catch (const jet::Failure&) {
+      catalog_->changesUndone();
+      throw;
+    }
+  });
+}
+
+HRESULT EngineObject::RenameTable(BSTR oldName, BSTR newName, VARIANT_BOOL* ok) {
+  return attempt(ok, [&] {
+    const std::string from = toUtf8(viewOf(oldName)), to = toUtf8(viewOf(newName));
+    require(catalog().renameTable(from, to));
+    if (cursor_ && sameText(cursor_->tableName(), from)) cursor_.reset();
+  });
+}
+
+HRESULT EngineObject::DeleteTable(BSTR table, VARIANT_BOOL flag, VARIANT_BOOL* ok) {
+  return attempt(ok, [&] {
+    const std::string name = toUtf8(viewOf(table));
+    if (flag && !freshCatalog().findTable(name)) return;
+    require(catalog().dropTable(name));
+    if (cursor_ && sameText(cursor_->tableName(), name)) cursor_.reset();
+  });
+}
+
+HRESULT EngineObject::CreateIndex(BSTR first, BSTR second, VARIANT_BOOL flag1, VARIANT_BOOL flag2,
+                                  VARIANT_BOOL* ok) {
+  return attempt(ok, [&] {
+    jet::Index index;
+    index.columns = readIndexColumns(toUtf8(viewOf(second)));
+    for (const auto& column : index.columns) index.name += column.name;
+    index.unique = flag1 != VARIANT_FALSE;
+    index.primary = flag2 != VARIANT_FALSE;
+    require(catalog().createIndex(toUtf8(viewOf(first)), index));
+  });
+}
+
+HRESULT EngineObject::FieldRequired(BSTR table, BSTR field, VARIANT_BOOL* required, VARIANT_BOOL* ok) {
+  if (!required) return E_POINTER;
+  *required = VARIANT_FALSE;
+  return attempt(ok, [&] {
+    const std::string name = toUtf8(viewOf(table)), column = toUtf8(viewOf(field));
+    const jet::Table* known = freshCatalog().findTable(name);
+    if (!known) fail(tableNotFound, name);
+    const int place = DatabaseCatalog::columnPlace(*known, column);
+    if (place < 0) fail(itemNotFound, column);
+    if (known->columns[static_cast<size_t>(place)].required) *required = VARIANT_TRUE;
+  });
+}
+
+HRESULT EngineObject::Attributes(BSTR name, VARIANT* pairs, VARIANT_BOOL* ok) {
+  return attempt(pairs, ok, [&] {
+    const std::string wanted = toUtf8(viewOf(name));
+    DatabaseCatalog& schema = freshCatalog();
+    std::vector<std::pair<std::string, COleVariant>> result;
+    if (const jet::Table* table = schema.findTable(wanted)) {
+      result = {{"Name", COleVariant(fromUtf8(table->name))},
+                {"Kind", COleVariant(L"table")},
+                {"Fields", COleVariant(static_cast<LONG>(table->columns.size()))},
+                {"Indexes", COleVariant(static_cast<LONG>(table->indexes.size()))}};
+      return arrayOfPairs(result);
+    }
+    if (const auto query = schema.findQuery(wanted)) {
+      result = {{"Name", COleVariant(fromUtf8(wanted))},
+                {"Kind", COleVariant(L"query")},
+                {"Sql", COleVariant(fromUtf8(*query))}};
+      return arrayOfPairs(result);
+    }
+    const jet::Table* table = cursor_ ? schema.findTable(cursor_->tableName()) : nullptr;
+    if (!table) fail(tableNotFound, wanted);
+    if (const int place = DatabaseCatalog::columnPlace(*table, wanted); place >= 0) {
+      const jet::Column& column = table->columns[static_cast<size_t>(place)];
+      result = {{"Name", COleVariant(fromUtf8(column.name))},
+                {"Kind", COleVariant(L"field")},
+                {"Type", COleVariant(fromUtf8(describeColumn(
+                             {column.name, column.type, 0, false, column.counter, true, "", ""})))},
+                {"Size", COleVariant(static_cast<LONG>(column.size))},
+                {"Required", flag(column.required)},
+                {"EmptyAllowed", flag(column.emptyAllowed)},
+                {"Default", COleVariant(fromUtf8(column.defaultValue))}};
+      return arrayOfPairs(result);
+    }
+    const jet::Index* index = DatabaseCatalog::findIndex(*table, wanted);
+    if (!index) fail(itemNotFound, wanted);
+    result = {{"Name", COleVariant(fromUtf8(index->name))},
+              {"Kind", COleVariant(L"index")},
+              {"Fields", COleVariant(fromUtf8(columnList(index->columns)))},
+              {"Primary", flag(index->primary)},
+              {"Unique", flag(index->unique)},
+              {"IgnoreNull", flag(index->ignoreNull)}};
+    return arrayOfPairs(result);
+  });
+}
+
+HRESULT EngineObject::RelationExists(BSTR name, VARIANT_BOOL* exists, VARIANT_BOOL* ok) {
+  if (!exists) return E_POINTER;
+  *exists = VARIANT_FALSE;
+  return attempt(ok, [&] {
+    const std::string wanted = toUtf8(viewOf(name));
+    const auto all = freshCatalog().relations();
+    if (std::any_of(all.begin(), all.end(), [&](auto& each) { return sameText(each.name, wanted); })) {
+      *exists = VARIANT_TRUE;
+    }
+  });
+}
+
+HRESULT EngineObject::RelationDelete(BSTR first, BSTR second, VARIANT_BOOL* ok) {
+  return attempt(ok, [&] { require(catalog().dropRelation(toUtf8(viewOf(first)), toUtf8(viewOf(second)))); });
+}
