@@ -18,11 +18,15 @@
 #include "platform/text/utf.h"
 #include "zarbo/database/engine.h"
 
-/// A folder of the test's own, removed at its end.
+/// A folder of the test's own, in memory where that can be had, removed at its end.
 class TemporaryFolder {
  public:
   TemporaryFolder() {
-    std::string pattern = std::filesystem::temp_directory_path() / "zarbo-engine-XXXXXX";
+    const std::filesystem::path memory = "/dev/shm";
+    std::error_code error;
+    const auto base =
+        std::filesystem::is_directory(memory, error) ? memory : std::filesystem::temp_directory_path();
+    std::string pattern = base / "zarbo-engine-XXXXXX";
     path_ = mkdtemp(pattern.data());
   }
   ~TemporaryFolder() {
