@@ -1,0 +1,68 @@
+#include "platform/desktop/terminal.h"
+
+#include <iostream>
+
+#include "platform/files/files.h"
+#include "platform/text/letters.h"
+#include "platform/text/utf.h"
+
+namespace platform {
+
+namespace {
+
+std::optional<std::wstring> ask(const std::wstring& question) {
+  std::cout << toUtf8(question) << ": " << std::flush;
+  std::string line;
+  if (!std::getline(std::cin, line)) return std::nullopt;
+  return fromUtf8(line);
+}
+
+bool confirmOverwrite(const FileChoice& choice, const std::wstring& path) {
+  if (choice.open || !choice.overwritePrompt || !fileExists(path)) return true;
+  const auto answer = ask(path + L" exists. Replace it? (yes/no)");
+  return answer && upperCase(*answer) == L"YES";
+}
+
+}  // namespace
+
+BoxAnswer TerminalDesktop::messageBox(const Box& box) {
+  std::wstring question = box.caption + L"\n" + box.text + L"\n";
+  for (const BoxAnswer answer : answersOf(box.style)) question += L" " + nameOf(answer);
+  question += L" <" + nameOf(defaultAnswer(box.style)) + L">";
+  for (;;) {
+    const auto line = ask(question);
+    if (!line) return cancelAnswer(box.style);
+    if (line->empty()) return defaultAnswer(box.style);
+    for (const BoxAnswer answer : answersOf(box.style)) {
+      // A beginning is enough, since no two answers of a box begin alike.
+      if (nameOf(answer).compare(0, line->size(), upperCase(*line)) == 0) return answer;
+    }
+  }
+}
+
+void TerminalDesktop::beep(int) { std::cout << '\a' << std::flush; }
+
+std::optional<std::wstring> TerminalDesktop::chooseFile(const FileChoice& choice) {
+  for (;;) {
+    std::optional<std::wstring> path =
+        ask(choice.title + (choice.open ? L" (file to open)" : L" (file to save)"));
+    if (!path || path->empty()) return std::nullopt;
+    if (choice.mustExist && !fileExists(*path)) {
+      std::cout << toUtf8(*path) << ": not found\n";
+      continue;
+    }
+    if (confirmOverwrite(choice, *path)) return path;
+  }
+}
+
+std::optional<std::wstring> TerminalDesktop::chooseFolder(const std::wstring& title,
+                                                          const std::wstring& initial) {
+  std::optional<std::wstring> path = ask(title + L" (folder) <" + initial + L">");
+  if (path && path->empty()) path = initial;
+  if (!path || !folderExists(*path)) return std::nullopt;
+  return path;
+}
+
+std::pair<int, int> TerminalDesktop::screenSize() { return {1920, 1080}; }
+
+}  // namespace platform

@@ -1,0 +1,86 @@
+#include "platform/files/whole_file.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <memory>
+
+#include "platform/files/native_path.h"
+
+namespace platform {
+
+namespace {
+
+std::string behindLinks(const std::string& path) {
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
+  return real ? real.get() : path;
+}
+
+mode_t modeOfNewFile() {
+  const mode_t mask = umask(0);
+  umask(mask);
+  return 0666 & ~mask;
+}
+
+mode_t modeFor(const std::string& target) {
+  struct stat present;
+  return stat(target.c_str(), &present) == 0 ? present.st_mode & 07777 : modeOfNewFile();
+}
+
+}  // namespace
+
+WholeFile::WholeFile(const std::string& target) : target_(behindLinks(target)), mode_(modeFor(target_)) {
+  const SplitPath parts = splitPath(target_);
+  if (parts.name.empty()) return;
+  temporary_ = parts.folder + "/.zarbo-XXXXXX";
+  descriptor_ = mkostemp(temporary_.data(), O_CLOEXEC);
+}
+
+WholeFile::~WholeFile() { abandon(); }
+
+bool WholeFile::write(std::string_view bytes) {
+  while (good() && !bytes.empty()) {
+    const ssize_t written = ::write(descriptor_, bytes.data(), bytes.size());
+    if (written >= 0) {
+      bytes.remove_prefix(static_cast<size_t>(written));
+    } else if (errno != EINTR) {
+      abandon();
+    }
+  }
+  return good();
+}
+
+bool WholeFile::commit() {
+  if (!good()) return false;
+  const bool stored = fchmod(descriptor_, mode_) == 0 && fsync(descriptor_) == 0 &&
+                      rename(temporary_.c_str(), target_.c_str()) == 0;
+  if (!stored) {
+    abandon();
+    return false;
+  }
+  close(descriptor_);
+  descriptor_ = -1;
+  syncFolder(splitPath(target_).folder);
+  return true;
+}
+
+void WholeFile::abandon() {
+  if (!good()) return;
+  const int reason = errno;
+  close(descriptor_);
+  descriptor_ = -1;
+  unlink(temporary_.c_str());
+  errno = reason;
+}
+
+void syncFolder(const std::string& folder) {
+  const int descriptor = open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  if (descriptor < 0) return;
+  fsync(descriptor);
+  close(descriptor);
+}
+
+}  // namespace platform
