@@ -1,6 +1,7 @@
 #include "host/app/session.h"
 
 #include <cstdio>
+#include <iterator>
 #include <stdexcept>
 
 #include "host/bridge/document_lisp.h"
@@ -9,6 +10,9 @@
 #include "host/documents/documents.h"
 #include "host/rx/modules.h"
 #include "host/script/script_functions.h"
+#include "platform/com/automation.h"
+#include "platform/com/class_objects.h"
+#include "platform/settings/settings.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -42,9 +46,20 @@ void openDrawings(const Options& options) {
   if (options.drawings.empty()) documents().create(L"");
 }
 
+/// The user's settings may name the library of a class.
+void useSettings(const Options& options) {
+  if (!options.settings.empty()) platform::setSettingsFolder(options.settings);
+  setClassLibraryResolver([](const CLSID& classId) {
+    wchar_t text[39];
+    StringFromGUID2(classId, text, static_cast<int>(std::size(text)));
+    return platform::classLibrary(text);
+  });
+}
+
 }  // namespace
 
 Session::Session(const Options& options) {
+  useSettings(options);
   std::vector<std::wstring> folders;
   for (const std::string& each : options.support) folders.push_back(fromUtf8(each));
   setSupportPath(folders);

@@ -5,6 +5,7 @@
 #include "host/rx/modules.h"
 #include "host/script/queues.h"
 #include "platform/com/call_trace.h"
+#include "platform/desktop/scripted.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -147,6 +148,41 @@ Value takePrompts(const Call&) {
   return prompts.take();
 }
 
+// Boxes and choosers
+
+platform::ScriptedDesktop& scripted(const Call& call) {
+  platform::ScriptedDesktop* const desktop = platform::scriptedDesktop();
+  if (!desktop) call.lisp.fail(L"the desktop takes no scripted answers");
+  return *desktop;
+}
+
+Value queueAnswers(const Call& call) {
+  for (size_t i = 0; call.has(i); ++i) {
+    const platform::BoxAnswer answer = platform::answerNamed(call.text(i));
+    if (answer == platform::BoxAnswer::none) call.lisp.fail(L"no answer of a box: " + call.text(i));
+    scripted(call).queueAnswer(answer);
+  }
+  return {};
+}
+
+Value takeBoxes(const Call& call) {
+  lisp::ListBuilder boxes;
+  for (const auto& [box, answer] : scripted(call).takeBoxes()) {
+    lisp::ListBuilder one;
+    one.add(text(box.caption));
+    one.add(text(box.text));
+    one.add(Value(static_cast<int32_t>(box.style)));
+    one.add(text(platform::nameOf(answer)));
+    boxes.add(one.take());
+  }
+  return boxes.take();
+}
+
+Value queueFile(const Call& call) {
+  scripted(call).queueFile(call[0].isNil() ? std::nullopt : std::optional(call.text(0)));
+  return {};
+}
+
 struct Row {
   const wchar_t* name;
   lisp::Native native;
@@ -163,6 +199,9 @@ constexpr Row rows[] = {
     {L"host-documents", listDocuments, 0, 0},
     {L"host-trace", trace, 0, 0},
     {L"host-input", queueInput, 0, lisp::anyCount},
+    {L"host-answer", queueAnswers, 0, lisp::anyCount},
+    {L"host-boxes", takeBoxes, 0, 0},
+    {L"host-file", queueFile, 1, 1},
     {L"host-prompts", takePrompts, 0, 0},
     {L"arxload", loadModule, 1, 2},
     {L"arxunload", unloadModule, 1, 2},

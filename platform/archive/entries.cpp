@@ -81,7 +81,7 @@ std::optional<std::vector<ArchiveEntry>> checkedEntries(zip_t* archive, const Ex
     }
     left -= entry->size;
     // Names that differ in case only are one file on other systems.
-    if (!entry->isFolder && !files.insert(upperCase(fromUtf8(entry->path))).second) {
+    if (!entry->isFolder && !files.insert(upperCased(fromUtf8(entry->path))).second) {
       reason = entry->path + ": stands there twice";
       return std::nullopt;
     }

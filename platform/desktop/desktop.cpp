@@ -65,7 +65,7 @@ BoxAnswer answerNamed(const std::wstring& name) {
 }
 
 int Desktop::openDocument(const std::wstring& verb, const std::wstring& target) {
-  const std::wstring wanted = upperCase(verb);
+  const std::wstring wanted = upperCased(verb);
   if (wanted != L"" && wanted != L"OPEN" && wanted != L"EXPLORE" && wanted != L"EDIT") return noAssociation;
   return openByDesktop(target);
 }

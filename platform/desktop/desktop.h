@@ -86,7 +86,8 @@ class Desktop {
   struct MainWindow {
     std::wstring text;
     bool enabled = true;
-    std::wstring progressLabel;  ///< empty when no meter is shown
+    bool meterShown = false;
+    std::wstring progressLabel;
     int progressMinimum = 0, progressMaximum = 0, progress = 0;
   };
   const MainWindow& mainWindow() const { return mainWindow_; }

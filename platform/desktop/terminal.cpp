@@ -20,7 +20,7 @@ std::optional<std::wstring> ask(const std::wstring& question) {
 bool confirmOverwrite(const FileChoice& choice, const std::wstring& path) {
   if (choice.open || !choice.overwritePrompt || !fileExists(path)) return true;
   const auto answer = ask(path + L" exists. Replace it? (yes/no)");
-  return answer && upperCase(*answer) == L"YES";
+  return answer && upperCased(*answer) == L"YES";
 }
 
 }  // namespace
@@ -35,7 +35,7 @@ BoxAnswer TerminalDesktop::messageBox(const Box& box) {
     if (line->empty()) return defaultAnswer(box.style);
     for (const BoxAnswer answer : answersOf(box.style)) {
       // A beginning is enough, since no two answers of a box begin alike.
-      if (nameOf(answer).compare(0, line->size(), upperCase(*line)) == 0) return answer;
+      if (nameOf(answer).compare(0, line->size(), upperCased(*line)) == 0) return answer;
     }
   }
 }

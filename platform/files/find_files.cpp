@@ -35,7 +35,7 @@ std::vector<Step> stepsOf(const std::wstring& pattern) {
     } else if (c == L'.' && last && !steps.empty() && steps.back().kind == Step::anyBeforeLastDot) {
       // What it asks for stands in the step before.
     } else {
-      steps.push_back({Step::letter, upperCase(c)});
+      steps.push_back({Step::letter, upperLetter(c)});
     }
   }
   return steps;
@@ -105,7 +105,7 @@ class Matcher {
 
 bool matches(const std::wstring& name, const std::vector<Step>& steps) {
   Matcher matcher(steps);
-  for (const wchar_t c : name) matcher.feed(upperCase(c));
+  for (const wchar_t c : name) matcher.feed(upperLetter(c));
   return matcher.complete();
 }
 
@@ -132,7 +132,7 @@ std::vector<std::wstring> findFiles(const std::wstring& pattern) {
     if (matches(name, steps)) names.push_back(std::move(name));
   }
   std::sort(names.begin() + sortedFrom, names.end(), [](const std::wstring& a, const std::wstring& b) {
-    const std::wstring upperA = upperCase(a), upperB = upperCase(b);
+    const std::wstring upperA = upperCased(a), upperB = upperCased(b);
     return upperA != upperB ? upperA < upperB : a < b;
   });
   return names;

@@ -105,7 +105,7 @@ SettingsText::Line SettingsText::parse(std::string_view raw) {
     line.name = std::move(*name);
     line.text = std::move(*value);
   }
-  line.upper = upperCase(line.name);
+  line.upper = upperCased(line.name);
   return line;
 }
 
@@ -118,14 +118,15 @@ SettingsText::Line SettingsText::valueLine(std::wstring_view name, std::wstring_
 }
 
 bool SettingsText::hasSection(std::wstring_view section) const {
-  const std::wstring wanted = upperCase(normalSection(section));
+  const std::wstring wanted = upperCased(normalSection(section));
   return wanted.empty() || std::any_of(lines_.begin(), lines_.end(), [&](const Line& line) {
            return line.kind == Line::heading && (line.upper == wanted || isInside(line.upper, wanted));
          });
 }
 
 std::optional<std::wstring> SettingsText::value(std::wstring_view section, std::wstring_view name) const {
-  const std::wstring wantedSection = upperCase(normalSection(section)), wantedName = upperCase(name);
+  const std::wstring wantedSection = upperCased(normalSection(section)),
+                     wantedName = upperCased(std::wstring(name));
   std::optional<std::wstring> found;
   bool inside = wantedSection.empty();
   for (const Line& line : lines_) {
@@ -136,7 +137,8 @@ std::optional<std::wstring> SettingsText::value(std::wstring_view section, std::
 }
 
 void SettingsText::setValue(std::wstring_view section, std::wstring_view name, std::wstring_view value) {
-  const std::wstring wantedSection = upperCase(normalSection(section)), wantedName = upperCase(name);
+  const std::wstring wantedSection = upperCased(normalSection(section)),
+                     wantedName = upperCased(std::wstring(name));
   bool inside = wantedSection.empty();
   auto lastMatch = lines_.end(), lastInside = lines_.end();
   for (auto line = lines_.begin(); line != lines_.end(); ++line) {
@@ -162,18 +164,19 @@ void SettingsText::addSection(std::wstring_view section) {
 }
 
 std::vector<std::wstring> SettingsText::subsections(std::wstring_view section) const {
-  const std::wstring outer = upperCase(normalSection(section));
+  const std::wstring outer = upperCased(normalSection(section));
   const size_t start = outer.empty() ? 0 : outer.size() + 1;
   std::vector<std::wstring> names;
   for (const Line& line : lines_) {
     if (line.kind != Line::heading || line.name.empty() || !isInside(line.upper, outer)) continue;
     const std::wstring name = line.name.substr(start, line.name.find(L'\\', start) - start);
-    const bool known = std::any_of(names.begin(), names.end(),
-                                   [&](const std::wstring& each) { return equalNoCase(each, name); });
+    const bool known = std::any_of(names.begin(), names.end(), [&](const std::wstring& each) {
+      return upperCased(each) == upperCased(name);
+    });
     if (!known && !name.empty()) names.push_back(name);
   }
   std::sort(names.begin(), names.end(),
-            [](const std::wstring& a, const std::wstring& b) { return upperCase(a) < upperCase(b); });
+            [](const std::wstring& a, const std::wstring& b) { return upperCased(a) < upperCased(b); });
   return names;
 }
 

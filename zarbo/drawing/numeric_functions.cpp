@@ -2,8 +2,8 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <cwchar>
 
+#include "platform/text/digits.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
 #include "zarbo/frame/list_builder.h"
@@ -38,7 +38,7 @@ int kvAtof() {
   LispArgs args;
   std::wstring text;
   if (!getString(args.cursor, text)) return done;
-  acedRetReal(std::wcstod(text.c_str(), nullptr));
+  acedRetReal(readReal(text));
   return done;
 }
 

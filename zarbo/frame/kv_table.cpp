@@ -1,8 +1,11 @@
 #include <iterator>
 
+#include "zarbo/drawing/host_windows.h"
 #include "zarbo/drawing/numeric_functions.h"
+#include "zarbo/drawing/todo_queue.h"
 #include "zarbo/frame/function_table.h"
 #include "zarbo/frame/wrappers.h"
+#include "zarbo/support/service_functions.h"
 
 namespace {
 
@@ -66,28 +69,28 @@ constexpr TableRow rows[] = {
     {L"kv_atof", kvEntry<kvAtof>},
     {L"kv::pow", kvEntry<kvPow>},
 
-    {L"kv_kv-showHelp", kvEntry<notBuilt>},
-    {L"kv_kv-SHGetFolderPath", kvEntry<notBuilt>},
-    {L"kv_kv-SHOpenFolderAndSelect", kvEntry<notBuilt>},
-    {L"kv_kv-shellExecute", kvEntry<notBuilt>},
-    {L"GetSystemMetrics::SM_CXSCREEN", kvEntry<notBuilt>},
-    {L"GetSystemMetrics::SM_CYSCREEN", kvEntry<notBuilt>},
-    {L"GetComputerName", kvEntry<notBuilt>},
-    {L"XFolderDialog", kvEntry<notBuilt>},
-    {L"PathIsNetworkPath", kvEntry<notBuilt>},
-    {L"CFileDialog", kvEntry<notBuilt>},
-    {L"acedSetStatusBarProgressMeterPos", kvEntry<notBuilt>},
-    {L"acedSetStatusBarProgressMeter", kvEntry<notBuilt>},
-    {L"acedRestoreStatusBar", kvEntry<notBuilt>},
-    {L"RegEnumKey", kvEntry<notBuilt>},
-    {L"kv_kv-enableAutoCADWindow", kvEntry<notBuilt>},
-    {L"kv_kv-disableAutoCADWindow", kvEntry<notBuilt>},
-    {L"kv_kv-getAcadWindowText", kvEntry<notBuilt>},
-    {L"kv_kv-setAcadWindowText", kvEntry<notBuilt>},
+    {L"kv_kv-showHelp", kvEntry<kvShowHelp>},
+    {L"kv_kv-SHGetFolderPath", kvEntry<kvShGetFolderPath>},
+    {L"kv_kv-SHOpenFolderAndSelect", kvEntry<kvShOpenFolderAndSelect>},
+    {L"kv_kv-shellExecute", kvEntry<kvShellExecute>},
+    {L"GetSystemMetrics::SM_CXSCREEN", kvEntry<screenWidth>},
+    {L"GetSystemMetrics::SM_CYSCREEN", kvEntry<screenHeight>},
+    {L"GetComputerName", kvEntry<getComputerName>},
+    {L"XFolderDialog", kvEntry<xFolderDialog>},
+    {L"PathIsNetworkPath", kvEntry<pathIsNetworkPath>},
+    {L"CFileDialog", kvEntry<cFileDialog>},
+    {L"acedSetStatusBarProgressMeterPos", kvEntry<setStatusBarProgressMeterPos>},
+    {L"acedSetStatusBarProgressMeter", kvEntry<setStatusBarProgressMeter>},
+    {L"acedRestoreStatusBar", kvEntry<restoreStatusBar>},
+    {L"RegEnumKey", kvEntry<regEnumKey>},
+    {L"kv_kv-enableAutoCADWindow", kvEntry<kvEnableAutoCadWindow>},
+    {L"kv_kv-disableAutoCADWindow", kvEntry<kvDisableAutoCadWindow>},
+    {L"kv_kv-getAcadWindowText", kvEntry<kvGetAcadWindowText>},
+    {L"kv_kv-setAcadWindowText", kvEntry<kvSetAcadWindowText>},
 
     {L"kv_kv-executeToDo", kvEntry<notBuilt>},
-    {L"kv_kv-setToDoDrawing", kvEntry<notBuilt>},
-    {L"kv_kv-getToDoDrawing", kvEntry<notBuilt>},
+    {L"kv_kv-setToDoDrawing", kvEntry<kvSetToDoDrawing>},
+    {L"kv_kv-getToDoDrawing", kvEntry<kvGetToDoDrawing>},
 
     {L"AcDbBlockReference::Jig", kvEntry<notBuilt>},
     {L"kv_kv-multiRotateJig", kvEntry<notBuilt>},
@@ -127,15 +130,15 @@ constexpr TableRow rows[] = {
 
     {L"kv_kv-submitBug", kvEntry<notBuilt>},
 
-    {L"CreateCompressedGuidString", kvEntry<notBuilt>},
-    {L"signString", kvEntry<notBuilt>},
-    {L"verifyString", kvEntry<notBuilt>},
+    {L"CreateCompressedGuidString", kvEntry<createCompressedGuidString>},
+    {L"signString", kvEntry<signStringOf>},
+    {L"verifyString", kvEntry<verifyStringOf>},
 
-    {L"DownloadFile", kvEntry<notBuilt>},
-    {L"ExtractZip", kvEntry<notBuilt>},
-    {L"CreateZip", kvEntry<notBuilt>},
-    {L"GetTempPath", kvEntry<notBuilt>},
-    {L"IsFileReadOnly", kvEntry<notBuilt>},
+    {L"DownloadFile", kvEntry<downloadFileOf>},
+    {L"ExtractZip", kvEntry<extractZip>},
+    {L"CreateZip", kvEntry<createZip>},
+    {L"GetTempPath", kvEntry<getTempPath>},
+    {L"IsFileReadOnly", kvEntry<isFileReadOnly>},
 
     {L"kv_kv-safeContinue", kvEntry<notBuilt>},
 };

@@ -1,0 +1,109 @@
+#include "platform/archive/archive_writer.h"
+
+#include <gtest/gtest.h>
+#include <zip.h>
+
+#include "tests/platform/temporary_folder.h"
+
+namespace {
+
+using namespace platform;
+
+struct Item {
+  std::string name;
+  std::string text;
+  uint32_t mode = 0;  ///< of a file on a system that has them
+};
+
+void writeZip(const std::filesystem::path& path, const std::vector<Item>& items) {
+  zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
+  for (const Item& item : items) {
+    zip_source_t* const source = zip_source_buffer(archive, item.text.data(), item.text.size(), 0);
+    const auto index = static_cast<zip_uint64_t>(zip_file_add(archive, item.name.c_str(), source, 0));
+    if (item.mode != 0) zip_file_set_external_attributes(archive, index, 0, ZIP_OPSYS_UNIX, item.mode << 16);
+  }
+  zip_close(archive);
+}
+
+bool extract(const TemporaryFolder& folder, const ExtractLimits& limits = {}) {
+  ArchiveWriter reader;
+  return reader.open(folder.wide("a.zip")) && reader.extractAll(folder.wide("out"), limits);
+}
+
+TEST(Archive, RoundTripOfFilesAndFolders) {
+  const TemporaryFolder folder;
+  folder.write("one.txt", "first");
+  std::filesystem::create_directories(folder / "sub/empty");
+  folder.write("sub/two.txt", std::string(300000, 'x'));
+  ArchiveWriter writer;
+  ASSERT_TRUE(writer.create(folder.wide("a.zip")));
+  EXPECT_TRUE(writer.append(folder.wide("one.txt"), false));
+  EXPECT_FALSE(writer.append(folder.wide("one.txt"), false)) << "the name is there already";
+  EXPECT_TRUE(writer.append(folder.wide("sub"), true));
+  ASSERT_TRUE(writer.writeAndClose());
+  ASSERT_TRUE(extract(folder));
+  const std::string kept = "out" + folder.path().native() + "/sub/";
+  EXPECT_EQ(folder.read("out/one.txt"), "first");
+  EXPECT_EQ(folder.read(kept + "two.txt").size(), 300000u);
+  EXPECT_TRUE(std::filesystem::is_directory(folder / (kept + "empty")));
+  EXPECT_TRUE(extract(folder)) << "once more, over what is there";
+}
+
+TEST(Archive, LeavesNothingOfHostileArchives) {
+  const std::vector<std::vector<Item>> archives = {
+      {{"ok", "1"}, {"../evil", "2"}},      {{"ok", "1"}, {"/tmp/evil", "2"}},
+      {{"ok", "1"}, {"a/../../evil", "2"}}, {{"ok", "1"}, {"..\\evil", "2"}},
+      {{"ok", "1"}, {"C:\\evil", "2"}},     {{"ok", "1"}, {"\\\\server\\evil", "2"}},
+      {{"link", "/etc", 0120777}},          {{"name", "1"}, {"NAME", "2"}},
+      {{"a", "1"}, {"a/b", "2"}},           {{"ok", "1"}, {"big", std::string(2000, 'x')}},
+  };
+  for (const auto& items : archives) {
+    const TemporaryFolder folder;
+    writeZip(folder / "a.zip", items);
+    EXPECT_FALSE(extract(folder, {100, 1000})) << items.back().name;
+    EXPECT_EQ(folder.count(), 1u) << items.back().name;
+  }
+  const TemporaryFolder folder;
+  writeZip(folder / "a.zip", {{"a", "1"}, {"b", "2"}});
+  EXPECT_FALSE(extract(folder, {1, 1000})) << "too many entries";
+}
+
+TEST(Archive, KeepsTheTargetWhenSomethingIsBroken) {
+  const TemporaryFolder folder;
+  writeZip(folder / "a.zip", {{"file", std::string(5000, 'x')}, {"other", "text"}});
+  std::filesystem::create_directory(folder / "out");
+  folder.write("out/file", "mine");
+  std::string bytes = folder.read("a.zip");
+  const std::string whole = bytes;
+  for (size_t i = 40; i < 60; ++i) bytes[i] ^= 0x5A;
+  folder.write("a.zip", bytes);
+  EXPECT_FALSE(extract(folder));
+  EXPECT_EQ(folder.read("out/file"), "mine");
+  folder.write("a.zip", whole.substr(0, whole.size() / 2));
+  EXPECT_FALSE(extract(folder));
+  folder.write("a.zip", whole);
+  std::filesystem::create_directory_symlink(folder.path(), folder / "out/sub");
+  writeZip(folder / "a.zip", {{"sub/evil", "1"}});
+  EXPECT_FALSE(extract(folder)) << "a link in the target leads outside";
+  EXPECT_FALSE(std::filesystem::exists(folder / "evil"));
+}
+
+TEST(Archive, AFailedArchiveKeepsTheOldOne) {
+  const TemporaryFolder folder;
+  folder.write("a.zip", "old");
+  folder.write("file", "text");
+  {
+    ArchiveWriter writer;
+    ASSERT_TRUE(writer.create(folder.wide("a.zip")));
+    EXPECT_TRUE(writer.append(folder.wide("file"), false));
+    EXPECT_FALSE(writer.append(folder.wide("missing"), false));
+  }
+  EXPECT_EQ(folder.read("a.zip"), "old");
+  EXPECT_EQ(folder.count(), 2u);
+  ArchiveWriter writer;
+  ASSERT_TRUE(writer.create(folder.wide("a.zip")));
+  EXPECT_TRUE(writer.writeAndClose()) << "an empty archive";
+  EXPECT_TRUE(extract(folder));
+}
+
+}  // namespace
