@@ -158,6 +158,9 @@ bool isRowOrder(const jet::Table& table, const jet::Index& index) {
 }
 
 void DatabaseCatalog::refresh() {
+  // Without a lock: statements name their columns, so that a change in this very moment shows at the next
+  // call.
+  if (loaded_ && database_.stamp().schema == schema_) return;
   Statement& probe = database_.prepared("SELECT 1 FROM sqlite_schema LIMIT 1", Access::Read);
   {
     const Run run(probe);
