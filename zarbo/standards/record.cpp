@@ -1,0 +1,185 @@
+#include "zarbo/standards/record.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/com/com_error.h"
+
+namespace {
+
+constexpr const wchar_t* keepIndex = L"";
+
+bool isMasterColumn(const Column& column) {
+  const std::wstring_view name = column.name();
+  return name == L"ixMasterDatabase" || name == L"iMasterDatabaseIndex";
+}
+
+void check(HRESULT result) { checkResult(result, interfaceId<IZbEngine>); }
+
+}  // namespace
+
+StandardsRecord::StandardsRecord(RecordTable table, bool leaveMasterColumns, IZbEngine* connection)
+    : connection_(connection), table_(table), bLeaveMasterColumns(leaveMasterColumns) {}
+
+void StandardsRecord::describe(std::vector<Column*> members, IntegerColumn& counter,
+                               std::vector<Column*> written) {
+  members_ = std::move(members);
+  written_ = written.empty() ? members_ : std::move(written);
+  counter_ = &counter;
+}
+
+bool StandardsRecord::selectTable(const wchar_t* index) {
+  short ok = 0;
+  check(connection_->SetTable(Bstr(table_.table).get(), Bstr(index).get(), &ok));
+  return ok != 0;
+}
+
+bool StandardsRecord::loadWhen(bool ok, const COleVariant& record) {
+  if (ok) LoadRecord(record);
+  return ok;
+}
+
+bool StandardsRecord::FindByKey(const std::wstring& text) {
+  if (!connection_ || !table_.textIndex || !selectTable(table_.textIndex)) return false;
+  COleVariant record;
+  short ok = 0;
+  check(connection_->Seek1(COleVariant(text), record.put(), &ok));
+  return loadWhen(ok != 0, record);
+}
+
+bool StandardsRecord::FindByIndex(int32_t counter) {
+  if (!connection_ || !selectTable(table_.counterIndex)) return false;
+  COleVariant record;
+  short ok = 0;
+  check(connection_->Seek1(COleVariant(LONG{counter}), record.put(), &ok));
+  return loadWhen(ok != 0, record);
+}
+
+void StandardsRecord::SetIndex(const wchar_t* index) {
+  if (connection_) selectTable(index);
+}
+
+bool StandardsRecord::stands(HRESULT (IZbEngine::*flag)(short*)) {
+  if (!connection_) return true;
+  selectTable(keepIndex);
+  short answer = 0;
+  check((connection_.get()->*flag)(&answer));
+  return static_cast<uint16_t>(answer) >= 65535;
+}
+
+bool StandardsRecord::IsFirst() { return stands(&IZbEngine::PositionFlagB); }
+
+bool StandardsRecord::IsEnd() { return stands(&IZbEngine::PositionFlagA); }
+
+void StandardsRecord::moveTo(HRESULT (IZbEngine::*move)(VARIANT*, short*)) {
+  if (!connection_) return;
+  selectTable(keepIndex);
+  COleVariant record;
+  short ok = 0;
+  check((connection_.get()->*move)(record.put(), &ok));
+  loadWhen(ok != 0, record);
+}
+
+void StandardsRecord::MoveFirst() { moveTo(&IZbEngine::MoveTop); }
+
+void StandardsRecord::MoveNext() {
+  if (!connection_) return;
+  selectTable(keepIndex);
+  COleVariant record;
+  short ok = 0;
+  check(connection_->Skip(1, record.put(), &ok));
+  loadWhen(ok != 0, record);
+}
+
+void StandardsRecord::AddNew() {
+  if (!connection_) return;
+  bAdding = true;
+  bEditing = false;
+  ClearChanges();
+}
+
+void StandardsRecord::Edit() {
+  if (!connection_) return;
+  bEditing = true;
+  bAdding = false;
+  ClearChanges();
+  iEditIndex = counter_->get();
+}
+
+void StandardsRecord::Delete() {
+  if (!connection_) return;
+  selectTable(table_.counterIndex);
+  if (!FindByIndex(counter_->get())) return;
+  short ok = 0;
+  check(connection_->DeleteRecord(&ok));
+}
+
+void StandardsRecord::Update() {
+  if (!connection_) return;
+  const COleSafeArray fields = changedFields();
+  if (fields.empty()) return;
+  // Mode and flags go in every case, also when the engine throws.
+  struct Ending {
+    StandardsRecord& record;
+    ~Ending() {
+      record.bAdding = record.bEditing = false;
+      record.ClearChanges();
+    }
+  } ending{*this};
+  writeChanges(fields);
+}
+
+COleSafeArray StandardsRecord::changedFields() const {
+  std::vector<COleVariant> values;
+  for (const Column* column : written_) {
+    if (!column->changed() || (bLeaveMasterColumns && isMasterColumn(*column))) continue;
+    values.emplace_back(column->name());
+    values.push_back(column->stored());
+  }
+  COleSafeArray fields;
+  if (!values.empty()) fields.CreateOneDim(VT_VARIANT, static_cast<ULONG>(values.size()), values.data());
+  return fields;
+}
+
+void StandardsRecord::writeChanges(const COleSafeArray& fields) {
+  COleVariant record;
+  short ok = 0;
+  if (bAdding) {
+    if (!selectTable(table_.counterIndex)) return;
+    check(connection_->Append(fields, VARIANT_FALSE, record.put(), &ok));
+  } else if (bEditing) {
+    if (!FindByIndex(iEditIndex)) return;
+    check(connection_->Replace(fields, record.put(), &ok));
+  }
+  loadWhen(ok != 0, record);
+}
+
+void StandardsRecord::ClearChanges() {
+  if (!connection_) return;
+  for (Column* column : members_) column->clearChanged();
+  iEditIndex = 0;
+}
+
+void StandardsRecord::ReleaseTable() {
+  if (connection_) check(connection_->ReleaseTable(Bstr(table_.table).get()));
+}
+
+void StandardsRecord::SetFieldValue(const wchar_t* name, const COleVariant& value) {
+  if (!connection_) return;
+  selectTable(keepIndex);
+  short ok = 0;
+  check(connection_->FieldValue(Bstr(name).get(), value, &ok));
+}
+
+void StandardsRecord::LoadRecord(const VARIANT& record) {
+  if (!connection_) return;
+  const VariantElements pairs(record);
+  for (ULONG i = 0; i + 1 < pairs.size(); i += 2) {
+    if (pairs[i].vt != VT_BSTR) continue;
+    const std::wstring_view name = viewOf(pairs[i].bstrVal);
+    const auto column = std::find_if(members_.begin(), members_.end(),
+                                     [&](const Column* each) { return name == each->name(); });
+    if (column != members_.end()) (*column)->load(pairs[i + 1]);
+  }
+  ClearChanges();
+}
