@@ -2,10 +2,8 @@
 
 #include <filesystem>
 
+#include "brx/db_database.h"
 #include "platform/text/utf.h"
-
-/// Stands for a drawing that has an identity and nothing else.
-class AcDbDatabase {};
 
 namespace host {
 

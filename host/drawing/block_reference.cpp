@@ -1,0 +1,138 @@
+#include "brx/lisp_calls.h"
+#include "host/drawing/fields.h"
+
+ACRX_DEFINE_MEMBERS(AcDbBlockReference)
+static constexpr auto insertFields = [](auto& v, auto& o) { HostAccess::insert(v, o); };
+HOST_FILING(AcDbBlockReference, AcDbEntity, insertFields)
+
+Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& position) {
+  return assertWriteEnabled(), position_ = position, Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId record) {
+  return assertWriteEnabled(), record_ = record, Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& scale) {
+  return assertWriteEnabled(), scale_ = scale, Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockReference::setRotation(double rotation) {
+  return assertWriteEnabled(), rotation_ = rotation, Acad::eOk;
+}
+
+AcGeMatrix3d AcDbBlockReference::blockTransform() const {
+  AcDbObjectPointer<AcDbBlockTableRecord> record(record_);
+  const AcGePoint3d origin = record.object() ? record->origin() : AcGePoint3d{};
+  AcGeMatrix3d scaled;
+  scaled(0, 0) = scale_.sx, scaled(1, 1) = scale_.sy, scaled(2, 2) = scale_.sz;
+  return AcGeMatrix3d::translation(position_.asVector()) * AcGeMatrix3d::planeToWorld(normal_) *
+         AcGeMatrix3d::rotation(rotation_, {0, 0, 1}) * scaled *
+         AcGeMatrix3d::translation(-origin.asVector());
+}
+
+namespace {
+
+/// Files may hold cycles; no real drawing nests as deep.
+constexpr int deepest = 64;
+thread_local int depth = 0;
+struct Descent {
+  Descent() { ++depth; }
+  ~Descent() { --depth; }
+  bool tooDeep() const { return depth > deepest; }
+};
+
+template <class Visit>
+Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Visit visit) {
+  const Descent descent;
+  if (descent.tooDeep()) return Acad::eSelfReference;
+  AcDbObjectPointer<AcDbBlockTableRecord> record(recordId);
+  if (record.openStatus() != Acad::eOk) return record.openStatus();
+  for (const AcDbObjectId& id : record->entityIds()) {
+    AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity.object()) visit(*entity.object());
+  }
+  return Acad::eOk;
+}
+
+}  // namespace
+
+bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
+  draw->geometry().pushModelTransform(blockTransform());
+  forEachEntity(record_, [&](AcDbEntity& entity) { draw->geometry().draw(&entity); });
+  draw->geometry().popModelTransform();
+  return true;
+}
+
+/// Rotation and scales are read off the transformed axes; a shear can't be held.
+Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& matrix) {
+  if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
+  assertWriteEnabled();
+  const AcGeVector3d x = matrix * (AcGeMatrix3d::planeToWorld(normal_) *
+                                   AcGeVector3d{std::cos(rotation_), std::sin(rotation_), 0});
+  normal_ = (matrix * normal_).normalize();
+  const AcGeVector3d local = AcGeMatrix3d::worldToPlane(normal_) * x;
+  rotation_ = local.convert2d().angle();
+  position_.transformBy(matrix);
+  const double factor = matrix.scale();
+  scale_ = {scale_.sx * factor, scale_.sy * (matrix.det() < 0 ? -factor : factor), scale_.sz * factor};
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entities) const {
+  const AcGeMatrix3d matrix = blockTransform();
+  Acad::ErrorStatus result = Acad::eOk;
+  const Acad::ErrorStatus status = forEachEntity(record_, [&](AcDbEntity& entity) {
+    auto* const copy = static_cast<AcDbEntity*>(entity.clone());
+    if (!copy) return;
+    const Acad::ErrorStatus moved = copy->transformBy(matrix);
+    if (moved == Acad::eOk) {
+      entities.append(copy);
+    } else {
+      result = moved;
+      delete copy;
+    }
+  });
+  return status == Acad::eOk ? result : status;
+}
+
+namespace {
+
+/// The exploded pieces, deleted at the end.
+struct Pieces {
+  AcDbVoidPtrArray list;
+  ~Pieces() {
+    for (void* each : list) delete static_cast<AcDbEntity*>(each);
+  }
+};
+
+}  // namespace
+
+Acad::ErrorStatus AcDbBlockReference::subGetGeomExtents(AcDbExtents& extents) const {
+  Pieces pieces;
+  const Descent descent;
+  if (descent.tooDeep()) return Acad::eSelfReference;
+  subExplode(pieces.list);
+  bool any = false;
+  for (void* each : pieces.list) any |= static_cast<AcDbEntity*>(each)->getGeomExtents(extents) == Acad::eOk;
+  return any ? Acad::eOk : Acad::eInvalidExtents;
+}
+Acad::ErrorStatus AcDbBlockReference::subGetStretchPoints(AcGePoint3dArray& points) const {
+  return points.append(position_), Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockReference::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64 marker,
+                                                        const AcGePoint3d& pick, const AcGePoint3d& last,
+                                                        const AcGeMatrix3d& view, AcGePoint3dArray& points,
+                                                        AcDbIntArray& geometryIds) const {
+  if (mode == AcDb::kOsModeIns) return points.append(position_), Acad::eOk;
+  Pieces pieces;
+  const Descent descent;
+  if (descent.tooDeep()) return Acad::eOk;
+  subExplode(pieces.list);
+  for (void* each : pieces.list) {
+    static_cast<AcDbEntity*>(each)->getOsnapPoints(mode, marker, pick, last, view, points, geometryIds);
+  }
+  return Acad::eOk;
+}
+void AcDbBlockReference::subList() const {
+  AcDbEntity::subList();
+  acutPrintf(L"                   Block Name: \"%s\"\n", host::nameOfRecord(record_).c_str());
+  acutPrintf(L"                   at point = %f, %f, %f\n", position_.x, position_.y, position_.z);
+}
