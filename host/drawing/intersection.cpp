@@ -62,11 +62,14 @@ void arcArc(const Sides& sides, const AcDbArc& a, const AcDbArc& b) {
   if (half > 0) sides.keep(a.center() + along * foot - up * half);
 }
 
-bool isPiece(const AcDbEntity& entity) { return AcDbLine::cast(&entity) || AcDbArc::cast(&entity); }
+/// Circles too: to the run-time classes they are no arcs.
+const AcDbArc* asArc(const AcDbEntity& entity) { return dynamic_cast<const AcDbArc*>(&entity); }
+
+bool isPiece(const AcDbEntity& entity) { return AcDbLine::cast(&entity) || asArc(entity); }
 
 void meet(const Sides& sides) {
   const AcDbLine *l1 = AcDbLine::cast(&sides.first), *l2 = AcDbLine::cast(&sides.second);
-  const AcDbArc *a1 = AcDbArc::cast(&sides.first), *a2 = AcDbArc::cast(&sides.second);
+  const AcDbArc *a1 = asArc(sides.first), *a2 = asArc(sides.second);
   if (l1 && l2) lineLine(sides, *l1, *l2);
   if (l1 && a2) lineArc(sides, *l1, *a2);
   if (a1 && l2) lineArc(sides, *l2, *a1);
