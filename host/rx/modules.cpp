@@ -30,16 +30,18 @@ std::wstring loaderProblem() {
   return text ? fromUtf8(text) : L"unknown problem";
 }
 
-std::wstring baseName(const std::wstring& fileName) {
-  return fromUtf8(fs::path(toUtf8(fileName)).filename().string());
+/// "zarbo", "zarbo.so" and "/somewhere/zarbo.so" name the same module.
+std::wstring moduleName(const std::wstring& fileName) {
+  const fs::path name = fs::path(toUtf8(fileName)).filename();
+  return fromUtf8((name.extension() == ".so" ? name.stem() : name).string());
 }
 
 }  // namespace
 
 Application* Modules::find(const std::wstring& fileName) const {
-  const std::wstring name = baseName(fileName);
+  const std::wstring name = moduleName(fileName);
   for (Application* each : loaded_) {
-    if (baseName(each->fileName) == name) return each;
+    if (moduleName(each->fileName) == name) return each;
   }
   return nullptr;
 }

@@ -45,6 +45,11 @@ std::wstring& lastErrorText() {
   return text;
 }
 
+void tellEngineError(const EngineError& error) {
+  keep(error);
+  print(error, moduleFallback);
+}
+
 bool reportEngineFailure() { return report(activeConnection(), moduleFallback); }
 
 bool reportConnectFailure(Engine& engine) { return report(engine, moduleFallback); }

@@ -21,6 +21,9 @@ bool reportConnectFailure(Engine& engine);
 bool keepEngineFailure(Engine& engine);
 bool reportEngineFailure(Engine& engine);
 
+/// Keeps and prints an error that was taken already.
+void tellEngineError(const EngineError& error);
+
 /// Bodies.
 int zbLastError();
 int zbResetLastError();

@@ -46,7 +46,7 @@ constexpr TableRow rows[] = {
     {L"zb_sql-nil", zbEntry<notBuilt>},
     {L"zb_sql-error", zbEntry<notBuilt>},
     {L"zb_command", zbEntry<notBuilt>},
-    {L"zb_compact", zbEntry<notBuilt>},
+    {L"zb_compact", zbEntry<zbCompact>},
     {L"zb_link_table", zbEntry<notBuilt>},
     {L"zb_query", zbEntry<notBuilt>},
     {L"zb_message_box", zbEntry<zbMessageBox>},
