@@ -1,0 +1,17 @@
+#pragma once
+
+#include "engine/jet_sql/functions.h"
+
+namespace jet {
+
+/// How a value's own type changes its text: what SQLite's storage doesn't tell.
+enum class Reading : int { Plain = 0, Date = 1, Scaled = 2, Single = 3 };
+
+/// Text of argument `i`, as `&` and text columns take it.
+std::string textOf(const Call& call, int i, Reading reading);
+
+/// Gives argument `i` converted to the storage of `type`; 6 beyond the type's range, 3464 for what is no
+/// such value. Null gives null.
+void giveAs(Call& call, int i, Type type, Reading reading);
+
+}  // namespace jet

@@ -1,0 +1,215 @@
+#include "engine/jet_sql/date.h"
+
+#include <cctype>
+#include <cmath>
+#include <cstdio>
+#include <vector>
+
+namespace jet {
+
+const char* const monthNames[12] = {"January", "February", "March",     "April",   "May",      "June",
+                                    "July",    "August",   "September", "October", "November", "December"};
+const char* const dayNames[7] = {"Sunday",   "Monday", "Tuesday", "Wednesday",
+                                 "Thursday", "Friday", "Saturday"};
+
+namespace {
+
+constexpr double secondsOfDay = 86400;
+constexpr double firstDay = -657434, lastDay = 2958465;  // 0100-01-01 and 9999-12-31
+
+// Days from 1970-01-01 in the proleptic Gregorian calendar, by counting years from March.
+long daysOfCivil(long year, long month, long day) {
+  year -= month <= 2;
+  const long era = (year >= 0 ? year : year - 399) / 400;
+  const long yearOfEra = year - era * 400;
+  const long dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+  return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
+}
+
+constexpr long epochOffset = 25569;  // serial of 1970-01-01
+
+struct Words {
+  std::vector<long> numbers;
+  std::vector<char> separators;  // what stands before each number
+  int month = 0;
+  size_t monthAt = 0;  // how many numbers stand before the month's name
+};
+
+int monthNamed(std::string_view word) {
+  for (int i = 0; i < 12 && word.size() >= 3; ++i) {
+    const std::string_view full = monthNames[i];
+    if (word.size() > full.size() || (word.size() != 3 && word.size() != full.size())) continue;
+    bool same = true;
+    for (size_t k = 0; k < word.size(); ++k) same = same && (word[k] | 0x20) == (full[k] | 0x20);
+    if (same) return i + 1;
+  }
+  return 0;
+}
+
+long fullYear(long year, size_t digits) {
+  if (digits > 2) return year;
+  return year < 30 ? 2000 + year : 1900 + year;
+}
+
+std::optional<double> datePart(const std::vector<long>& numbers, const std::vector<size_t>& digits, int month,
+                               size_t monthAt) {
+  long year = 0, day = 0, m = month;
+  if (month) {
+    if (numbers.size() != 2) return std::nullopt;
+    const bool yearFirst = monthAt > 0 && digits[0] > 2;
+    day = numbers[yearFirst ? 1 : 0];
+    year = fullYear(numbers[yearFirst ? 0 : 1], digits[yearFirst ? 0 : 1]);
+  } else {
+    if (numbers.size() != 3) return std::nullopt;
+    if (digits[0] > 2) {
+      year = numbers[0], m = numbers[1], day = numbers[2];
+    } else {
+      m = numbers[0], day = numbers[1], year = fullYear(numbers[2], digits[2]);
+      if (m > 12 && day <= 12) std::swap(m, day);
+    }
+  }
+  if (m < 1 || m > 12 || day < 1 || day > 31) return std::nullopt;
+  const auto serial = serialOf(year, m, day);
+  if (!serial || partsOf(*serial)->day != day) return std::nullopt;
+  return serial;
+}
+
+}  // namespace
+
+std::optional<double> serialOf(long year, long month, long day) {
+  if (std::labs(year) > 20000 || std::labs(month) > 300000 || std::labs(day) > 5000000) return std::nullopt;
+  const long months = year * 12 + month - 1;
+  const long carried = months >= 0 ? months / 12 : -((11 - months) / 12);
+  const double serial =
+      static_cast<double>(daysOfCivil(carried, months - carried * 12 + 1, 1) + day - 1 + epochOffset);
+  if (serial < firstDay || serial > lastDay) return std::nullopt;
+  return serial;
+}
+
+double timeOf(long hour, long minute, long second) {
+  return (static_cast<double>(hour) * 3600 + static_cast<double>(minute) * 60 + static_cast<double>(second)) /
+         secondsOfDay;
+}
+
+double toLinear(double serial) {
+  const double day = std::trunc(serial);
+  return day + std::fabs(serial - day);
+}
+
+double fromLinear(double days) {
+  const double day = std::floor(days);
+  return day >= 0 ? days : day - (days - day);
+}
+
+std::optional<DateParts> partsOf(double serial) {
+  if (!(serial > firstDay - 1 && serial < lastDay + 1)) return std::nullopt;
+  double day = std::trunc(serial);
+  long seconds = std::lround(std::fabs(serial - day) * secondsOfDay);
+  if (seconds >= 86400) day += 1, seconds = 0;
+  const long z = static_cast<long>(day) - epochOffset + 719468;
+  const long era = (z >= 0 ? z : z - 146096) / 146097;
+  const long dayOfEra = z - era * 146097;
+  const long yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
+  const long dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
+  const long shifted = (5 * dayOfYear + 2) / 153;
+  DateParts parts{};
+  parts.day = static_cast<int>(dayOfYear - (153 * shifted + 2) / 5 + 1);
+  parts.month = static_cast<int>(shifted < 10 ? shifted + 3 : shifted - 9);
+  parts.year = static_cast<int>(yearOfEra + era * 400 + (parts.month <= 2));
+  parts.hour = static_cast<int>(seconds / 3600);
+  parts.minute = static_cast<int>(seconds / 60 % 60);
+  parts.second = static_cast<int>(seconds % 60);
+  return parts;
+}
+
+int weekdayOf(double serial) {
+  // Day zero, 1899-12-30, was a Saturday.
+  const long day = static_cast<long>(std::trunc(serial));
+  return static_cast<int>(((day + 6) % 7 + 7) % 7) + 1;
+}
+
+std::optional<double> parseDate(std::string_view text) {
+  std::vector<long> dates, times;
+  std::vector<size_t> digits;
+  int month = 0, half = 0;  // half: 1 AM, 2 PM
+  size_t monthAt = 0;
+  bool colon = false;
+  for (size_t i = 0; i < text.size();) {
+    const auto c = static_cast<unsigned char>(text[i]);
+    if (std::isdigit(c)) {
+      const size_t start = i;
+      long number = 0;
+      while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) {
+        if (i - start >= 4) return std::nullopt;
+        number = number * 10 + (text[i++] - '0');
+      }
+      size_t after = i;
+      while (after < text.size() && text[after] == ' ') ++after;
+      const bool isHour =
+          after < text.size() &&
+          (text[after] == ':' || ((text[after] | 0x20) == 'a' && half == 0) || (text[after] | 0x20) == 'p') &&
+          (text[after] == ':' || (after + 1 < text.size() && (text[after + 1] | 0x20) == 'm'));
+      if (colon || isHour) {
+        times.push_back(number);
+      } else {
+        dates.push_back(number);
+        digits.push_back(i - start);
+      }
+      colon = false;
+    } else if (std::isalpha(c)) {
+      const size_t start = i;
+      while (i < text.size() && std::isalpha(static_cast<unsigned char>(text[i]))) ++i;
+      const std::string_view word = text.substr(start, i - start);
+      if (word.size() == 2 && (word[1] | 0x20) == 'm' && half == 0 && !times.empty()) {
+        half = (word[0] | 0x20) == 'a' ? 1 : (word[0] | 0x20) == 'p' ? 2 : 0;
+        if (!half) return std::nullopt;
+      } else if (const int named = monthNamed(word); named && !month) {
+        month = named;
+        monthAt = dates.size();
+      } else {
+        return std::nullopt;
+      }
+    } else if (c == ':') {
+      if (times.empty() || colon) return std::nullopt;
+      colon = true;
+      ++i;
+    } else if (c == ' ' || c == '/' || c == '-' || c == ',' || c == '.') {
+      ++i;
+    } else {
+      return std::nullopt;
+    }
+  }
+  if (colon || times.size() > 3 || (times.size() == 1 && !half) || (dates.empty() && times.empty()))
+    return std::nullopt;
+  double day = 0, time = 0;
+  if (!dates.empty() || month) {
+    const auto parsed = datePart(dates, digits, month, monthAt);
+    if (!parsed) return std::nullopt;
+    day = *parsed;
+  }
+  if (!times.empty()) {
+    times.resize(3);
+    if (half && (times[0] < 1 || times[0] > 12)) return std::nullopt;
+    if (half) times[0] = times[0] % 12 + (half == 2 ? 12 : 0);
+    if (times[0] > 23 || times[1] > 59 || times[2] > 59) return std::nullopt;
+    time = timeOf(times[0], times[1], times[2]);
+  }
+  return day < 0 ? day - time : day + time;
+}
+
+std::string dateText(double serial) {
+  const auto parts = partsOf(serial);
+  if (!parts) return "";
+  char date[32] = "", time[32] = "";
+  const bool midnight = parts->hour == 0 && parts->minute == 0 && parts->second == 0;
+  const bool dayZero = parts->year == 1899 && parts->month == 12 && parts->day == 30;
+  if (!dayZero || midnight) {
+    std::snprintf(date, sizeof date, "%d/%d/%04d", parts->month, parts->day, parts->year);
+  }
+  if (midnight && !dayZero) return date;
+  std::snprintf(time, sizeof time, "%d:%02d:%02d %s", (parts->hour + 11) % 12 + 1, parts->minute,
+                parts->second, parts->hour < 12 ? "AM" : "PM");
+  return dayZero ? std::string(time) : std::string(date) + " " + time;
+}
+
+}  // namespace jet

@@ -1,0 +1,93 @@
+#include "engine/jet_sql/jet_sql.h"
+
+#include "engine/jet_sql/execution.h"
+#include "engine/jet_sql/statement.h"
+
+namespace jet {
+namespace {
+
+/// A savepoint around one statement; undone unless kept.
+class Transaction {
+ public:
+  Transaction(sqlite3* database, Catalog& catalog) : database_(database), catalog_(catalog) {
+    run("SAVEPOINT \"jet statement\"");
+  }
+
+  ~Transaction() {
+    if (kept_) return;
+    // A full disk or a deadlock may have undone everything already; then these two have nothing to do.
+    sqlite3_exec(database_, "ROLLBACK TO \"jet statement\"", nullptr, nullptr, nullptr);
+    sqlite3_exec(database_, "RELEASE \"jet statement\"", nullptr, nullptr, nullptr);
+    catalog_.changesUndone();
+  }
+
+  void keep() {
+    run("RELEASE \"jet statement\"");
+    kept_ = true;
+  }
+
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+
+ private:
+  void run(const char* sql) {
+    const int code = sqlite3_exec(database_, sql, nullptr, nullptr, nullptr);
+    if (code != SQLITE_OK) throw Failure{errorOfDatabase(database_, code)};
+  }
+
+  sqlite3* database_;
+  Catalog& catalog_;
+  bool kept_ = false;
+};
+
+bool onlyReads(const Statement& statement) {
+  const auto* select = std::get_if<SelectStatement>(&statement.body);
+  return select && select->query->into.empty();
+}
+
+template <typename Work>
+std::optional<Error> guarded(const Work& work) {
+  try {
+    work();
+    return std::nullopt;
+  } catch (const Failure& failure) {
+    return failure.error;
+  } catch (const std::bad_alloc&) {
+    return Error{3183, "Not enough memory.", std::nullopt};
+  }
+}
+
+}  // namespace
+
+Outcome execute(sqlite3* database, Catalog& catalog, std::string_view sql,
+                const std::vector<Parameter>& parameters, RowSink* rows) {
+  Outcome outcome;
+  outcome.error = guarded([&] {
+    Statement statement = parseStatement(sql);
+    Execution execution(database, catalog, sql, parameters, rows, 0);
+    if (onlyReads(statement)) {
+      outcome.affected = execution.run(statement);
+      return;
+    }
+    Transaction transaction(database, catalog);
+    outcome.affected = execution.run(statement);
+    transaction.keep();
+  });
+  return outcome;
+}
+
+std::optional<Error> checkSyntax(std::string_view sql) {
+  return guarded([&] { parseStatement(sql); });
+}
+
+bool givesRows(std::string_view sql) {
+  bool rows = false;
+  guarded([&] { rows = onlyReads(parseStatement(sql)); });
+  return rows;
+}
+
+std::optional<Error> checkExpression(std::string_view expression) {
+  return guarded([&] { parseExpression(expression); });
+}
+
+}  // namespace jet

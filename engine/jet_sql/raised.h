@@ -1,0 +1,13 @@
+#pragma once
+
+#include <sqlite3.h>
+
+#include "engine/jet_sql/error.h"
+
+namespace jet {
+
+/// Hands an error of the dialect through SQLite, whose errors are texts; `errorOfDatabase` reads it back.
+/// `place` below zero is none.
+void raise(sqlite3_context* context, const Error& error, int64_t place);
+
+}  // namespace jet
