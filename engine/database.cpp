@@ -10,7 +10,7 @@
 #include <mutex>
 #include <set>
 
-#include "engine/collation.h"
+#include "engine/jet_sql/jet_sql.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -23,11 +23,6 @@ constexpr int64_t fullCheckBytes = 8 << 20;
 constexpr int64_t quickCheckBytes = 64 << 20;
 
 constexpr size_t longestPath = 4095;
-
-int collate(void*, int leftSize, const void* left, int rightSize, const void* right) {
-  return compareText({static_cast<const char*>(left), static_cast<size_t>(leftSize)},
-                     {static_cast<const char*>(right), static_cast<size_t>(rightSize)});
-}
 
 // Files in which this process came upon damage while it worked: their next opening looks closely.
 class SuspectFiles {
@@ -161,7 +156,8 @@ void Database::configure() {
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
-  sqlite3_create_collation_v2(database, "JET", SQLITE_UTF8, nullptr, collate, nullptr);
+  const int code = jet::registerFunctions(database);
+  if (code != SQLITE_OK) failSqlite(database, code, Access::Open);
   execute("PRAGMA cell_size_check=ON", Access::Open);
   execute("PRAGMA temp_store=MEMORY", Access::Open);
 }

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <iterator>
 
+#include "engine/jet_sql/raised.h"
+
 namespace {
 
 struct Message {
@@ -109,6 +111,8 @@ jet::Error engineError(int number, std::string_view detail) {
 }
 
 jet::Error errorOfSqlite(sqlite3* database, int code, Access access) {
+  // What the dialect's functions and the guards of relations raise is complete already.
+  if (const auto raised = jet::readRaised(database ? sqlite3_errmsg(database) : "")) return *raised;
   if ((code & 0xFF) == SQLITE_BUSY) return engineError(busyNumber(access));
   const char* file = database ? sqlite3_db_filename(database, "main") : nullptr;
   const int extended = database ? sqlite3_extended_errcode(database) : code;

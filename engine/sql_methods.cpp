@@ -1,22 +1,71 @@
-#include "engine/engine_object.h"
+#include <limits>
 
-HRESULT EngineObject::ExecuteSql(BSTR, VARIANT* rows, VARIANT_BOOL* ok) {
-  return attempt(rows, ok, []() -> COleSafeArray { fail(unexpectedFailure, "SQL is not built in"); });
+#include "engine/engine_object.h"
+#include "engine/jet_sql/jet_sql.h"
+#include "engine/query_parameters.h"
+#include "engine/row_set.h"
+#include "platform/text/utf.h"
+
+namespace {
+
+/// Runs one statement; what it fails with leaves as the engine's error. Gives the number of rows touched.
+int64_t run(Database& database, DatabaseCatalog& catalog, std::string_view sql, jet::RowSink* rows = nullptr,
+            const std::vector<jet::Parameter>& parameters = {}) {
+  jet::Outcome outcome = jet::execute(database.handle(), catalog, sql, parameters, rows);
+  if (outcome.error) throw jet::Failure{*outcome.error};
+  return outcome.affected;
 }
-HRESULT EngineObject::ExecuteStatement(BSTR, VARIANT_BOOL* ok) {
-  return attempt(ok, [] { fail(unexpectedFailure, "SQL is not built in"); });
+
+}  // namespace
+
+HRESULT EngineObject::ExecuteSql(BSTR sql, VARIANT* rows, VARIANT_BOOL* ok) {
+  return attempt(rows, ok, [&] {
+    RowSet set;
+    DatabaseCatalog& catalog = freshCatalog();
+    run(database(), catalog, toUtf8(viewOf(sql)), &set);
+    return set.take();
+  });
 }
-HRESULT EngineObject::ExecuteCommand(BSTR, LONG* count, VARIANT_BOOL* ok) {
+
+HRESULT EngineObject::ExecuteStatement(BSTR sql, VARIANT_BOOL* ok) {
+  return attempt(ok, [&] {
+    DatabaseCatalog& catalog = freshCatalog();
+    run(database(), catalog, toUtf8(viewOf(sql)));
+  });
+}
+
+HRESULT EngineObject::ExecuteCommand(BSTR sql, LONG* count, VARIANT_BOOL* ok) {
   if (!count) return E_POINTER;
   *count = 0;
-  return attempt(ok, [] { fail(unexpectedFailure, "SQL is not built in"); });
+  return attempt(ok, [&] {
+    DatabaseCatalog& catalog = freshCatalog();
+    const int64_t touched = run(database(), catalog, toUtf8(viewOf(sql)));
+    *count = static_cast<LONG>(std::min<int64_t>(touched, std::numeric_limits<LONG>::max()));
+  });
 }
-HRESULT EngineObject::RunQuery(BSTR, VARIANT, VARIANT* rows, VARIANT_BOOL* ok) {
-  return attempt(rows, ok, []() -> COleSafeArray { fail(unexpectedFailure, "SQL is not built in"); });
+
+HRESULT EngineObject::RunQuery(BSTR name, VARIANT parameters, VARIANT* rows, VARIANT_BOOL* ok) {
+  return attempt(rows, ok, [&] {
+    DatabaseCatalog& catalog = freshCatalog();
+    const std::string query = toUtf8(viewOf(name));
+    const std::optional<std::string> sql = catalog.findQuery(query);
+    if (!sql) fail(tableNotFound, query);
+    RowSet set;
+    run(database(), catalog, *sql, &set, readParameters(parameters));
+    return set.take();
+  });
 }
-HRESULT EngineObject::CreateQuery(BSTR, BSTR, VARIANT_BOOL* ok) {
-  return attempt(ok, [] { fail(unexpectedFailure, "SQL is not built in"); });
+
+HRESULT EngineObject::CreateQuery(BSTR name, BSTR sql, VARIANT_BOOL* ok) {
+  return attempt(ok, [&] {
+    if (database().readOnly()) fail(jet::readOnlyDatabase);
+    DatabaseCatalog& catalog = freshCatalog();
+    const std::string text = toUtf8(viewOf(sql));
+    if (const auto error = jet::checkSyntax(text)) throw jet::Failure{*error};
+    if (const auto refusal = catalog.createQuery(toUtf8(viewOf(name)), text)) throw jet::Failure{*refusal};
+  });
 }
+
 HRESULT EngineObject::LinkTable(BSTR, BSTR, BSTR, VARIANT_BOOL* linked, VARIANT_BOOL* ok) {
   if (!linked) return E_POINTER;
   *linked = VARIANT_FALSE;

@@ -44,6 +44,8 @@ constexpr Meaning meanings[] = {
     {SQLITE_INTERRUPT, 3059, "The operation was cancelled by the user"},
 };
 
+}  // namespace
+
 std::optional<Error> readRaised(std::string_view text) {
   if (!text.starts_with(mark)) return std::nullopt;
   Error error;
@@ -56,8 +58,6 @@ std::optional<Error> readRaised(std::string_view text) {
   if (next.ptr != end) error.text = std::string(next.ptr + 1, end);
   return error;
 }
-
-}  // namespace
 
 void raise(sqlite3_context* context, const Error& error, int64_t place) {
   std::string text(mark);

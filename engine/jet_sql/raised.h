@@ -10,4 +10,7 @@ namespace jet {
 /// `place` below zero is none.
 void raise(sqlite3_context* context, const Error& error, int64_t place);
 
+/// The error that SQLite's text hands through; nothing for any other text.
+std::optional<Error> readRaised(std::string_view text);
+
 }  // namespace jet

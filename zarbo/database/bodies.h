@@ -20,3 +20,29 @@ int zbAppend();
 int zbAppendWithindex();
 int zbReplace();
 int zbDelete();
+
+// sql_functions.cpp
+int zbSql();
+int zbSqlNil();
+int zbSqlError();
+int zbCommand();
+int zbQuery();
+int zbCreateQuery();
+
+// schema_functions.cpp
+int zbCreateDb();
+int zbCreateTable();
+int zbModifyTable();
+int zbRenameTable();
+int zbDeleteTable();
+int zbStructure();
+int zbListTables();
+int zbListIndexes();
+int zbAttributes();
+int zbExist();
+int zbFieldRequired();
+int zbRelationExists();
+int zbRelationDelete();
+int zbCreateIndex();
+int zbLinkTable();
+int zbOnlyIn32Bit();

@@ -232,6 +232,7 @@ bool openNewConnection(ConnectRequest& request, int& result) {
 
 Engine& activeConnection() { return state().active; }
 const std::wstring& activePath() { return state().path; }
+bool activeReadOnly() { return state().readOnly; }
 
 void ensureConnection() {
   if (!selectRecord()) return;

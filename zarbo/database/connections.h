@@ -9,6 +9,7 @@
 /// The active connection; empty when there is none. Established again before every database call.
 Engine& activeConnection();
 const std::wstring& activePath();
+bool activeReadOnly();
 
 /// The pre-call of every database function: makes the connection of the current drawing the active
 /// one and checks that it is alive.

@@ -1,43 +1,9 @@
 #include "zarbo/database/engine_client.h"
 
 #include "platform/com/class_objects.h"
-#include "platform/com/com_error.h"
+#include "zarbo/database/engine_calls.h"
 
-namespace {
-
-void check(HRESULT result) { checkResult(result, interfaceId<IZbEngine>); }
-
-/// A call whose only output is a boolean.
-template <class Call>
-bool asked(Call call) {
-  short answer = VARIANT_FALSE;
-  check(call(&answer));
-  return answer != VARIANT_FALSE;
-}
-
-/// A call that answers by its sign: negative means failure.
-template <class Call>
-bool succeeded(Call call) {
-  short failed = 0;
-  check(call(&failed));
-  return failed >= 0;
-}
-
-template <class Call>
-std::wstring text(Call call) {
-  Bstr answer;
-  check(call(answer.put()));
-  return answer.str();
-}
-
-/// A call that gives a record, and whether it did.
-template <class Call>
-bool giveRecord(COleVariant& record, Call call) {
-  VARIANT* const slot = record.put();
-  return asked([&](short* ok) { return call(slot, ok); });
-}
-
-}  // namespace
+using namespace engine_calls;
 
 Engine Engine::create() {
   Engine made;

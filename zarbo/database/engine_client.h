@@ -62,6 +62,30 @@ class Engine {
   bool deleteRecord();
 
   bool compactDatabase(const std::wstring& source, const std::wstring& destination);
+  bool createDatabase(const std::wstring& path);
+
+  // Statements and stored queries
+  bool executeSql(const std::wstring& sql, COleVariant& rows);
+  bool executeCommand(const std::wstring& sql, int32_t& count);
+  bool runQuery(const std::wstring& name, const COleVariant& parameters, COleVariant& rows);
+  bool createQuery(const std::wstring& name, const std::wstring& sql);
+
+  // The schema. What is asked for comes out in `answer`.
+  bool createTable(const std::wstring& table, const COleVariant& definition);
+  bool modifyTable(const std::wstring& table, const COleVariant& definition);
+  bool renameTable(const std::wstring& oldName, const std::wstring& newName);
+  bool deleteTable(const std::wstring& table, bool flag);
+  bool structure(COleVariant& pairs);
+  bool attributes(const std::wstring& name, COleVariant& pairs);
+  bool listTables(COleVariant& names);
+  bool listIndexes(COleVariant& names);
+  bool exists(const std::wstring& name, bool& answer);
+  bool fieldRequired(const std::wstring& table, const std::wstring& field, bool& answer);
+  bool createIndex(const std::wstring& first, const std::wstring& second, int16_t flag1, int16_t flag2);
+  bool linkTable(const std::wstring& first, const std::wstring& second, const std::wstring& third,
+                 bool& answer);
+  bool relationExists(const std::wstring& name, bool& answer);
+  bool relationDelete(const std::wstring& first, const std::wstring& second);
 
   /// The interface itself, for calls that have no plain form here; throws when empty.
   IZbEngine& object() const;
