@@ -114,7 +114,7 @@ Value filenameMktemp(const Call& call) {
   std::string extension = pattern.extension().string();
   if (call.has(2) && call[2].isTrue()) extension = toUtf8(call.text(2));
   for (int number = 1; number < 1000000; ++number) {
-    char digits[8];
+    char digits[16];
     std::snprintf(digits, sizeof digits, "%03d", number);
     const fs::path candidate = folder / (pattern.stem().string() + digits + extension);
     if (!fs::exists(candidate, problem)) return textValue(candidate);
