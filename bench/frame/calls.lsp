@@ -1,0 +1,16 @@
+; What a call of the module costs beside a call of the language: both raise a real to a power.
+; Prints nanoseconds for each and their ratio; the loop without a call is taken off.
+(setq rounds 300000)
+(defun spent (work / start) (setq start (getvar "MILLISECS")) (work) (- (getvar "MILLISECS") start))
+(defun empty () (repeat rounds 2.0))
+(defun builtin () (repeat rounds (expt 2.0 3.0)))
+(defun module () (repeat rounds (kv::pow 2.0 3.0)))
+(defun best (work / least)
+  (repeat 7 (setq least (if least (min least (spent work)) (spent work))))
+  least)
+(setq none (best empty)
+      own (- (best builtin) none)
+      called (- (best module) none))
+(defun ns (milliseconds) (rtos (/ (* milliseconds 1000000.0) rounds) 2 1))
+(princ (strcat "expt    " (ns own) " ns\nkv::pow " (ns called) " ns\nratio   " (rtos (/ (float called) own) 2 2) "\n"))
+(princ)
