@@ -330,7 +330,7 @@ std::string formatText(const std::string& text, std::string_view format) {
 void format(Call& call) {
   const bool isDate = call.text(0) == "D";
   const std::string pattern = call.count() > 2 ? call.text(2) : "";
-  if (call.isNull(1)) return call.give(std::string_view());
+  if (call.isNull(1)) return call.give(std::string_view(""));
   if (call.storage(1) == SQLITE_TEXT) {
     const std::string text = call.text(1);
     if (pattern.empty()) return call.give(std::string_view(text));

@@ -246,7 +246,7 @@ ExpressionPtr Parser::literal() {
 }
 
 ExpressionPtr Parser::call() {
-  const bool alsoReserved = isWord("LEFT") || isWord("RIGHT");
+  const bool alsoReserved = isWord("LEFT") || isWord("RIGHT") || isWord("ASC");
   if (!alsoReserved && !atName()) fail(expressionSyntax);
   ExpressionPtr node = make(ExpressionKind::Call, peek().place);
   node->text = tokens_[at_].text;

@@ -100,7 +100,8 @@ std::unique_ptr<Query> Parser::querySpec() {
   if (acceptWord("INTO")) query->into = name(selectSyntax);
   if (acceptWord("FROM")) {
     query->sources = sources(fromSyntax);
-  } else if (!atEnd() && !isSymbol(")") && !isWord("UNION") && !isWord("ORDER") && !isWord("WHERE")) {
+  } else if (!atEnd() && !isSymbol(")") && !isSymbol(";") && !isWord("UNION") && !isWord("ORDER") &&
+             !isWord("WHERE")) {
     fail(expressionSyntax);  // two expressions without an operator between them
   }
   if (acceptWord("WHERE")) query->where = expression();
@@ -121,7 +122,7 @@ std::unique_ptr<Query> Parser::transformQuery() {
   std::unique_ptr<Query> query = querySpec();
   if (isWord("ORDER")) query->orderBy = orderKeys();
   expectWord("PIVOT", transformSyntax);
-  transform->pivot = expression();
+  transform->pivot = concatenation();  // an In behind it lists headings
   if (acceptWord("IN")) {
     expectSymbol("(", transformSyntax);
     do transform->headings.push_back(expression());

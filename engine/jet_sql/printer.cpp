@@ -249,7 +249,7 @@ void Printer::truth(const Expression& e) {
       asText(*o[0]);
       raw(",");
       asText(*o[1]);
-      raw(e.text == "ALIKE" ? ",1)" : ",0)");
+      raw(e.text == "ALIKE" ? ",1)<>0" : ",0)<>0");
       break;
     case ExpressionKind::Not:
       raw("NOT ");
@@ -283,7 +283,7 @@ void Printer::logic(const Expression& e) {
     raw(",");
     real(*o);
   }
-  raw(")");
+  raw(")<>0");  // these give Jet's -1 for true
 }
 
 // As a balanced tree: SQLite bounds the depth of a row of conditions.

@@ -1,6 +1,8 @@
 #include <dlfcn.h>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <filesystem>
 
 #include <map>
 
@@ -132,7 +134,8 @@ TEST_F(ModuleTest, AppendWithoutAConnectionEndsInAnAnnouncedException) {
 }
 
 TEST_F(ModuleTest, ExportsTheConventionsOfAModule) {
-  void* const library = dlopen("zarbo.so", RTLD_NOW);
+  const auto file = std::filesystem::read_symlink("/proc/self/exe").parent_path() / "zarbo.so";
+  void* const library = dlopen(file.c_str(), RTLD_NOW);
   ASSERT_TRUE(library) << dlerror();
   using Version = int (*)(int32_t*, int32_t*, int32_t*, int32_t*);
   for (const char* name : {"acrxGetApiVersion", "odrxGetAPIVersion"}) {
