@@ -13,8 +13,9 @@ ComPtr<IZbCompanion>& companion() {
 }  // namespace
 
 void startCompanion() {
-  companion() = createObject<IZbCompanion>(companionClass);
-  if (companion()) checkResult(companion()->Start(), interfaceId<IZbCompanion>);
+  ComPtr<IZbCompanion> made = createObject<IZbCompanion>(companionClass);
+  if (made) checkResult(made->Start(), interfaceId<IZbCompanion>);
+  companion() = std::move(made);
 }
 
 void stopCompanion() {
