@@ -13,6 +13,8 @@ class BRX_API AcApDocument : public AcRxObject {
   virtual const ACHAR* fileName() const = 0;
   /// Owned by the document.
   virtual AcDbDatabase* database() const = 0;
+  /// False while the document runs a command or evaluates LISP.
+  virtual bool isQuiescent() const = 0;
 };
 
 /// Walks the open documents in the order of opening. Stays valid only while none is opened or closed.
@@ -30,6 +32,11 @@ class BRX_API AcApDocManager : public AcRxObject {
   virtual AcApDocument* curDocument() const = 0;
   /// The document that the user works in; it may differ from the current one during a notification.
   virtual AcApDocument* mdiActiveDocument() const = 0;
+  /// Queues a text as if it were typed in the document; it runs when the host is idle. A line's end in it
+  /// is Enter. With `activate` the document becomes the active one for good, else only while it runs.
+  virtual Acad::ErrorStatus sendStringToExecute(AcApDocument* document, const ACHAR* text,
+                                                bool activate = true, bool wrapUpInactiveDoc = false,
+                                                bool echo = true) = 0;
   /// The caller deletes the iterator.
   virtual AcApDocumentIterator* newAcApDocumentIterator() = 0;
 };

@@ -1,5 +1,6 @@
 #include "host/app/batch.h"
 
+#include "host/app/idle.h"
 #include "host/bridge/document_lisp.h"
 #include "host/calls/command_line.h"
 #include "host/documents/documents.h"
@@ -18,7 +19,7 @@ void showLine(const std::wstring& text) {
 
 std::wstring resultOf(std::string_view form, const std::wstring& fileName) {
   try {
-    return lisp::printed(currentInterpreter().evalSource(form, fileName), lisp::Style::readable);
+    return lisp::printed(evaluateSource(form, fileName), lisp::Style::readable);
   } catch (const lisp::LispError& error) {
     return L"; error: " + error.message;
   }
@@ -28,7 +29,7 @@ void runForm(std::string_view form, const std::wstring& fileName) {
   showLine(L"> " + fromUtf8(form));
   const std::wstring result = resultOf(form, fileName);
   showLine(L"=> " + result);
-  documents().discardClosed();
+  goIdle();
 }
 
 }  // namespace

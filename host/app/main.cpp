@@ -8,6 +8,7 @@
 #include <stdexcept>
 
 #include "host/app/batch.h"
+#include "host/app/idle.h"
 #include "host/app/options.h"
 #include "host/app/prompt.h"
 #include "host/app/session.h"
@@ -48,13 +49,16 @@ void printError(const lisp::LispError& error) {
 int runScripts(const host::Options& options) {
   try {
     for (const std::string& file : options.files) {
-      host::currentInterpreter().load(fromUtf8(file));
-      host::documents().discardClosed();
+      {
+        const host::DocumentManager::Busy busy(host::documents());
+        host::currentInterpreter().load(fromUtf8(file));
+      }
+      host::goIdle();
     }
     std::wstring value;
     for (const std::string& each : options.expressions) {
-      value = lisp::printed(host::currentInterpreter().evalSource(each, L""), lisp::Style::readable);
-      host::documents().discardClosed();
+      value = lisp::printed(host::evaluateSource(each, L""), lisp::Style::readable);
+      host::goIdle();
     }
     host::commandLine().freshLine();
     if (!options.expressions.empty()) host::commandLine().show(value + L"\n");

@@ -1,5 +1,7 @@
 #include "host/app/prompt.h"
 
+#include "host/app/idle.h"
+
 #include <unistd.h>
 
 #include <atomic>
@@ -43,10 +45,9 @@ std::optional<std::string> readLine(bool interactive, const char* prompt) {
 }
 
 void evaluate(const std::string& source) {
-  lisp::Interpreter& interpreter = currentInterpreter();
-  running = &interpreter;
+  running = &currentInterpreter();
   try {
-    const std::wstring value = lisp::printed(interpreter.evalSource(source, L""), lisp::Style::readable);
+    const std::wstring value = lisp::printed(evaluateSource(source, L""), lisp::Style::readable);
     commandLine().freshLine();
     commandLine().show(value + L"\n");
   } catch (const lisp::LispError& error) {
@@ -54,7 +55,7 @@ void evaluate(const std::string& source) {
     if (!error.handled) commandLine().show(L"; error: " + error.message + L"\n");
   }
   running = nullptr;
-  documents().discardClosed();
+  goIdle();
 }
 
 }  // namespace

@@ -97,6 +97,24 @@ Document* DocumentManager::openFile(const std::wstring& path, std::wstring& prob
   return drawing ? &add(full, std::move(drawing)) : nullptr;
 }
 
+bool Document::isQuiescent() const { return !documents().isBusy(*this); }
+
+Acad::ErrorStatus DocumentManager::sendStringToExecute(AcApDocument* document, const ACHAR* text,
+                                                       bool activate, bool, bool echo) {
+  const auto found =
+      std::find_if(open_.begin(), open_.end(), [&](const auto& each) { return each.get() == document; });
+  if (found == open_.end() || !text) return Acad::eInvalidInput;
+  sent_.push_back({found->get(), text, activate, echo});
+  return Acad::eOk;
+}
+
+std::optional<SentText> DocumentManager::takeSentText() {
+  if (sent_.empty()) return std::nullopt;
+  SentText first = std::move(sent_.front());
+  sent_.pop_front();
+  return first;
+}
+
 void DocumentManager::activate(Document& document) { current_ = active_ = &document; }
 
 bool DocumentManager::save(Document& document, const std::wstring& path, std::wstring& problem) {
@@ -117,6 +135,7 @@ bool DocumentManager::save(Document& document, const std::wstring& path, std::ws
 void DocumentManager::close(Document& document) {
   Document* const next = active_;
   activate(document);
+  std::erase_if(sent_, [&](const SentText& each) { return each.document == &document; });
   modules().tellAll(AcRx::kUnloadDwgMsg);
   editor().tell([&](AcEditorReactor& each) { each.databaseToBeDestroyed(document.database()); });
   const auto found =

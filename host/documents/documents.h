@@ -1,7 +1,9 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +21,7 @@ class Document : public AcApDocument {
 
   const ACHAR* fileName() const override { return fileName_.c_str(); }
   AcDbDatabase* database() const override { return drawing_.get(); }
+  bool isQuiescent() const override;
   /// Null where no maker was set.
   DocumentLisp* lisp() const { return lisp_.get(); }
   void setFileName(std::wstring fileName) { fileName_ = std::move(fileName); }
@@ -27,6 +30,14 @@ class Document : public AcApDocument {
   std::wstring fileName_;
   DrawingPointer drawing_;
   std::unique_ptr<DocumentLisp> lisp_;
+};
+
+/// A text that was sent to a document and waits for the host to be idle.
+struct SentText {
+  Document* document;
+  std::wstring text;
+  bool activate;
+  bool echo;
 };
 
 /// The open documents. Opening, closing and saving send the entry messages and notifications that
@@ -39,6 +50,27 @@ class DocumentManager : public AcApDocManager {
   AcApDocument* curDocument() const override { return current_; }
   AcApDocument* mdiActiveDocument() const override { return active_; }
   AcApDocumentIterator* newAcApDocumentIterator() override;
+
+  Acad::ErrorStatus sendStringToExecute(AcApDocument* document, const ACHAR* text, bool activate,
+                                        bool wrapUpInactiveDoc, bool echo) override;
+  /// The text that was sent first, taken out of the queue; nothing when none waits.
+  std::optional<SentText> takeSentText();
+
+  /// The current document isn't quiescent as long as this lives.
+  class Busy {
+   public:
+    explicit Busy(DocumentManager& manager) : manager_(manager), former_(manager.busy_) {
+      manager.busy_ = manager.current_;
+    }
+    ~Busy() { manager_.busy_ = former_; }
+    Busy(const Busy&) = delete;
+    Busy& operator=(const Busy&) = delete;
+
+   private:
+    DocumentManager& manager_;
+    const Document* former_;
+  };
+  bool isBusy(const Document& document) const { return busy_ == &document; }
 
   Document* current() const { return current_; }
   const std::vector<std::unique_ptr<Document>>& open() const { return open_; }
@@ -70,6 +102,8 @@ class DocumentManager : public AcApDocManager {
   std::vector<std::unique_ptr<Document>> closed_;
   Document* current_ = nullptr;
   Document* active_ = nullptr;
+  const Document* busy_ = nullptr;
+  std::deque<SentText> sent_;
 };
 
 DocumentManager& documents();

@@ -135,13 +135,14 @@ std::string runProgram(const std::vector<std::string>& command) {
   return output;
 }
 
-/// What stands between the form's line and the next form's: printed text, then "=> " and the value.
+/// What stands between the form's line and the next form's: printed text, then "=> " and the value on one
+/// line, and what was printed behind it.
 LispResult splitResult(const std::string& part) {
   size_t mark = part.rfind("\n=> ");
   mark = mark != std::string::npos ? mark + 1 : part.rfind("=> ", 0) == 0 ? 0 : std::string::npos;
   if (mark == std::string::npos) throw std::runtime_error("no value in the transcript: " + part);
-  LispResult result{part.substr(mark + 3), part.substr(0, mark)};
-  while (!result.value.empty() && result.value.back() == '\n') result.value.pop_back();
+  const size_t end = std::min(part.find('\n', mark), part.size());
+  LispResult result{part.substr(mark + 3, end - mark - 3), part.substr(0, mark) + part.substr(end)};
   // Printing may begin and end with a fresh line.
   while (!result.output.empty() && result.output.front() == '\n') result.output.erase(0, 1);
   while (!result.output.empty() && result.output.back() == '\n') result.output.pop_back();

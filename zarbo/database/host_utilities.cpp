@@ -86,7 +86,7 @@ int zbMessageBox() {
 }
 
 int zbRandom() {
-  retNumber(std::rand());
+  acedRetInt(std::rand());
   return done;
 }
 

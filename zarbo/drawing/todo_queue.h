@@ -1,7 +1,8 @@
 #pragma once
 
-/// Bodies of the module-wide note of the drawing that has work waiting. It survives a switch of
-/// drawings; nothing here acts on it.
+/// Bodies of the to-do queue of length one: a module-wide note of the drawing that has work waiting, which
+/// survives a switch of drawings, and the sending of a command to a named drawing.
 
+int kvExecuteToDo();
 int kvSetToDoDrawing();
 int kvGetToDoDrawing();

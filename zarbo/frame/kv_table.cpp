@@ -88,7 +88,7 @@ constexpr TableRow rows[] = {
     {L"kv_kv-getAcadWindowText", kvEntry<kvGetAcadWindowText>},
     {L"kv_kv-setAcadWindowText", kvEntry<kvSetAcadWindowText>},
 
-    {L"kv_kv-executeToDo", kvEntry<notBuilt>},
+    {L"kv_kv-executeToDo", kvEntry<kvExecuteToDo>},
     {L"kv_kv-setToDoDrawing", kvEntry<kvSetToDoDrawing>},
     {L"kv_kv-getToDoDrawing", kvEntry<kvGetToDoDrawing>},
 

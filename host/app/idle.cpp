@@ -1,0 +1,54 @@
+#include "host/app/idle.h"
+
+#include "host/bridge/document_lisp.h"
+#include "host/calls/command_line.h"
+#include "host/documents/documents.h"
+#include "host/lisp/printer.h"
+#include "platform/text/utf.h"
+
+namespace host {
+namespace {
+
+/// What a sent text may send in its turn is run as well, but not without end.
+constexpr int mostTexts = 1000;
+
+void runLine(const std::wstring& line, bool echo) {
+  try {
+    const lisp::Value value = evaluateSource(toUtf8(line), L"");
+    if (!echo) return;
+    commandLine().freshLine();
+    commandLine().show(lisp::printed(value, lisp::Style::readable) + L"\n");
+  } catch (const lisp::LispError& error) {
+    commandLine().freshLine();
+    if (!error.handled) commandLine().show(L"; error: " + error.message + L"\n");
+  }
+}
+
+void runSent(const SentText& sent) {
+  AcApDocument* const former = documents().mdiActiveDocument();
+  documents().activate(*sent.document);
+  runLine(sent.text, sent.echo);
+  // The text may have closed the document that was active before.
+  for (const auto& each : documents().open()) {
+    if (!sent.activate && each.get() == former) return documents().activate(*each);
+  }
+}
+
+}  // namespace
+
+lisp::Value evaluateSource(std::string_view source, const std::wstring& fileName) {
+  const DocumentManager::Busy busy(documents());
+  return currentInterpreter().evalSource(source, fileName);
+}
+
+void goIdle() {
+  documents().discardClosed();
+  for (int texts = 0; texts < mostTexts; ++texts) {
+    const auto sent = documents().takeSentText();
+    if (!sent) return;
+    runSent(*sent);
+    documents().discardClosed();
+  }
+}
+
+}  // namespace host
