@@ -129,7 +129,7 @@ void check(const Step& step, const jet::Outcome& outcome, const Rows& rows) {
 class Conformance : public testing::TestWithParam<std::string> {};
 
 TEST_P(Conformance, AnswersAsTheTableSays) {
-  const auto file = std::filesystem::path(__FILE__).parent_path() / "cases" / GetParam();
+  const auto file = std::filesystem::path(JET_SQL_CASES) / GetParam();
   sqlite3* database = nullptr;
   ASSERT_EQ(sqlite3_open(":memory:", &database), SQLITE_OK);
   ASSERT_EQ(jet::registerFunctions(database), SQLITE_OK);
@@ -149,8 +149,7 @@ TEST_P(Conformance, AnswersAsTheTableSays) {
 
 std::vector<std::string> caseFiles() {
   std::vector<std::string> names;
-  for (const auto& entry :
-       std::filesystem::directory_iterator(std::filesystem::path(__FILE__).parent_path() / "cases")) {
+  for (const auto& entry : std::filesystem::directory_iterator(JET_SQL_CASES)) {
     names.push_back(entry.path().filename());
   }
   std::sort(names.begin(), names.end());
