@@ -34,6 +34,10 @@ function(zarbo_bench name)
   target_link_libraries(${name} PRIVATE ${arg_LIBS} benchmark::benchmark)
 endfunction()
 
+if(ZARBO_FUZZ)
+  add_custom_target(fuzzers)
+endif()
+
 # zarbo_fuzz(NAME SOURCES … LIBS …): one libFuzzer program, built only by the fuzz preset.
 # SOURCES are compiled with coverage, so list the code under test itself, not a library of it.
 function(zarbo_fuzz name)
@@ -45,4 +49,5 @@ function(zarbo_fuzz name)
   target_compile_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=all)
   target_link_options(${name} PRIVATE -fsanitize=fuzzer,address,undefined)
   target_link_libraries(${name} PRIVATE ${arg_LIBS})
+  add_dependencies(fuzzers ${name})
 endfunction()

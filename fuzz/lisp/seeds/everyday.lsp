@@ -1,0 +1,5 @@
+(defun f (a b / c) (setq c (+ a b)) (list c (* c 2.5) "s\n\"x" 'q '(1 . 2)))
+(mapcar '(lambda (x y) (cons x y)) '(1 2 3) (f 1 2))
+(foreach i '(1 2) (princ i)) (while nil) (repeat 3 (vl-sort '(3 1 2) '<))
+(vl-catch-all-apply 'car '(1)) (cond ((= 1 2) 3) (t 4)) ;| c |; (rtos 12.5 4 3)
+(wcmatch "abc" "~[a-c]*,#@.") (read "(1 \"a\")") (angtof "N45d30'E" 4)
