@@ -8,6 +8,7 @@
 #include "host/calls/command_line.h"
 #include "host/calls/variables.h"
 #include "host/documents/documents.h"
+#include "host/editor/editor_functions.h"
 #include "host/rx/modules.h"
 #include "host/script/script_functions.h"
 #include "platform/com/automation.h"
@@ -67,6 +68,7 @@ Session::Session(const Options& options) {
   setDocumentLispMaker([] {
     auto made = std::make_unique<InterpreterOfDocument>();
     defineScriptFunctions(made->interpreter());
+    defineEditorFunctions(made->interpreter());
     return made;
   });
   openDrawings(options);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "brx/resbuf.h"
+#include "host/access/selection_set.h"
 #include "host/lisp/objects.h"
 #include "host/lisp/value.h"
 
@@ -11,7 +12,8 @@ namespace host {
 /// A selection set in LISP's hands; the number is its first word as an `ads_name`.
 struct PickSet : lisp::Opaque {
   int64_t number;
-  explicit PickSet(int64_t number) : number(number) {}
+  explicit PickSet(int64_t number) : number(number) { selectionSets().retain(number); }
+  ~PickSet() override { selectionSets().release(number); }
   std::wstring_view typeName() const override { return L"PICKSET"; }
   std::wstring print() const override { return L"<Selection set: " + std::to_wstring(number) + L">"; }
 };

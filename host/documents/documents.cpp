@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <filesystem>
 
+#include "brx/db_database.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
 #include "platform/text/utf.h"
@@ -115,7 +116,15 @@ std::optional<SentText> DocumentManager::takeSentText() {
   return first;
 }
 
-void DocumentManager::activate(Document& document) { current_ = active_ = &document; }
+void DocumentManager::setCurrent(Document* document) {
+  current_ = document;
+  acdbSetHostWorkingDatabase(document ? document->database() : nullptr);
+}
+
+void DocumentManager::activate(Document& document) {
+  active_ = &document;
+  setCurrent(&document);
+}
 
 bool DocumentManager::save(Document& document, const std::wstring& path, std::wstring& problem) {
   const std::wstring full = fullPath(path.empty() ? document.fileName() : path);
@@ -146,8 +155,8 @@ void DocumentManager::close(Document& document) {
   if (next != &document) {
     activate(*next);
   } else {
-    current_ = active_ =
-        open_.empty() ? nullptr : open_[static_cast<size_t>(std::max<ptrdiff_t>(place - 1, 0))].get();
+    active_ = open_.empty() ? nullptr : open_[static_cast<size_t>(std::max<ptrdiff_t>(place - 1, 0))].get();
+    setCurrent(active_);
   }
 }
 
@@ -166,10 +175,10 @@ void DocumentManager::discardClosed() {
 void DocumentManager::forEach(const std::function<void(Document&)>& work) {
   Document* const former = current_;
   for (const auto& each : open_) {
-    current_ = each.get();
+    setCurrent(each.get());
     work(*each);
   }
-  current_ = former;
+  setCurrent(former);
 }
 
 DocumentLisp* DocumentManager::lisp() const {

@@ -97,6 +97,8 @@ class DocumentManager : public AcApDocManager {
 
  private:
   Document& add(std::wstring fileName, DrawingPointer drawing);
+  /// The current document's drawing is the working database.
+  void setCurrent(Document* document);
 
   std::vector<std::unique_ptr<Document>> open_;
   std::vector<std::unique_ptr<Document>> closed_;

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <span>
+
+#include "host/lisp/builtins.h"
+
+namespace host {
+
+/// Gives LISP the host's functions of input and selection.
+void defineEditorFunctions(lisp::Interpreter& interpreter);
+
+// A table for each subject.
+std::span<const lisp::Builtin> getFunctions();
+
+}  // namespace host

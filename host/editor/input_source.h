@@ -1,0 +1,33 @@
+#pragma once
+
+#include <coroutine>
+
+#include "host/editor/request.h"
+
+namespace host {
+
+/// Where input comes from: the user, or the arguments of a command with the user behind them.
+class InputSource {
+ public:
+  virtual ~InputSource() = default;
+  virtual void prompt(const std::wstring& text) = 0;
+  /// Tells what became of what came in.
+  virtual void say(const std::wstring& text) = 0;
+  /// False when what asks has to wait until more has been given; `waiting` is resumed then.
+  virtual bool ready() const = 0;
+  /// Only when ready.
+  virtual InputItem take(Wanted wanted) = 0;
+
+  std::coroutine_handle<> waiting;
+};
+
+/// `co_await NextInput{source, wanted}`.
+struct NextInput {
+  InputSource& source;
+  Wanted wanted;
+  bool await_ready() const { return source.ready(); }
+  void await_suspend(std::coroutine_handle<> asking) const { source.waiting = asking; }
+  InputItem await_resume() const { return source.take(wanted); }
+};
+
+}  // namespace host

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+#include <string>
+
+#include "host/editor/input_source.h"
+#include "host/lisp/value.h"
+
+namespace host {
+
+/// The user: the queue that scripts fill, and behind it a terminal. Without either, every prompt counts as
+/// cancelled, and standard error says so.
+class UserInput : public InputSource {
+ public:
+  void prompt(const std::wstring& text) override;
+  void say(const std::wstring& text) override;
+  bool ready() const override { return true; }
+  InputItem take(Wanted wanted) override;
+
+ private:
+  std::wstring shown_;
+};
+
+UserInput& userInput();
+
+/// A line that a person types; nothing when the input ended or was interrupted. Only set where there is
+/// a person: without it the host never waits.
+using LineReader = std::function<std::optional<std::wstring>()>;
+void setLineReader(LineReader reader);
+
+/// A value of a program as input: points, numbers, texts, entity names with or without a point, lists of
+/// them, selection sets, and the symbols ENTER and CANCEL.
+InputItem itemOf(const lisp::Value& value);
+
+}  // namespace host
