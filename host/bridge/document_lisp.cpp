@@ -147,6 +147,8 @@ bool InterpreterOfDocument::invoke(const resbuf& call, resbuf*& result) {
 
 void InterpreterOfDocument::print(std::wstring_view text) { commandLine().print(text); }
 
+void InterpreterOfDocument::alert(const std::wstring& message) { acedAlert(message.c_str()); }
+
 std::optional<std::wstring> InterpreterOfDocument::readLine() {
   std::string line;
   if (!std::getline(std::cin, line)) return std::nullopt;

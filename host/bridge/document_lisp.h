@@ -22,6 +22,7 @@ class InterpreterOfDocument : public DocumentLisp, private lisp::Services {
 
  private:
   void print(std::wstring_view text) override;
+  void alert(const std::wstring& message) override;
   std::optional<std::wstring> readLine() override;
   std::optional<lisp::Value> variable(const std::wstring& name) override;
   bool setVariable(const std::wstring& name, const lisp::Value& value) override;

@@ -1,6 +1,7 @@
 #include "brx/lisp_calls.h"
 #include "host/calls/command_line.h"
 #include "host/calls/format.h"
+#include "platform/desktop/desktop.h"
 
 int acutPrintValues(const ACHAR* format, const AcutPrintValue* values, size_t count) {
   host::commandLine().print(host::formatValues(format, values, count));
@@ -10,6 +11,12 @@ int acutPrintValues(const ACHAR* format, const AcutPrintValue* values, size_t co
 int acedPrompt(const ACHAR* text) {
   if (!text) return RTERROR;
   host::commandLine().print(text);
+  return RTNORM;
+}
+
+int acedAlert(const ACHAR* text) {
+  if (!text) return RTERROR;
+  platform::desktop().messageBox({L"Message", text, platform::okBox});
   return RTNORM;
 }
 

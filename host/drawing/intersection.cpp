@@ -1,8 +1,19 @@
+#include <algorithm>
 #include <cmath>
 
 #include "host/drawing/fields.h"
 
 namespace {
+
+/// Points nearer than this count as one: the host's tolerance, and for large coordinates what the rounding
+/// of a few sums and products of them leaves.
+double reach(const AcGePoint3d& at) {
+  constexpr double roundings = 16 * 2.3e-16;
+  return std::max(AcGeContext::gTol.equalPoint(),
+                  roundings * std::max({std::abs(at.x), std::abs(at.y), std::abs(at.z)}));
+}
+
+bool isOne(const AcGePoint3d& a, const AcGePoint3d& b) { return a.distanceTo(b) <= reach(a); }
 
 struct Sides {
   const AcDbCurve &first, &second;
@@ -13,7 +24,7 @@ struct Sides {
     if (extend) return true;
     AcGePoint3d near;
     piece.getClosestPointTo(point, near);
-    return near.isEqualTo(point);
+    return isOne(near, point);
   }
   void keep(const AcGePoint3d& point) const {
     if (onPiece(first, point, extendFirst) && onPiece(second, point, extendSecond)) points.append(point);
@@ -29,13 +40,13 @@ void lineLine(const Sides& sides, const AcDbLine& a, const AcDbLine& b) {
   const double s = apart.crossProduct(v).dotProduct(across) / size;
   const double t = apart.crossProduct(u).dotProduct(across) / size;
   const AcGePoint3d onA = a.startPoint() + u * s, onB = b.startPoint() + v * t;
-  if (onA.isEqualTo(onB)) sides.keep(onA);
+  if (isOne(onA, onB)) sides.keep(onA);
 }
 
 /// Foot of the centre on the line, and half a chord to both sides of it.
 void lineArc(const Sides& sides, const AcDbLine& line, const AcDbArc& arc) {
   const AcGeVector3d along = (line.endPoint() - line.startPoint()).normal();
-  const double limit = AcGeContext::gTol.equalPoint();
+  const double limit = reach(arc.center());
   if (std::abs((line.startPoint() - arc.center()).dotProduct(arc.normal())) > limit) return;
   if (std::abs(along.dotProduct(arc.normal())) > AcGeContext::gTol.equalVector()) return;
   const AcGePoint3d foot = line.startPoint() + along * (arc.center() - line.startPoint()).dotProduct(along);
@@ -49,7 +60,7 @@ void lineArc(const Sides& sides, const AcDbLine& line, const AcDbArc& arc) {
 /// The common chord stands on the line of centres at (d² + r² - R²) / 2d from the first centre.
 void arcArc(const Sides& sides, const AcDbArc& a, const AcDbArc& b) {
   const AcGeVector3d between = b.center() - a.center();
-  const double d = between.length(), r = a.radius(), limit = AcGeContext::gTol.equalPoint();
+  const double d = between.length(), r = a.radius(), limit = reach(a.center());
   const bool onePlane =
       a.normal().crossProduct(b.normal()).isZeroLength() && std::abs(between.dotProduct(a.normal())) <= limit;
   if (!onePlane || d <= limit || d > r + b.radius() + limit || d < std::abs(r - b.radius()) - limit) return;
@@ -70,6 +81,7 @@ bool isPiece(const AcDbEntity& entity) { return AcDbLine::cast(&entity) || asArc
 void meet(const Sides& sides) {
   const AcDbLine *l1 = AcDbLine::cast(&sides.first), *l2 = AcDbLine::cast(&sides.second);
   const AcDbArc *a1 = asArc(sides.first), *a2 = asArc(sides.second);
+  if ((a1 && !(a1->radius() > 0)) || (a2 && !(a2->radius() > 0))) return;
   if (l1 && l2) lineLine(sides, *l1, *l2);
   if (l1 && a2) lineArc(sides, *l1, *a2);
   if (a1 && l2) lineArc(sides, *l2, *a1);

@@ -107,6 +107,11 @@ Value setvar(const Call& call) {
   return call[1];
 }
 
+Value alert(const Call& call) {
+  call.lisp.services().alert(call.text(0));
+  return {};
+}
+
 Value getEnvironment(const Call& call) {
   const auto value = call.lisp.services().environment(call.text(0));
   return value ? Value(std::wstring_view(*value)) : Value();
@@ -186,6 +191,7 @@ std::span<const Builtin> controlBuiltins() {
       {L"VL-SYMBOLP", symbolp, 1, 1},
       {L"GETVAR", getvar, 1, 1},
       {L"SETVAR", setvar, 2, 2},
+      {L"ALERT", alert, 1, 1},
       {L"GETENV", getEnvironment, 1, 1},
       {L"SETENV", setEnvironment, 2, 2},
       {L"ATOMS-FAMILY", atomsFamily, 1, 2},

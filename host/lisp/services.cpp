@@ -8,6 +8,7 @@
 namespace lisp {
 
 void Services::print(std::wstring_view) {}
+void Services::alert(const std::wstring&) {}
 std::optional<std::wstring> Services::readLine() { return {}; }
 std::optional<Value> Services::variable(const std::wstring&) { return {}; }
 bool Services::setVariable(const std::wstring&, const Value&) { return false; }

@@ -15,6 +15,8 @@ class Services {
   virtual ~Services() = default;
   /// Prints on the command line.
   virtual void print(std::wstring_view text);
+  /// Shows a message that the user must acknowledge.
+  virtual void alert(const std::wstring& message);
   /// A line that the user types; nothing at the end of input.
   virtual std::optional<std::wstring> readLine();
   /// Variables of the host by name (any case). Nothing when there is none such.

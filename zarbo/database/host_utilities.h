@@ -1,7 +1,7 @@
 #pragma once
 
 /// Bodies of the small services of the database family: beeps and boxes (host_utilities.cpp), files
-/// (host_utilities_files.cpp).
+/// (host_utilities_files.cpp), extended data of entities (extended_data.cpp).
 
 int zbBeep();
 int zbMessageBeep();
@@ -16,3 +16,8 @@ int zbFdelete();
 int zbFdir();
 int zbMkdir();
 int zbRmdir();
+
+int zbXdputList();
+int zbXdget();
+int zbXdgetList();
+int zbXdgetAll();

@@ -1,7 +1,9 @@
 #include <iterator>
 
+#include "zarbo/drawing/entity_functions.h"
 #include "zarbo/drawing/host_windows.h"
 #include "zarbo/drawing/numeric_functions.h"
+#include "zarbo/drawing/path_intersections.h"
 #include "zarbo/drawing/todo_queue.h"
 #include "zarbo/frame/function_table.h"
 #include "zarbo/frame/wrappers.h"
@@ -23,10 +25,10 @@ constexpr TableRow rows[] = {
 
     {L"kv_kv-setGroupSelectable", kvEntry<notBuilt>},
     {L"kv_kv-GetGroup", kvEntry<notBuilt>},
-    {L"AcDbCurve::getLength", kvEntry<notBuilt>},
-    {L"AcDbCurve::getPointAtDist", kvEntry<notBuilt>},
-    {L"AcDbCurve::getClosestPointTo", kvEntry<notBuilt>},
-    {L"AcDbCurve::getDistAtPoint", kvEntry<notBuilt>},
+    {L"AcDbCurve::getLength", kvEntry<curveGetLength>},
+    {L"AcDbCurve::getPointAtDist", kvEntry<curveGetPointAtDist>},
+    {L"AcDbCurve::getClosestPointTo", kvEntry<curveGetClosestPointTo>},
+    {L"AcDbCurve::getDistAtPoint", kvEntry<curveGetDistAtPoint>},
     {L"AcDbMText::actualWidth", kvEntry<notBuilt>},
     {L"AcDbMText::actualHeight", kvEntry<notBuilt>},
     {L"AcDbMText::setNormal", kvEntry<notBuilt>},
@@ -59,9 +61,9 @@ constexpr TableRow rows[] = {
     {L"kv_kv-getPoint", kvEntry<notBuilt>},
     {L"kv_kv-getPoint-withKWords", kvEntry<notBuilt>},
     {L"kv_kv-getCorner", kvEntry<notBuilt>},
-    {L"kv_kv-intersectArcArc", kvEntry<notBuilt>},
-    {L"kv_kv-intersectArcLine", kvEntry<notBuilt>},
-    {L"kv_kv-intersectLineArc", kvEntry<notBuilt>},
+    {L"kv_kv-intersectArcArc", kvEntry<kvIntersectArcArc>},
+    {L"kv_kv-intersectArcLine", kvEntry<kvIntersectArcLine>},
+    {L"kv_kv-intersectLineArc", kvEntry<kvIntersectLineArc>},
 
     {L"asin", kvEntry<asinOf>},
     {L"acos", kvEntry<acosOf>},
