@@ -4,7 +4,7 @@
 
 namespace {
 
-constexpr size_t mostReadAhead = 64;
+constexpr size_t mostReadAhead = 256;
 constexpr size_t mostKeptBytes = 256 << 10;
 
 }  // namespace

@@ -76,7 +76,6 @@ class Cursor {
   std::string selection(const std::string& condition, bool forward) const;
   std::vector<Assignment> assignments(const VARIANT& fields) const;
   void applyDefaults(std::vector<Assignment>& values) const;
-  FileStamp stampAfterCommit() const;
   void requireKeyValues(const std::vector<Assignment>& values) const;
   COleSafeArray recordOf(const RowBatch& rows, size_t at) const;
 

@@ -75,14 +75,6 @@ void Cursor::requireKeyValues(const std::vector<Assignment>& values) const {
   }
 }
 
-// The stamp that the file has after this write transaction, unless another one follows before it is looked
-// at.
-FileStamp Cursor::stampAfterCommit() const {
-  FileStamp stamp = database_.stamp();
-  ++stamp.changes;
-  return stamp;
-}
-
 COleSafeArray Cursor::append(const VARIANT& fields, bool stay) {
   if (database_.readOnly()) fail(jet::readOnlyDatabase);
   Transaction transaction(database_, Transaction::Kind::Write, Access::Write);
@@ -112,10 +104,10 @@ COleSafeArray Cursor::append(const VARIANT& fields, bool stay) {
   if (counter >= 0 && found_.rowId(0) > INT32_MAX) {
     fail(numberTooLarge, table_.columns[static_cast<size_t>(counter)].name);
   }
-  const FileStamp stamp = stampAfterCommit();
+  const FileStamp before = database_.stamp();
   COleSafeArray result = recordOf(found_, 0);
   transaction.commit();
-  if (!stay) keep(found_, true, false, stamp);
+  if (!stay) keep(found_, true, false, before);
   return result;
 }
 
@@ -152,9 +144,12 @@ void Cursor::replace(const VARIANT& fields) {
     while (update.step()) found_.add(update);
   }
   if (found_.size() == 0) fail(recordDeleted);
-  const FileStamp stamp = stampAfterCommit();
+  // Whether the commit will count the file's changes on is not known: a row that is stored as it was changes
+  // nothing. With the stamp from before, the next look at the row reads it again when something was
+  // committed.
+  const FileStamp before = database_.stamp();
   transaction.commit();
-  keep(found_, forward_, false, stamp);
+  keep(found_, forward_, false, before);
 }
 
 void Cursor::remove() {

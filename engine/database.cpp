@@ -142,7 +142,7 @@ void Database::open(int flags) {
   statements_.clear();
   sqlite3* opened = nullptr;
   const int code =
-      sqlite3_open_v2(path_.c_str(), &opened, flags | SQLITE_OPEN_FULLMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
+      sqlite3_open_v2(path_.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   handle_.reset(opened);
   if (code != SQLITE_OK) failSqlite(opened, code, Access::Open);
   configure();

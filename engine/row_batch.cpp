@@ -11,29 +11,35 @@ void RowBatch::add(const Statement& row) {
   sqlite3_stmt* statement = row.get();
   rows_.push_back(sqlite3_column_int64(statement, 0));
   for (size_t i = 0; i < columns_; ++i) {
-    const int column = static_cast<int>(i) + 1;
-    Cell cell;
-    switch (sqlite3_column_type(statement, column)) {
+    sqlite3_value* value = sqlite3_column_value(statement, static_cast<int>(i) + 1);
+    Cell& cell = cells_.emplace_back();
+    switch (sqlite3_value_type(value)) {
       case SQLITE_NULL:
         break;
       case SQLITE_INTEGER:
         cell.kind = Stored::Kind::Integer;
-        cell.integer = sqlite3_column_int64(statement, column);
+        cell.integer = sqlite3_value_int64(value);
         break;
       case SQLITE_FLOAT:
         cell.kind = Stored::Kind::Real;
-        cell.real = sqlite3_column_double(statement, column);
+        cell.real = sqlite3_value_double(value);
+        break;
+      case SQLITE_TEXT:
+        cell.kind = Stored::Kind::Text;
+        addBytes(cell, value);
         break;
       default:
-        cell.kind =
-            sqlite3_column_type(statement, column) == SQLITE_TEXT ? Stored::Kind::Text : Stored::Kind::Blob;
-        cell.offset = bytes_.size();
-        const void* data = sqlite3_column_blob(statement, column);
-        cell.length = static_cast<size_t>(sqlite3_column_bytes(statement, column));
-        if (cell.length > 0) bytes_.append(static_cast<const char*>(data), cell.length);
+        cell.kind = Stored::Kind::Blob;
+        addBytes(cell, value);
     }
-    cells_.push_back(cell);
   }
+}
+
+void RowBatch::addBytes(Cell& cell, sqlite3_value* value) {
+  const void* data = sqlite3_value_blob(value);
+  cell.offset = bytes_.size();
+  cell.length = static_cast<size_t>(sqlite3_value_bytes(value));
+  if (cell.length > 0) bytes_.append(static_cast<const char*>(data), cell.length);
 }
 
 Stored RowBatch::stored(size_t row, size_t column) const {

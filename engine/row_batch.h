@@ -24,6 +24,8 @@ class RowBatch {
   Stored stored(size_t row, size_t column) const;
 
  private:
+  void addBytes(Cell& cell, sqlite3_value* value);
+
   size_t columns_ = 0;
   std::vector<int64_t> rows_;
   std::vector<Cell> cells_;

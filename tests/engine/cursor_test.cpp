@@ -153,6 +153,19 @@ TEST_F(CursorTest, StandsOnADeletedRowNotOnItsSuccessor) {
   EXPECT_EQ(engine.text(L"s"), L"two");
 }
 
+TEST_F(CursorTest, SeesADeletedRowAlsoAfterAReplaceThatChangedNothing) {
+  ASSERT_EQ(engine.createTable(L"bare", {{L"s", L"text"}}), 0);
+  ASSERT_EQ(engine.table(L"bare"), 0);
+  ASSERT_EQ(engine.append({{L"s", COleVariant(L"one")}}), 0);
+  ASSERT_EQ(engine.replace({{L"s", COleVariant(L"one")}}), 0);
+  TestEngine other;
+  ASSERT_EQ(other.connect(path), L"OK");
+  ASSERT_EQ(other.table(L"bare"), 0);
+  ASSERT_EQ(other.top(), 0);
+  ASSERT_EQ(other.remove(), 0);
+  EXPECT_EQ(engine.current(), 3167);
+}
+
 TEST_F(CursorTest, SeesChangesOfTheSchemaByOthers) {
   ASSERT_EQ(engine.table(L"tblPart", L"sKey"), 0);
   add(L"a", number(1));

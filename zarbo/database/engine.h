@@ -7,6 +7,7 @@
 ///
 /// Rules of every method:
 /// - The order of the methods is the contract.
+/// - An object is called from one thread at a time.
 /// - The HRESULT fails only when the call itself could not be made (a null output, no memory). A database
 ///   failure is `ok` false with an error that waits for `LastError`; outputs are then empty.
 /// - `VARIANT_BOOL`: -1 true, 0 false. A BSTR or VARIANT that comes out belongs to the caller; what was in
