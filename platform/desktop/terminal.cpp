@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "platform/desktop/file_choice.h"
 #include "platform/files/files.h"
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"
@@ -43,15 +44,17 @@ BoxAnswer TerminalDesktop::messageBox(const Box& box) {
 void TerminalDesktop::beep(int) { std::cout << '\a' << std::flush; }
 
 std::optional<std::wstring> TerminalDesktop::chooseFile(const FileChoice& choice) {
+  const std::wstring proposal = choice.name.empty() ? L"" : L" <" + choice.name + L">";
   for (;;) {
-    std::optional<std::wstring> path =
-        ask(choice.title + (choice.open ? L" (file to open)" : L" (file to save)"));
-    if (!path || path->empty()) return std::nullopt;
-    if (choice.mustExist && !fileExists(*path)) {
-      std::cout << toUtf8(*path) << ": not found\n";
-      continue;
+    const auto typed = ask(choice.title + (choice.open ? L" (file to open)" : L" (file to save)") + proposal);
+    if (!typed) return std::nullopt;
+    const std::wstring path = finishedChoice(choice, typed->empty() ? choice.name : *typed);
+    if (path.empty()) return std::nullopt;
+    if (choice.mustExist && !fileExists(path)) {
+      std::cout << toUtf8(path) << ": not found\n";
+    } else if (confirmOverwrite(choice, path)) {
+      return path;
     }
-    if (confirmOverwrite(choice, *path)) return path;
   }
 }
 

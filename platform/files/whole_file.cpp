@@ -4,6 +4,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <array>
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
@@ -74,6 +75,20 @@ void WholeFile::abandon() {
   descriptor_ = -1;
   unlink(temporary_.c_str());
   errno = reason;
+}
+
+std::optional<std::string> readWhole(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) return std::nullopt;
+  std::string bytes;
+  std::array<char, 1 << 16> buffer;
+  ssize_t count;
+  while ((count = read(descriptor, buffer.data(), buffer.size())) != 0) {
+    if (count > 0) bytes.append(buffer.data(), static_cast<size_t>(count));
+    if (count < 0 && errno != EINTR) break;
+  }
+  close(descriptor);
+  return count == 0 ? std::optional(std::move(bytes)) : std::nullopt;
 }
 
 void syncFolder(const std::string& folder) {

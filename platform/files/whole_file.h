@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -35,6 +36,9 @@ class WholeFile {
   int descriptor_ = -1;
   mode_t mode_;
 };
+
+/// All bytes of a file; nothing when it can't be read to its end, or is a folder.
+std::optional<std::string> readWhole(const std::string& path);
 
 /// Brings the names in a folder to the disk.
 void syncFolder(const std::string& folder);

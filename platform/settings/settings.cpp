@@ -5,9 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <fstream>
 #include <functional>
-#include <iterator>
 #include <mutex>
 
 #include "platform/files/files.h"
@@ -64,10 +62,8 @@ std::optional<SettingsText> load() {
     if (problem) return std::nullopt;
     return SettingsText("");
   }
-  std::ifstream stream(file(), std::ios::binary);
-  std::string text{std::istreambuf_iterator<char>(stream), {}};
-  if (!stream) return std::nullopt;
-  return SettingsText(text);
+  const std::optional<std::string> text = readWhole(file().native());
+  return text ? std::optional(SettingsText(*text)) : std::nullopt;
 }
 
 SettingStatus change(const std::function<SettingStatus(SettingsText&)>& edit) {

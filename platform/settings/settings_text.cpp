@@ -9,6 +9,8 @@ namespace platform {
 
 namespace {
 
+constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+
 std::string_view trimmed(std::string_view text) {
   constexpr std::string_view blanks = " \t\r";
   const size_t first = text.find_first_not_of(blanks);
@@ -75,6 +77,8 @@ bool isInside(const std::wstring& inner, const std::wstring& outer) {
 }  // namespace
 
 SettingsText::SettingsText(std::string_view text) {
+  // Some editors put a mark before the first line, which would hide a heading there.
+  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
   while (!text.empty()) {
     const size_t end = std::min(text.find('\n'), text.size());
     lines_.push_back(parse(text.substr(0, end)));

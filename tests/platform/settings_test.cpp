@@ -44,6 +44,34 @@ TEST_F(SettingsTest, KeepsWhatItCannotRead) {
             "# mine\n[S]\n\"a\"=\"2\"\nnonsense \xff\n\"b\"=\"unfinished\n\"c\" = \"3\"\n");
 }
 
+TEST_F(SettingsTest, ReadsWhatDamagedFilesStillTell) {
+  const std::pair<std::string, std::optional<std::wstring>> files[] = {
+      {"\xEF\xBB\xBF[S]\r\n\"a\"=\"1\"\r\n", L"1"},
+      {"[S]\n\"a\"=\"1\"", L"1"},
+      {"[S]\n\"a\"=\"1\" # no comment\n", std::nullopt},
+      {"[S\n\"a\"=\"1\"\n", std::nullopt},
+      {"[S]\n\"a\"\"1\"\n\"a\"=1\n\"a=\"1\"\n=\"1\"\n", std::nullopt},
+      {std::string("[S]\n\0\n\"a\"=\"\0\"\n", 13), std::wstring(1, L'\0')},
+      {"[S]\n\"a\"=\"1\"\n[T]\n\"a\"=\"2\"\n[s]\n\"A\"=\"3\"\n", L"3"},
+      {"[S]\n\"a\"=\"\xff\xfe\"\n", L"\uFFFD\uFFFD"},
+      {"", std::nullopt},
+  };
+  for (const auto& [text, value] : files) {
+    folder.write("settings.txt", text);
+    EXPECT_EQ(readSetting(L"S", L"a"), value) << text;
+    ASSERT_EQ(makeSection(L"New"), SettingStatus::done);
+    ASSERT_EQ(writeSetting(L"New", L"b", L"2"), SettingStatus::done);
+    EXPECT_EQ(readSetting(L"New", L"b"), L"2") << text;
+    EXPECT_EQ(readSetting(L"S", L"a"), value) << text;
+  }
+}
+
+TEST_F(SettingsTest, TakesNoStoreForAnEmptyOneThatItCannotRead) {
+  std::filesystem::create_directory(folder / "settings.txt");
+  EXPECT_EQ(readSetting(L"S", L"a"), std::nullopt);
+  EXPECT_EQ(makeSection(L"S"), SettingStatus::refused);
+}
+
 pid_t startWriter(int writer, int count) {
   const pid_t child = fork();
   if (child != 0) return child;

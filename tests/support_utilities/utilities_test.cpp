@@ -94,6 +94,7 @@ TEST(FeetInches, RoundTrip) {
   EXPECT_EQ(parseFeetInches(L"-1-1"), -13.0);
   EXPECT_EQ(parseFeetInches(L"5-6.5"), 66.5);
   EXPECT_EQ(parseFeetInches(L"2"), 24.0);
+  EXPECT_EQ(parseFeetInches(L"1e-1-3"), 0.1 * 12.0 + 1.0) << "the feet are read from the whole text";
 }
 
 TEST(Paths, SplitAtTheLastBackslashBeforeASlashCounts) {

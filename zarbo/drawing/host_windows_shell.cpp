@@ -27,6 +27,8 @@ const FolderRow folderRows[] = {
     {L"COMMON_DOCUMENTS", std::nullopt, L"/usr/share/doc"},
     {L"COOKIES", UserFolder::cache, L""},
     {L"DESKTOP", UserFolder::desktop, L""},
+    // No folder but a flag; beside it stands the number of the desktop's folder, 0.
+    {L"FLAG_CREATE", UserFolder::desktop, L""},
     {L"HISTORY", UserFolder::state, L""},
     {L"INTERNET_CACHE", UserFolder::cache, L""},
     {L"LOCAL_APPDATA", UserFolder::data, L""},
@@ -38,7 +40,6 @@ const FolderRow folderRows[] = {
     {L"WINDOWS", std::nullopt, L"/usr"},
 };
 
-/// "FLAG_CREATE" is known, too, but is no folder, so that asking for it fails like an unknown name.
 std::wstring pathOf(const std::wstring& name) {
   const auto row = std::find_if(std::begin(folderRows), std::end(folderRows),
                                 [&](const FolderRow& each) { return each.name == name; });

@@ -25,6 +25,6 @@ double parseFeetInches(std::wstring_view text) {
   if (negative) text.remove_prefix(1);
   const size_t dash = text.find(L'-');
   const double inches = dash == std::wstring_view::npos ? 0.0 : readReal(text.substr(dash + 1));
-  const double value = readReal(text.substr(0, dash)) * inchesInFoot + inches;
+  const double value = readReal(text) * inchesInFoot + inches;
   return negative ? -value : value;
 }

@@ -5,12 +5,6 @@
 
 namespace {
 
-#if defined(_WIN32)
-constexpr const wchar_t* separator = L"\\";
-#else
-constexpr const wchar_t* separator = L"/";
-#endif
-
 size_t lastSeparator(const std::wstring& path) {
   const size_t last = path.rfind(L'\\');
   return last != std::wstring::npos ? last : path.rfind(L'/');
@@ -36,7 +30,7 @@ std::wstring currentDrawingName() {
 bool getPrivateTempFolder(std::wstring& folder) {
   folder = platform::temporaryFolder();
   if (folder.empty()) return false;
-  folder += std::wstring(separator) + L"KV_temp" + separator;
+  folder += pathSeparator + std::wstring(L"KV_temp") + pathSeparator;
   if (platform::folderExists(folder) || platform::makeFolder(folder)) return true;
   folder.clear();
   return false;
