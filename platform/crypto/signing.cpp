@@ -112,12 +112,12 @@ OwnedKey keyOfParameters(const OSSL_PARAM_BLD* builder, OSSL_PARAM* parameters, 
   return OwnedKey(key);
 }
 
-bool isConsistent(EVP_PKEY* key, BlobType type) {
+bool isConsistent(EVP_PKEY* key, BlobType type, uint32_t bits) {
+  if (EVP_PKEY_get_bits(key) != static_cast<int>(bits)) return false;
   const OwnedKeyContext context(EVP_PKEY_CTX_new_from_pkey(nullptr, key, nullptr));
   if (!context) return false;
   // The full check of a public key refuses short ones, which are lawful here.
-  return type == BlobType::privateKey ? EVP_PKEY_pairwise_check(context.get()) == 1
-                                      : EVP_PKEY_get_bits(key) > 0;
+  return type == BlobType::publicKey || EVP_PKEY_pairwise_check(context.get()) == 1;
 }
 
 OwnedKey keyOfBlob(const Bytes& blob, BlobType type) {
@@ -140,7 +140,7 @@ OwnedKey keyOfBlob(const Bytes& blob, BlobType type) {
     return {};
   const OwnedParameters parameters(OSSL_PARAM_BLD_to_param(builder.get()));
   OwnedKey key = keyOfParameters(builder.get(), parameters.get(), type);
-  return key && isConsistent(key.get(), type) ? std::move(key) : OwnedKey();
+  return key && isConsistent(key.get(), type, numberAt(blob, 12)) ? std::move(key) : OwnedKey();
 }
 
 }  // namespace

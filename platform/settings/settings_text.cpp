@@ -78,7 +78,7 @@ bool isInside(const std::wstring& inner, const std::wstring& outer) {
 
 SettingsText::SettingsText(std::string_view text) {
   // Some editors put a mark before the first line, which would hide a heading there.
-  if (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
+  while (text.starts_with(byteOrderMark)) text.remove_prefix(byteOrderMark.size());
   while (!text.empty()) {
     const size_t end = std::min(text.find('\n'), text.size());
     lines_.push_back(parse(text.substr(0, end)));
