@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "platform/desktop/display.h"
 #include "platform/desktop/opener.h"
 #include "platform/desktop/scripted.h"
 #include "platform/desktop/terminal.h"
@@ -22,8 +23,10 @@ std::unique_ptr<Desktop>& current() {
 }
 
 std::unique_ptr<Desktop> firstDesktop() {
-  if (isatty(STDIN_FILENO)) return std::make_unique<ScriptedDesktop>(std::make_unique<TerminalDesktop>());
-  return std::make_unique<ScriptedDesktop>(nullptr);
+  if (!isatty(STDIN_FILENO)) return std::make_unique<ScriptedDesktop>(nullptr);
+  std::unique_ptr<Desktop> person = std::make_unique<TerminalDesktop>();
+  if (hasDisplay()) person = std::make_unique<DisplayDesktop>(std::move(person));
+  return std::make_unique<ScriptedDesktop>(std::move(person));
 }
 
 constexpr const wchar_t* answerNames[] = {L"",      L"OK",     L"CANCEL", L"ABORT",

@@ -111,8 +111,8 @@ class Desktop {
   unsigned lastTimer_ = 0;
 };
 
-/// The process's desktop. At first it is a scripted one above the terminal, or above nothing when
-/// standard input is no terminal.
+/// The process's desktop. At first it is a scripted one: above nothing when standard input is no terminal, so
+/// that nobody is waited for; else above the display, or above the terminal where there is none.
 Desktop& desktop();
 void setDesktop(std::unique_ptr<Desktop> next);
 
