@@ -18,6 +18,36 @@ class BRX_API AcGiDrawable : public AcRxObject {
   virtual bool subWorldDraw(AcGiWorldDraw* draw) = 0;
 };
 
+/// How a line of text looks. Angles are radians. The font's name is not copied.
+class AcGiTextStyle {
+ public:
+  AcGiTextStyle() = default;
+  AcGiTextStyle(const ACHAR* fileName, double textSize, double xScale = 1, double obliquingAngle = 0)
+      : fileName_(fileName), textSize_(textSize), xScale_(xScale), oblique_(obliquingAngle) {}
+  /// File of a stroke font or name of a type face; "" for the usual one.
+  const ACHAR* fileName() const { return fileName_ ? fileName_ : L""; }
+  void setFileName(const ACHAR* name) { fileName_ = name; }
+  /// Height of the capitals.
+  double textSize() const { return textSize_; }
+  void setTextSize(double size) { textSize_ = size; }
+  double xScale() const { return xScale_; }
+  void setXScale(double scale) { xScale_ = scale; }
+  /// To the right from upright.
+  double obliquingAngle() const { return oblique_; }
+  void setObliquingAngle(double angle) { oblique_ = angle; }
+  /// Factor on the distance from letter to letter.
+  double trackingPercent() const { return tracking_; }
+  void setTrackingPercent(double factor) { tracking_ = factor; }
+  bool isBold() const { return bold_; }
+  bool isItalic() const { return italic_; }
+  void setFace(bool bold, bool italic) { bold_ = bold, italic_ = italic; }
+
+ private:
+  const ACHAR* fileName_ = nullptr;
+  double textSize_ = 1, xScale_ = 1, oblique_ = 0, tracking_ = 1;
+  bool bold_ = false, italic_ = false;
+};
+
 enum AcGiFillType { kAcGiFillAlways = 1, kAcGiFillNever = 2 };
 enum AcGiRegenType {
   eAcGiRegenTypeInvalid = 0,
@@ -32,7 +62,7 @@ enum AcGiRegenType {
 class BRX_API AcGiSubEntityTraits {
  public:
   virtual ~AcGiSubEntityTraits() = default;
-  /// Colour index: 0 by block, 1 to 255, 256 by layer.
+  /// Colour index: 0 by block, 1 to 255, 256 by layer, 257 the ground of the picture.
   virtual Adesk::UInt16 color() const = 0;
   virtual void setColor(Adesk::UInt16 index) = 0;
   /// Exact colour, 0xRRGGBB.
@@ -43,6 +73,7 @@ class BRX_API AcGiSubEntityTraits {
   virtual void setLineTypeScale(double scale) = 0;
   /// Hundredths of a millimetre; -1 by layer, -2 by block, -3 default.
   virtual void setLineWeight(int weight) = 0;
+  /// Polygons and circles are outlines until it is set to `kAcGiFillAlways`.
   virtual void setFillType(AcGiFillType type) = 0;
 };
 
@@ -58,11 +89,10 @@ class BRX_API AcGiGeometry {
   /// From the direction `start`, `sweep` radians to the left about `normal`.
   virtual bool circularArc(const AcGePoint3d& centre, double radius, const AcGeVector3d& normal,
                            const AcGeVector3d& start, double sweep) = 0;
-  /// One line of text without codes from the left end of its base line. `direction` is the base
-  /// line's, `oblique` radians to the right from upright.
+  /// One line of text from the left end of its base line, which runs along `direction`. `length` -1 for
+  /// a text that ends at its NUL. Raw text has no codes of percent signs.
   virtual bool text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
-                    double height, double widthFactor, double oblique, const ACHAR* text,
-                    const AcDbObjectId& style) = 0;
+                    const ACHAR* text, Adesk::Int32 length, bool raw, const AcGiTextStyle& style) = 0;
   /// Draws another object with its own traits; the traits of the caller stand again afterwards.
   virtual bool draw(AcGiDrawable* drawable) = 0;
   virtual void pushModelTransform(const AcGeMatrix3d& matrix) = 0;

@@ -80,12 +80,15 @@ struct HostAccess {
   static void text(auto& v, auto& o) {
     v.plane(10, o.position_, o.normal_), v(40, o.height_), v(1, o.text_), v(50, o.rotation_);
     v(41, o.widthFactor_), v(51, o.oblique_), v.template named<AcDbTextStyleTable>(7, o.style_);
-    v(72, o.horizontal_), v.plane(11, o.alignment_, o.normal_), v(210, o.normal_), v(73, o.vertical_);
+    v(71, o.generation_), v(72, o.horizontal_), v.plane(11, o.alignment_, o.normal_), v(210, o.normal_);
   }
+  /// Has its place behind a second subclass mark.
+  static void textVertical(auto& v, auto& o) { v(73, o.vertical_); }
   static void mtext(auto& v, auto& o) {
     v(10, o.location_), v(40, o.textHeight_), v(41, o.width_), v(71, o.attachment_), v(1, o.contents_);
     v.template named<AcDbTextStyleTable>(7, o.style_), v(210, o.normal_), v(11, o.direction_),
-        v(44, o.lineSpacing_);
+        v(72, o.flow_), v(73, o.spacingStyle_), v(44, o.lineSpacing_), v(90, o.background_),
+        v(45, o.backgroundScale_);
   }
   static void insert(auto& v, auto& o) {
     v.template named<AcDbBlockTable>(2, o.record_), v.plane(10, o.position_, o.normal_), v(41, o.scale_.sx);

@@ -1,0 +1,55 @@
+#include "host/text/multibyte.h"
+
+#include <iconv.h>
+
+namespace host::text {
+namespace {
+
+/// The number of `count` hexadecimal digits, -1 when one is missing.
+long hexadecimal(std::wstring_view text, size_t at, size_t count) {
+  if (at + count > text.size()) return -1;
+  long value = 0;
+  for (const wchar_t letter : text.substr(at, count)) {
+    const int digit = letter >= L'0' && letter <= L'9'   ? letter - L'0'
+                      : letter >= L'a' && letter <= L'f' ? letter - L'a' + 10
+                      : letter >= L'A' && letter <= L'F' ? letter - L'A' + 10
+                                                         : -1;
+    if (digit < 0) return -1;
+    value = value * 16 + digit;
+  }
+  return value;
+}
+
+wchar_t letterOfBytes(const char* codePage, long bytes) {
+  const iconv_t converter = iconv_open("WCHAR_T", codePage);
+  if (converter == reinterpret_cast<iconv_t>(-1)) return L'\uFFFD';
+  char source[] = {static_cast<char>(bytes >> 8), static_cast<char>(bytes)};
+  wchar_t letter = 0;
+  char* from = source;
+  char* to = reinterpret_cast<char*>(&letter);
+  size_t left = sizeof source, room = sizeof letter;
+  const bool whole = iconv(converter, &from, &left, &to, &room) != static_cast<size_t>(-1) && room == 0;
+  iconv_close(converter);
+  return whole ? letter : L'\uFFFD';
+}
+
+}  // namespace
+
+wchar_t unicodeMark(std::wstring_view text, size_t& at) {
+  const std::wstring_view start = text.substr(at, 3);
+  if (start == L"\\U+" || start == L"\\u+") {
+    const long code = hexadecimal(text, at + 3, 4);
+    if (code <= 0) return 0;
+    at += 7;
+    return code >= 0xD800 && code < 0xE000 ? L'\uFFFD' : static_cast<wchar_t>(code);
+  }
+  constexpr const char* pages[] = {"CP932", "BIG5", "CP949", "JOHAB", "GBK"};
+  if (start != L"\\M+" || at + 3 >= text.size() || text[at + 3] < L'1' || text[at + 3] > L'5') return 0;
+  const long bytes = hexadecimal(text, at + 4, 4);
+  if (bytes < 0) return 0;
+  const char* const page = pages[text[at + 3] - L'1'];
+  at += 8;
+  return letterOfBytes(page, bytes);
+}
+
+}  // namespace host::text
