@@ -20,7 +20,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const host::text::Layout layout = host::text::layOut(contents, settings);
   if (!std::isfinite(layout.width) || !std::isfinite(layout.height) || layout.width < 0) std::abort();
   for (const host::text::PlacedLetters& each : layout.letters) {
-    if (!std::isfinite(each.x) || !std::isfinite(each.y) || each.letters.size() > contents.size()) std::abort();
+    if (!std::isfinite(each.x) || !std::isfinite(each.y) || each.letters.size() > contents.size())
+      std::abort();
   }
   for (const host::text::LinePart& each : host::text::partsOf(contents)) measure(each.letters, settings.base);
   return 0;

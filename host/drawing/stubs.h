@@ -86,9 +86,8 @@ struct HostAccess {
   static void textVertical(auto& v, auto& o) { v(73, o.vertical_); }
   static void mtext(auto& v, auto& o) {
     v(10, o.location_), v(40, o.textHeight_), v(41, o.width_), v(71, o.attachment_), v(1, o.contents_);
-    v.template named<AcDbTextStyleTable>(7, o.style_), v(210, o.normal_), v(11, o.direction_),
-        v(72, o.flow_), v(73, o.spacingStyle_), v(44, o.lineSpacing_), v(90, o.background_),
-        v(45, o.backgroundScale_);
+    v.template named<AcDbTextStyleTable>(7, o.style_), v(210, o.normal_), v(11, o.direction_), v(72, o.flow_),
+        v(73, o.spacingStyle_), v(44, o.lineSpacing_), v(90, o.background_), v(45, o.backgroundScale_);
   }
   static void insert(auto& v, auto& o) {
     v.template named<AcDbBlockTable>(2, o.record_), v.plane(10, o.position_, o.normal_), v(41, o.scale_.sx);
