@@ -94,7 +94,7 @@ class BRX_API AcDbDxfFiler {
   Acad::ErrorStatus writeInt32(int code, Adesk::Int32 value);
   Acad::ErrorStatus writeBool(int code, bool value) { return writeInt16(code, value); }
   Acad::ErrorStatus writePoint3d(int code, const AcGePoint3d& value);
-  Acad::ErrorStatus writePoint2d(int code, const AcGePoint2d& value);
+  virtual Acad::ErrorStatus writePoint2d(int code, const AcGePoint2d& value);
   Acad::ErrorStatus writeVector3d(int code, const AcGeVector3d& value);
   Acad::ErrorStatus writeObjectId(int code, const AcDbObjectId& id);
   Acad::ErrorStatus writeSubclass(const ACHAR* name) { return writeString(100, name); }

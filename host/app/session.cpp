@@ -4,6 +4,7 @@
 #include <iterator>
 #include <stdexcept>
 
+#include "host/access/access_functions.h"
 #include "host/bridge/document_lisp.h"
 #include "host/calls/command_line.h"
 #include "host/calls/variables.h"
@@ -69,6 +70,7 @@ Session::Session(const Options& options) {
     auto made = std::make_unique<InterpreterOfDocument>();
     defineScriptFunctions(made->interpreter());
     defineEditorFunctions(made->interpreter());
+    defineAccessFunctions(made->interpreter());
     return made;
   });
   openDrawings(options);

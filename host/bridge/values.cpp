@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "brx/lisp_calls.h"
+#include "host/calls/group_codes.h"
 #include "host/lisp/interpreter.h"
 #include "host/lisp/printer.h"
 
@@ -124,30 +125,57 @@ Value listOfNumbers(const ads_real* numbers, size_t count) {
   return list.take();
 }
 
-/// A group of an entity's or an extended data's list.
+/// LISP's integers have 32 bits.
+Value numberOf(int64_t number) {
+  if (number >= INT32_MIN && number <= INT32_MAX) return Value(static_cast<int32_t>(number));
+  return Value(static_cast<double>(number));
+}
+
+std::wstring hexadecimal(const ads_binary& bytes) {
+  constexpr wchar_t digits[] = L"0123456789ABCDEF";
+  std::wstring text;
+  for (short i = 0; i < bytes.clen; ++i) {
+    const auto byte = static_cast<unsigned char>(bytes.buf[i]);
+    text += digits[byte >> 4];
+    text += digits[byte & 15];
+  }
+  return text;
+}
+
+}  // namespace
+
 Value groupPair(const resbuf& group) {
   const int code = group.restype;
   Value value;
-  const bool isPoint = (code >= 10 && code <= 18) || (code >= 110 && code <= 112) || code == 210 ||
-                       (code >= 1010 && code <= 1013);
-  if (isPoint) {
-    value = listOfNumbers(group.resval.rpoint, 3);
-  } else if ((code >= 38 && code <= 59) || (code >= 140 && code <= 149) || (code >= 460 && code <= 469) ||
-             (code >= 1040 && code <= 1042)) {
-    value = Value(group.resval.rreal);
-  } else if ((code >= 90 && code <= 99) || (code >= 420 && code <= 429) || (code >= 440 && code <= 459) ||
-             code == 1071) {
-    value = Value(group.resval.rlong);
-  } else if (code == -1 || code == -2 || (code >= 320 && code <= 369)) {
-    value = Value::entity(group.resval.rlname[0]);
-  } else if ((code >= 60 && code <= 79) || (code >= 170 && code <= 179) || (code >= 270 && code <= 289) ||
-             (code >= 370 && code <= 389) || (code >= 400 && code <= 409) || code == 1070) {
-    value = Value(int32_t{group.resval.rint});
-  } else {
-    value = Value(std::wstring_view(group.resval.rstring ? group.resval.rstring : L""));
+  switch (groupKind(code)) {
+    case GroupKind::point:
+      value = listOfNumbers(group.resval.rpoint, 3);
+      break;
+    case GroupKind::real:
+      value = Value(group.resval.rreal);
+      break;
+    case GroupKind::int32:
+      value = Value(group.resval.rlong);
+      break;
+    case GroupKind::int64:
+      value = numberOf(group.resval.mnInt64);
+      break;
+    case GroupKind::handle:
+      value = Value::entity(group.resval.rlname[0]);
+      break;
+    case GroupKind::text:
+      value = Value(std::wstring_view(group.resval.rstring ? group.resval.rstring : L""));
+      break;
+    case GroupKind::binary:
+      value = Value(std::wstring_view(hexadecimal(group.resval.rbinary)));
+      break;
+    default:
+      value = Value(int32_t{group.resval.rint});
   }
   return lisp::cons(Value(int32_t{code}), std::move(value));
 }
+
+namespace {
 
 Value atom(const resbuf& buffer, const Value& t) {
   switch (buffer.restype) {

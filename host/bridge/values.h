@@ -23,6 +23,9 @@ struct PickSet : lisp::Opaque {
 /// other than T.
 resbuf* toBuffers(lisp::Arguments values);
 
+/// A group of an object's list: `(code . value)`, points as `(code x y z)`, bytes as hexadecimal digits.
+lisp::Value groupPair(const resbuf& group);
+
 /// One value from the buffers at `at`, which moves on behind it. Group codes give pairs of the code
 /// and the value. A list that isn't closed ends with the buffers; a stray mark reads as nil.
 lisp::Value takeValue(const resbuf*& at, const lisp::Value& t);

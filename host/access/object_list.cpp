@@ -1,0 +1,160 @@
+#include "host/access/object_list.h"
+
+#include <cwchar>
+#include <iterator>
+
+#include "brx/lisp_calls.h"
+#include "host/bridge/values.h"
+#include "host/drawing/stubs.h"
+#include "host/lisp/wildcard.h"
+#include "platform/text/letters.h"
+
+namespace host {
+namespace {
+
+using lisp::Value;
+
+Value pair(int code, Value value) { return lisp::cons(Value(int32_t{code}), std::move(value)); }
+Value textPair(int code, std::wstring_view text) { return pair(code, Value(text)); }
+Value namePair(int code, AcDbObjectId id) {
+  return pair(code, Value::entity(reinterpret_cast<int64_t>(id.stub())));
+}
+
+/// Collects what an object writes about itself.
+class ListWriter : public AcDbDxfFiler {
+ public:
+  ListWriter(const AcDbObject& object, lisp::ListBuilder& list) : object_(object), list_(list) {}
+  Acad::ErrorStatus filerStatus() const override { return status_; }
+  void setError(Acad::ErrorStatus status) override { status_ = status; }
+  AcDbDatabase* database() const override { return object_.database(); }
+  Acad::ErrorStatus readItem(resbuf*) override { return Acad::eIsWriting; }
+  Acad::ErrorStatus pushBackItem() override { return Acad::eIsWriting; }
+  bool atSubclassData(const ACHAR*) override { return false; }
+
+  Acad::ErrorStatus writeItem(const resbuf& item) override {
+    list_.add(groupPair(item));
+    const bool isEntityMark = item.restype == 100 && std::wstring_view(item.resval.rstring) == L"AcDbEntity";
+    if (isEntityMark) addSpace();
+    return status_;
+  }
+  Acad::ErrorStatus writePoint2d(int code, const AcGePoint2d& value) override {
+    lisp::ListBuilder point;
+    point.add(Value(int32_t{code}));
+    point.add(Value(value.x));
+    point.add(Value(value.y));
+    list_.add(point.take());
+    return status_;
+  }
+
+ private:
+  void addSpace() {
+    const AcDbObjectId block = blockOf(object_);
+    list_.add(pair(67, Value(int32_t{isPaperSpace(block)})));
+    const std::wstring layout = layoutNameOf(block);
+    if (!layout.empty()) list_.add(textPair(410, layout));
+  }
+
+  const AcDbObject& object_;
+  lisp::ListBuilder& list_;
+  Acad::ErrorStatus status_ = Acad::eOk;
+};
+
+std::wstring handleText(AcDbHandle handle) {
+  wchar_t digits[20];
+  std::swprintf(digits, std::size(digits), L"%llX", static_cast<unsigned long long>(handle));
+  return digits;
+}
+
+void addAttached(lisp::ListBuilder& list, const AcDbObject& object) {
+  const AcDbObjectId dictionary = object.extensionDictionary();
+  if (dictionary.isValid() && !dictionary.isErased()) {
+    list.add(textPair(102, L"{ACAD_XDICTIONARY"));
+    list.add(namePair(360, dictionary));
+    list.add(textPair(102, L"}"));
+  }
+}
+
+void addGroups(lisp::ListBuilder& list, const AcDbObject& object) {
+  const std::wstring type = typeNameOf(object);
+  list.add(namePair(-1, object.objectId()));
+  list.add(textPair(0, type));
+  if (!object.ownerId().isNull()) list.add(namePair(330, object.ownerId()));
+  list.add(textPair(type == L"DIMSTYLE" ? 105 : 5, handleText(object.handle())));
+  addAttached(list, object);
+  ListWriter writer(object, list);
+  object.dxfOutFields(&writer);
+}
+
+bool isAsked(std::wstring_view application, const Value& patterns) {
+  const std::wstring name = upperCased(std::wstring(application));
+  for (const Value& each : lisp::Elements(patterns)) {
+    if (each.isText() && lisp::matchesWildcard(name, upperCased(each.text()))) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Value xdataList(const AcDbObject& object, const Value& applications) {
+  resbuf* const data = object.xData();
+  lisp::ListBuilder all;
+  const resbuf* at = data;
+  while (at) {
+    const bool asked = at->restype == 1001 && isAsked(at->resval.rstring, applications);
+    lisp::ListBuilder one;
+    if (asked) one.add(Value(std::wstring_view(at->resval.rstring)));
+    for (at = at->rbnext; at && at->restype != 1001; at = at->rbnext) {
+      if (asked) one.add(groupPair(*at));
+    }
+    if (asked) all.add(one.take());
+  }
+  if (data) acutRelRb(data);
+  return all.take();
+}
+
+Value objectList(const AcDbObject& object) {
+  lisp::ListBuilder list;
+  addGroups(list, object);
+  return list.take();
+}
+
+Value objectList(const AcDbObject& object, const Value& applications) {
+  lisp::ListBuilder list;
+  addGroups(list, object);
+  Value data = xdataList(object, applications);
+  if (data.isTrue()) list.add(pair(-3, std::move(data)));
+  return list.take();
+}
+
+std::wstring typeNameOf(const AcDbObject& object) {
+  const AcRxClass* const own = object.isA();
+  return own->dxfName() ? own->dxfName() : own->name();
+}
+
+AcDbObjectId blockOf(const AcDbObject& object) {
+  AcDbStub* stub = object.ownerId().stub();
+  // Owners that are no block records are entities: polylines, block references.
+  while (stub && stub->object && AcDbEntity::cast(stub->object)) stub = stub->owner;
+  return AcDbObjectId(stub);
+}
+
+namespace {
+
+const AcDbBlockTableRecord* blockRecord(AcDbObjectId block) {
+  return block.isNull() ? nullptr : AcDbBlockTableRecord::cast(block.stub()->object);
+}
+
+}  // namespace
+
+std::wstring layoutNameOf(AcDbObjectId block) {
+  const AcDbBlockTableRecord* const record = blockRecord(block);
+  if (!record || !record->isLayout()) return {};
+  return isPaperSpace(block) ? L"Layout1" : L"Model";
+}
+
+bool isPaperSpace(AcDbObjectId block) {
+  const AcDbBlockTableRecord* const record = blockRecord(block);
+  return record && record->isLayout() && !(block == block.database()->modelSpaceId());
+}
+
+}  // namespace host

@@ -1,0 +1,52 @@
+#include "host/access/access_functions.h"
+#include "host/access/arguments.h"
+#include "host/access/selection_set.h"
+#include "host/bridge/values.h"
+
+namespace host {
+namespace {
+
+using lisp::Call;
+using lisp::Value;
+
+/// Without a set a new one; without an entity an empty one.
+Value addToSet(const Call& call) {
+  const bool hasSet = call.has(1) && call[1].isTrue();
+  if (hasSet) {
+    selectionArgument(call, 1).add(nameArgument(call, 0));
+    return call[1];
+  }
+  SelectionSet set;
+  if (call.has(0) && call[0].isTrue()) set.add(nameArgument(call, 0));
+  return Value(static_cast<lisp::Opaque*>(new PickSet(selectionSets().add(std::move(set)))));
+}
+
+Value deleteFromSet(const Call& call) {
+  return selectionArgument(call, 1).remove(nameArgument(call, 0)) ? call[1] : Value();
+}
+
+Value isInSet(const Call& call) {
+  return selectionArgument(call, 1).contains(nameArgument(call, 0)) ? call[0] : Value();
+}
+
+Value lengthOfSet(const Call& call) { return Value(static_cast<int32_t>(selectionArgument(call, 0).size())); }
+
+/// Counts from 0; a real is cut to an integer.
+Value nameInSet(const Call& call) {
+  const SelectionSet& set = selectionArgument(call, 0);
+  const double index = call.number(1);
+  if (!(index >= 0 && index < static_cast<double>(set.size()))) return {};
+  return nameOf(set.entities()[static_cast<size_t>(index)]);
+}
+
+}  // namespace
+
+std::span<const lisp::Builtin> selectionFunctions() {
+  static const lisp::Builtin table[] = {
+      {L"SSADD", addToSet, 0, 2},       {L"SSDEL", deleteFromSet, 2, 2}, {L"SSMEMB", isInSet, 2, 2},
+      {L"SSLENGTH", lengthOfSet, 1, 1}, {L"SSNAME", nameInSet, 2, 2},
+  };
+  return table;
+}
+
+}  // namespace host
