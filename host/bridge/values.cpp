@@ -1,5 +1,6 @@
 #include "host/bridge/values.h"
 
+#include <array>
 #include <vector>
 
 #include "brx/lisp_calls.h"
@@ -119,6 +120,32 @@ class BufferWriter {
   resbuf* tail_ = nullptr;
 };
 
+/// Short texts that went to LISP lately. A text of the language never changes, so that one serves for all
+/// that are equal: the names of fields come again with every record.
+class RecentTexts {
+ public:
+  Value valueOf(std::wstring_view text) {
+    if (text.size() > longest) return Value(text);
+    Value& known = values_[placeOf(text)];
+    if (!known.isText() || known.text() != text) known = Value(text);
+    return known;
+  }
+
+ private:
+  static constexpr size_t longest = 32, places = 256;
+  static size_t placeOf(std::wstring_view text) {
+    uint32_t hash = 2166136261;
+    for (const wchar_t c : text) hash = (hash ^ static_cast<uint32_t>(c)) * 16777619;
+    return (hash ^ hash >> 16) % places;
+  }
+  std::array<Value, places> values_;
+};
+
+Value textValue(const ACHAR* text) {
+  static auto& recent = *new RecentTexts;  // outlives the statics of unloading modules
+  return text ? recent.valueOf(text) : Value(std::wstring_view());
+}
+
 Value listOfNumbers(const ads_real* numbers, size_t count) {
   lisp::ListBuilder list;
   for (size_t i = 0; i < count; ++i) list.add(Value(numbers[i]));
@@ -188,7 +215,7 @@ Value atom(const resbuf& buffer, const Value& t) {
     case RTORINT:
       return Value(buffer.resval.rreal);
     case RTSTR:
-      return Value(std::wstring_view(buffer.resval.rstring ? buffer.resval.rstring : L""));
+      return textValue(buffer.resval.rstring);
     case RTPOINT:
       return listOfNumbers(buffer.resval.rpoint, 2);
     case RT3DPOINT:
@@ -227,6 +254,7 @@ resbuf* toBuffers(lisp::Arguments values) {
 
 Value takeValue(const resbuf*& at, const Value& t) {
   std::vector<OpenList> open;
+  if (at && at->restype == RTLB) open.reserve(4);
   while (at) {
     const resbuf& buffer = *at;
     at = at->rbnext;

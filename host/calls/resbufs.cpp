@@ -50,10 +50,10 @@ Pool& pool() {
 
 /// Group codes whose values are texts, by the host's ranges.
 bool isTextCode(int type) {
-  return type == RTSTR || type == RTDXF0 || (type >= 0 && type <= 9) || (type >= 100 && type <= 102) ||
-         type == 105 || (type >= 300 && type <= 309) || (type >= 410 && type <= 419) ||
-         (type >= 430 && type <= 439) || (type >= 470 && type <= 479) || type == 999 ||
-         (type >= 1000 && type <= 1003) || type == 1005;
+  if (type >= RTNONE) return type == RTSTR || type == RTDXF0;
+  return (type >= 0 && type <= 9) || (type >= 100 && type <= 102) || type == 105 ||
+         (type >= 300 && type <= 309) || (type >= 410 && type <= 419) || (type >= 430 && type <= 439) ||
+         (type >= 470 && type <= 479) || type == 999 || (type >= 1000 && type <= 1003) || type == 1005;
 }
 
 bool isPointCode(int type) {

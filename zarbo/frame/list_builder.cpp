@@ -10,8 +10,14 @@ resbuf* LispAtom::toBuffer() const {
     return made;
   }
   // Copied by length, as a view need not end in a NUL; what stands behind a NUL inside is lost to LISP.
-  const std::wstring text(text_);
-  acutNewString(text.c_str(), made->resval.rstring);
+  constexpr size_t shortText = 64;
+  if (text_.size() < shortText) {
+    ACHAR text[shortText];
+    text[text_.copy(text, shortText)] = 0;
+    acutNewString(text, made->resval.rstring);
+  } else {
+    acutNewString(std::wstring(text_).c_str(), made->resval.rstring);
+  }
   return made;
 }
 
