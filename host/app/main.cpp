@@ -10,6 +10,7 @@
 #include "host/app/batch.h"
 #include "host/app/idle.h"
 #include "host/app/options.h"
+#include "host/app/output.h"
 #include "host/app/prompt.h"
 #include "host/app/session.h"
 #include "host/bridge/document_lisp.h"
@@ -76,7 +77,9 @@ int checkFiles(const host::Options& options) {
     if (access(each.c_str(), R_OK) != 0) return refuse(each + ": can't be read");
   }
   if (options.window) return refuse("--window: this host has no window yet");
-  if (!options.output.empty()) return refuse("--output: this host can't write drawings yet");
+  if (!options.output.empty() && !host::canOutput(options.output)) {
+    return refuse(options.output + ": the ending must be .dxf, .dwg, .png, .svg or .pdf");
+  }
   return succeeded;
 }
 
@@ -100,6 +103,8 @@ int run(const host::Options& options) {
   if (!scripted && !batch) {
     host::runPrompt(options.settings.empty() ? "" : options.settings + "/history");
   }
+  std::string problem;
+  if (!options.output.empty() && !host::writeOutput(options, problem)) return refuse(problem);
   return status;
 }
 

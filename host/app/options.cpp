@@ -1,11 +1,40 @@
 #include "host/app/options.h"
 
 #include <CLI/CLI.hpp>
+#include <cstdio>
 
 namespace host {
 namespace {
 
 constexpr int wrongUsage = 2;
+
+/// "1600x1200" into its two numbers.
+void readSize(const std::string& text, PictureOptions& picture) {
+  char behind = 0;
+  const bool whole = std::sscanf(text.c_str(), "%5dx%5d%c", &picture.width, &picture.height, &behind) == 2;
+  if (!whole || picture.width < 1 || picture.height < 1 || picture.width > 20000 || picture.height > 20000)
+    throw CLI::ValidationError("--size", text + ": two numbers from 1 to 20000 with an x between");
+}
+
+void checkZoom(const std::vector<double>& zoom) {
+  if (!zoom.empty() && !(zoom[0] < zoom[2] && zoom[1] < zoom[3]))
+    throw CLI::ValidationError("--zoom", "left must be below right, and bottom below top");
+}
+
+void addPictureOptions(CLI::App& app, PictureOptions& picture) {
+  app.add_option("--view", picture.view, "Pictures show the drawing from above or from the side: plan, iso")
+      ->check(CLI::IsMember({"plan", "iso"}));
+  app.add_option("--ground", picture.ground, "Ground of pictures: white, dark")
+      ->check(CLI::IsMember({"white", "dark"}));
+  app.add_option_function<std::string>(
+         "--size", [&picture](const std::string& text) { readSize(text, picture); },
+         "Size of pictures, 1600x1200 without it")
+      ->type_name("WxH");
+  app.add_option("--zoom", picture.zoom, "Part of the drawing that pictures show; all of it without it")
+      ->type_name("LEFT,BOTTOM,RIGHT,TOP")
+      ->delimiter(',')
+      ->expected(4);
+}
 
 }  // namespace
 
@@ -25,8 +54,9 @@ std::optional<Options> readOptions(int count, char** words, int& status) {
   app.add_option("--drawing", options.drawings, "Open this drawing")
       ->type_name("FILE")
       ->allow_extra_args(false);
-  app.add_option("--output", options.output, "Write the current drawing at the end: .dxf .png .svg .pdf")
+  app.add_option("--output", options.output, "Write the current drawing at the end: .dxf .dwg .png .svg .pdf")
       ->type_name("FILE");
+  addPictureOptions(app, options.picture);
   app.add_option("--settings", options.settings, "Folder of the user's settings")->type_name("DIR");
   app.add_option("--support", options.support, "Add a folder to the search path")
       ->type_name("PATH")
@@ -37,6 +67,7 @@ std::optional<Options> readOptions(int count, char** words, int& status) {
   app.add_flag("--window", options.window, "Show a window with the drawing and a command line");
   try {
     app.parse(count, words);
+    checkZoom(options.picture.zoom);
   } catch (const CLI::ParseError& problem) {
     status = app.exit(problem) == 0 ? 0 : wrongUsage;
     return std::nullopt;

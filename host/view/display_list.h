@@ -1,0 +1,68 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "brx/ge_matrix.h"
+#include "host/text/font.h"
+
+namespace host::view {
+
+/// What a drawing shows, in the world's coordinates and free of any view, first drawn first. Curves are
+/// exact; views flatten them as far as they must.
+
+/// Colour of what is drawn: exact, or a role that the picture's ground decides.
+struct Ink {
+  enum Role : unsigned char { exact, contrast, ground } role = contrast;
+  std::uint32_t rgb = 0;
+  bool operator==(const Ink&) const = default;
+};
+
+struct Style {
+  Ink ink;
+  /// Hundredths of a millimetre.
+  int lineWeight = 25;
+  /// Index into the list's patterns, -1 for a continuous line; lengths of it count `patternScale` each.
+  int pattern = -1;
+  double patternScale = 1;
+  bool filled = false;
+  bool operator==(const Style&) const = default;
+};
+
+/// `centre` + `u` cos t + `v` sin t for t from 0 to `sweep`.
+struct Arc {
+  AcGePoint3d centre;
+  AcGeVector3d u, v;
+  double sweep = 0;
+};
+
+/// Letters on a base line. `x` is the way along it for a unit of the font, `y` the height of a capital.
+struct Letters {
+  AcGePoint3d origin;
+  AcGeVector3d x, y;
+  const text::Font* font = nullptr;
+  /// Factor on the distance from letter to letter.
+  double tracking = 1;
+  std::wstring letters;
+};
+
+/// One thing drawn: `count` points, or one arc or one line of letters, from `first` of its pool.
+struct Item {
+  enum Kind : unsigned char { polyline, polygon, arc, letters } kind = polyline;
+  std::uint32_t style = 0, first = 0, count = 0;
+};
+
+struct DisplayList {
+  std::vector<Item> items;
+  std::vector<Style> styles;
+  /// Dashes above 0, gaps below, dots 0.
+  std::vector<std::vector<double>> patterns;
+  std::vector<AcGePoint3d> points;
+  std::vector<Arc> arcs;
+  std::vector<Letters> letters;
+  /// Things that were left out: not finite, or beyond the bound on a list's length.
+  size_t leftOut = 0;
+};
+
+}  // namespace host::view

@@ -1,0 +1,308 @@
+#include "host/view/painter.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "host/view/clip.h"
+#include "host/view/dashes.h"
+
+namespace host::view {
+namespace {
+
+/// A curve may leave its chords or Bézier pieces by this much of a surface unit.
+constexpr double flatness = 0.1;
+/// The surface strokes long lines wrongly from some 100,000 units on; what reaches beyond is cut outside the
+/// picture, so that the cut is not to be seen.
+constexpr double beyondPicture = 2e4;
+/// Dashes shorter than this are no longer told apart.
+constexpr double smallestPattern = 3;
+/// Letters with capitals below this are bars.
+constexpr double smallestLetters = 1.5;
+/// Strokes of one style that go to the surface together: many, but a path of too many is slow.
+constexpr int mostStrokes = 256;
+
+class Painter {
+ public:
+  Painter(const DisplayList& list, const Canvas& canvas)
+      : list_(list),
+        canvas_(canvas),
+        cairo_(canvas.cairo),
+        scale_(canvas.width / (canvas.window.right - canvas.window.left)),
+        bounds_{-beyondPicture, -beyondPicture, canvas.width + beyondPicture, canvas.height + beyondPicture} {
+  }
+
+  void run() {
+    setColour(groundColour());
+    cairo_paint(cairo_);
+    cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
+    cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
+    for (const Item& each : list_.items) {
+      if (canvas_.window.meets(boxOf(list_, each, canvas_.projection))) paintItem(each);
+    }
+    flush();
+  }
+
+ private:
+  std::uint32_t groundColour() const { return canvas_.ground == Ground::white ? 0xFFFFFF : 0x212830; }
+  std::uint32_t colourOf(const Ink& ink) const {
+    if (ink.role == Ink::exact) return ink.rgb;
+    if (ink.role == Ink::ground) return groundColour();
+    return canvas_.ground == Ground::white ? 0x000000 : 0xFFFFFF;
+  }
+  void setColour(std::uint32_t rgb, double opacity = 1) {
+    cairo_set_source_rgba(cairo_, (rgb >> 16) / 255.0, (rgb >> 8 & 0xFF) / 255.0, (rgb & 0xFF) / 255.0,
+                          opacity);
+  }
+
+  PlanePoint onSurface(const PlanePoint& p) const {
+    return {(p.x - canvas_.window.left) * scale_, canvas_.height - (p.y - canvas_.window.bottom) * scale_};
+  }
+  template <class PointOrVector>
+  PlanePoint onSurface(const PointOrVector& p) const {
+    return onSurface(canvas_.projection(p));
+  }
+  /// A direction: turned over, since the surface's y runs down.
+  PlanePoint along(const AcGeVector3d& v) const {
+    const PlanePoint p = canvas_.projection(v);
+    return {p.x * scale_, -p.y * scale_};
+  }
+
+  void paintItem(const Item& item) {
+    useStyle(item.style);
+    switch (item.kind) {
+      case Item::polyline:
+        return paintPolyline(item);
+      case Item::polygon:
+        return fillPolygon(item);
+      case Item::arc:
+        return style_->filled ? fillArc(list_.arcs[item.first]) : paintArc(list_.arcs[item.first]);
+      case Item::letters:
+        return paintLetters(list_.letters[item.first]);
+    }
+  }
+
+  /// Neighbours of one look are stroked together.
+  void useStyle(std::uint32_t index) {
+    const Style& next = list_.styles[index];
+    if (style_ && next.ink == style_->ink && next.lineWeight == style_->lineWeight) {
+      style_ = &next;
+      return;
+    }
+    flush();
+    style_ = &next;
+    setColour(colourOf(next.ink));
+    const double width = next.lineWeight / 100.0 * canvas_.unitsPerMillimetre;
+    lineWidth_ = canvas_.pixels ? std::max(1.0, std::round(width)) : std::max(0.25, width);
+    cairo_set_line_width(cairo_, lineWidth_);
+  }
+  void flush() {
+    if (strokes_ > 0) cairo_stroke(cairo_);
+    strokes_ = 0;
+  }
+  void countStroke() {
+    if (++strokes_ >= mostStrokes) flush();
+  }
+
+  /// The visible parts of a line of this length in drawing units, of which each covers `unit` on the
+  /// surface.
+  std::vector<std::pair<double, double>> dashes(double length, double onSurfaceLength) const {
+    if (style_->pattern < 0 || !(length > 0)) return {};
+    const std::vector<double>& pattern = list_.patterns[static_cast<size_t>(style_->pattern)];
+    double whole = 0;
+    for (const double each : pattern) whole += std::abs(each) * style_->patternScale;
+    if (whole * onSurfaceLength / length < smallestPattern) return {};
+    return dashesOf(pattern, style_->patternScale, length);
+  }
+
+  void segment(PlanePoint a, PlanePoint b, bool goesOn) {
+    const PlanePoint start = a, wanted = b;
+    if (!clipSegment(bounds_, a, b)) return broken_ = true, void();
+    if (canvas_.pixels) snap(a, b);
+    const bool moved = a.x != start.x || a.y != start.y;
+    if (!goesOn || broken_ || moved) cairo_move_to(cairo_, a.x, a.y);
+    cairo_line_to(cairo_, b.x, b.y);
+    broken_ = b.x != wanted.x || b.y != wanted.y;
+  }
+  /// Lines along an axis are sharp when their middle lies in the middle of pixels, or between two.
+  void snap(PlanePoint& a, PlanePoint& b) const {
+    const double middle = std::fmod(lineWidth_, 2) == 1 ? 0.5 : 0;
+    const auto whole = [middle](double v) { return std::floor(v + 0.5 - middle) + middle; };
+    if (std::abs(a.x - b.x) < 0.01) {
+      a.x = b.x = whole(a.x);
+    } else if (std::abs(a.y - b.y) < 0.01) {
+      a.y = b.y = whole(a.y);
+    }
+  }
+
+  void paintPolyline(const Item& item) {
+    const AcGePoint3d* const points = &list_.points[item.first];
+    double length = 0, shown = 0;
+    if (style_->pattern >= 0) {
+      for (std::uint32_t i = 1; i < item.count; ++i) {
+        const PlanePoint way = along(points[i] - points[i - 1]);
+        length += points[i].distanceTo(points[i - 1]), shown += std::hypot(way.x, way.y);
+      }
+    }
+    const auto parts = dashes(length, shown);
+    if (!parts.empty()) return dashPolyline(points, item.count, parts);
+    const PlanePoint first = onSurface(points[0]);
+    if (item.count == 1) segment(first, first, false);
+    for (std::uint32_t i = 1; i < item.count; ++i)
+      segment(onSurface(points[i - 1]), onSurface(points[i]), i > 1);
+    countStroke();
+  }
+
+  void dashPolyline(const AcGePoint3d* points, std::uint32_t count,
+                    const std::vector<std::pair<double, double>>& parts) {
+    double before = 0;
+    size_t part = 0;
+    bool goesOn = false;
+    for (std::uint32_t i = 1; i < count; ++i) {
+      const AcGePoint3d &a = points[i - 1], &b = points[i];
+      const double length = a.distanceTo(b), end = before + length;
+      while (part < parts.size() && parts[part].first <= end) {
+        const double from = std::max(parts[part].first, before), to = std::min(parts[part].second, end);
+        const auto at = [&](double distance) {
+          return onSurface(a + (b - a) * (length > 0 ? (distance - before) / length : 0));
+        };
+        segment(at(from), at(to), goesOn);
+        goesOn = parts[part].second > end;
+        if (goesOn) break;
+        ++part;
+      }
+      before = end;
+    }
+    countStroke();
+  }
+
+  /// The curve's point at a parameter.
+  struct SurfaceArc {
+    PlanePoint centre, u, v;
+    PlanePoint at(double t) const {
+      const double c = std::cos(t), s = std::sin(t);
+      return {centre.x + u.x * c + v.x * s, centre.y + u.y * c + v.y * s};
+    }
+    PlanePoint derivative(double t) const {
+      const double c = std::cos(t), s = std::sin(t);
+      return {v.x * c - u.x * s, v.y * c - u.y * s};
+    }
+    double radius() const { return std::max(std::hypot(u.x, u.y), std::hypot(v.x, v.y)); }
+  };
+
+  void paintArc(const Arc& arc) {
+    const SurfaceArc curve{onSurface(arc.centre), along(arc.u), along(arc.v)};
+    const double radius = (arc.u.length() + arc.v.length()) / 2, length = radius * std::abs(arc.sweep);
+    const auto parts = dashes(length, curve.radius() * std::abs(arc.sweep));
+    if (parts.empty()) tracePart(curve, 0, arc.sweep, false);
+    for (const auto& [from, to] : parts) {
+      tracePart(curve, from / length * arc.sweep, to / length * arc.sweep, false);
+    }
+    countStroke();
+  }
+
+  void tracePart(const SurfaceArc& curve, double from, double to, bool goesOn) {
+    const double radius = curve.radius();
+    if (radius > beyondPicture / 2) return traceChords(curve, from, to);
+    // A Bézier piece of the sixth part of a turn leaves the circle by 1/40000 of its radius; the error
+    // falls with the sixth power of the angle.
+    const double widest =
+        std::min(1.047, 1.047 * std::pow(flatness / (std::max(radius, 1e-9) * 2.5e-5), 1.0 / 6));
+    const int pieces = std::max(1, static_cast<int>(std::ceil(std::abs(to - from) / widest)));
+    const double step = (to - from) / pieces, handle = 4.0 / 3 * std::tan(step / 4);
+    PlanePoint start = curve.at(from), slope = curve.derivative(from);
+    if (!goesOn) cairo_move_to(cairo_, start.x, start.y);
+    for (int i = 1; i <= pieces; ++i) {
+      const double t = from + i * step;
+      const PlanePoint end = curve.at(t), next = curve.derivative(t);
+      cairo_curve_to(cairo_, start.x + handle * slope.x, start.y + handle * slope.y, end.x - handle * next.x,
+                     end.y - handle * next.y, end.x, end.y);
+      start = end, slope = next;
+    }
+  }
+  /// Of a curve larger than the picture by far: the chords that are near the picture.
+  void traceChords(const SurfaceArc& curve, double from, double to) {
+    constexpr double mostChords = 1e6;
+    const double step = std::sqrt(8 * flatness / curve.radius());
+    const int chords = static_cast<int>(std::clamp(std::ceil(std::abs(to - from) / step), 1.0, mostChords));
+    PlanePoint start = curve.at(from);
+    for (int i = 1; i <= chords; ++i) {
+      const PlanePoint end = curve.at(from + (to - from) * i / chords);
+      segment(start, end, i > 1);
+      start = end;
+    }
+  }
+
+  void fillArc(const Arc& arc) {
+    const SurfaceArc curve{onSurface(arc.centre), along(arc.u), along(arc.v)};
+    if (curve.radius() > beyondPicture / 2) return;
+    flush();
+    tracePart(curve, 0, arc.sweep, false);
+    cairo_fill(cairo_);
+  }
+
+  void fillPolygon(const Item& item) {
+    flush();
+    std::vector<PlanePoint> corners;
+    for (std::uint32_t i = 0; i < item.count; ++i) corners.push_back(onSurface(list_.points[item.first + i]));
+    corners = clipPolygon(bounds_, std::move(corners));
+    for (const PlanePoint& each : corners) cairo_line_to(cairo_, each.x, each.y);
+    cairo_fill(cairo_);
+  }
+
+  void paintLetters(const Letters& letters) {
+    const PlanePoint x = along(letters.x), y = along(letters.y);
+    const double height = std::hypot(y.x, y.y);
+    flush();
+    if (canvas_.pixels && height < smallestLetters) return paintBar(letters, x, y);
+    PlanePoint pen = onSurface(letters.origin);
+    for (const wchar_t letter : letters.letters) {
+      const text::Glyph& glyph = letters.font->glyph(letter);
+      traceGlyph(glyph, pen, x, y);
+      pen.x += glyph.advance * letters.tracking * x.x, pen.y += glyph.advance * letters.tracking * x.y;
+    }
+    cairo_fill(cairo_);
+  }
+  void traceGlyph(const text::Glyph& glyph, const PlanePoint& pen, const PlanePoint& x, const PlanePoint& y) {
+    PlanePoint p[3];
+    for (const text::OutlineStep& step : glyph.outline) {
+      const int count = step.kind == text::OutlineStep::curve ? 3 : 1;
+      for (int i = 0; i < count; ++i) {
+        const text::GlyphPoint& g = step.points[i];
+        p[i] = {std::clamp(pen.x + g.x * x.x + g.y * y.x, bounds_.left, bounds_.right),
+                std::clamp(pen.y + g.x * x.y + g.y * y.y, bounds_.bottom, bounds_.top)};
+      }
+      if (step.kind == text::OutlineStep::move) cairo_move_to(cairo_, p[0].x, p[0].y);
+      if (step.kind == text::OutlineStep::line) cairo_line_to(cairo_, p[0].x, p[0].y);
+      if (step.kind == text::OutlineStep::curve)
+        cairo_curve_to(cairo_, p[0].x, p[0].y, p[1].x, p[1].y, p[2].x, p[2].y);
+    }
+  }
+  /// Half as dark as ink, as wide as the letters.
+  void paintBar(const Letters& letters, const PlanePoint& x, const PlanePoint& y) {
+    const PlanePoint pen = onSurface(letters.origin);
+    const double width = inkOf(letters).advance;
+    setColour(colourOf(style_->ink), 0.5);
+    cairo_move_to(cairo_, pen.x, pen.y);
+    cairo_line_to(cairo_, pen.x + width * x.x, pen.y + width * x.y);
+    cairo_line_to(cairo_, pen.x + width * x.x + y.x, pen.y + width * x.y + y.y);
+    cairo_line_to(cairo_, pen.x + y.x, pen.y + y.y);
+    cairo_fill(cairo_);
+    setColour(colourOf(style_->ink));
+  }
+
+  const DisplayList& list_;
+  const Canvas& canvas_;
+  cairo_t* cairo_;
+  double scale_;
+  PlaneBox bounds_;
+  const Style* style_ = nullptr;
+  double lineWidth_ = 1;
+  int strokes_ = 0;
+  bool broken_ = false;
+};
+
+}  // namespace
+
+void paint(const DisplayList& list, const Canvas& canvas) { Painter(list, canvas).run(); }
+
+}  // namespace host::view

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cairo.h>
+
+#include "host/view/view.h"
+
+namespace host::view {
+
+enum class Ground { white, dark };
+
+/// Where and how a list is painted. The window of the plane fills the surface; its size is in the
+/// surface's units.
+struct Canvas {
+  cairo_t* cairo = nullptr;
+  double width = 0, height = 0;
+  PlaneBox window;
+  Projection projection;
+  Ground ground = Ground::white;
+  double unitsPerMillimetre = 1;
+  /// Surfaces of pixels: lines along the axes lie on pixels, none is thinner than one, and letters too
+  /// small to be read are bars.
+  bool pixels = true;
+};
+
+void paint(const DisplayList& list, const Canvas& canvas);
+
+}  // namespace host::view

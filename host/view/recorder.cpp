@@ -1,0 +1,203 @@
+#include "host/view/recorder.h"
+
+#include "host/text/single_line.h"
+#include "host/view/traits.h"
+
+namespace host::view {
+namespace {
+
+/// Files may nest blocks so that their contents multiply without end; no real drawing shows as much.
+constexpr size_t mostItems = 20'000'000, mostObjects = 50'000'000;
+constexpr double turn = 6.283185307179586477;
+
+bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
+bool isFinite(const AcGeVector3d& v) {
+  return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+}
+
+class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
+ public:
+  explicit Recorder(AcDbDatabase& drawing)
+      : looks_(drawing, list_), traits_(looks_), linetypeScale_(scaleOf(drawing)) {}
+  DisplayList takeList() { return std::move(list_); }
+
+  AcGiGeometry& geometry() const override { return const_cast<Recorder&>(*this); }
+  AcGiSubEntityTraits& subEntityTraits() const override { return const_cast<Traits&>(traits_); }
+
+  bool polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*, Adesk::Int64) override {
+    return addPoints(Item::polyline, count, points, false);
+  }
+  bool polygon(Adesk::UInt32 count, const AcGePoint3d* points) override {
+    return traits_.filled() ? addPoints(Item::polygon, count, points, false)
+                            : addPoints(Item::polyline, count, points, true);
+  }
+  bool circle(const AcGePoint3d& centre, double radius, const AcGeVector3d& normal) override {
+    const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal);
+    return addArc({centre, plane.column(0) * radius, plane.column(1) * radius, turn});
+  }
+  bool circularArc(const AcGePoint3d& centre, double radius, const AcGeVector3d& normal,
+                   const AcGeVector3d& start, double sweep) override {
+    const AcGeVector3d u = start.normal();
+    return addArc({centre, u * radius, normal.normal().crossProduct(u) * radius, sweep});
+  }
+  bool text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
+            const ACHAR* text, Adesk::Int32 length, bool raw, const AcGiTextStyle& style) override;
+  bool draw(AcGiDrawable* drawable) override;
+  void pushModelTransform(const AcGeMatrix3d& matrix) override {
+    transforms_.push_back(transforms_.empty() ? matrix : transforms_.back() * matrix);
+  }
+  void popModelTransform() override {
+    if (!transforms_.empty()) transforms_.pop_back();
+  }
+
+ private:
+  static double scaleOf(AcDbDatabase&) { return 1; }
+  template <class T>
+  T placed(const T& local) const {
+    return transforms_.empty() ? local : transforms_.back() * local;
+  }
+  bool full() const { return list_.items.size() >= mostItems || objects_ >= mostObjects; }
+
+  /// False when what comes now is not to be seen.
+  bool beginItem(Item& item);
+  bool addPoints(Item::Kind kind, Adesk::UInt32 count, const AcGePoint3d* points, bool closed);
+  bool addArc(const Arc& local);
+  void addLetters(Letters letters);
+  void drawEntity(AcDbEntity& entity, const Traits& around);
+
+  DisplayList list_;
+  Looks looks_;
+  Traits traits_;
+  double linetypeScale_;
+  std::vector<AcGeMatrix3d> transforms_;
+  Resolved last_;
+  bool lastFilled_ = false, hasLast_ = false;
+  size_t objects_ = 0, depth_ = 0;
+};
+
+bool Recorder::beginItem(Item& item) {
+  if (full()) return ++list_.leftOut, false;
+  const Resolved look = traits_.resolve();
+  const LayerLook& layer = looks_.layer(look.layer);
+  if (layer.off || layer.frozen) return false;
+  if (!hasLast_ || !(look == last_) || traits_.filled() != lastFilled_) {
+    list_.styles.push_back(
+        {look.ink, look.lineWeight, look.pattern, look.linetypeScale * linetypeScale_, traits_.filled()});
+    last_ = look, lastFilled_ = traits_.filled(), hasLast_ = true;
+  }
+  item.style = static_cast<std::uint32_t>(list_.styles.size() - 1);
+  return true;
+}
+
+bool Recorder::addPoints(Item::Kind kind, Adesk::UInt32 count, const AcGePoint3d* points, bool closed) {
+  Item item{kind, 0, static_cast<std::uint32_t>(list_.points.size()), count + (closed ? 1 : 0)};
+  if (count == 0 || !beginItem(item)) return full();
+  for (Adesk::UInt32 i = 0; i < item.count; ++i) {
+    const AcGePoint3d point = placed(points[i % count]);
+    if (!isFinite(point)) {
+      list_.points.resize(item.first);
+      return ++list_.leftOut, full();
+    }
+    list_.points.push_back(point);
+  }
+  list_.items.push_back(item);
+  return full();
+}
+
+bool Recorder::addArc(const Arc& local) {
+  Item item{Item::arc, 0, static_cast<std::uint32_t>(list_.arcs.size()), 1};
+  const Arc arc{placed(local.centre), placed(local.u), placed(local.v), local.sweep};
+  if (!isFinite(arc.centre) || !isFinite(arc.u) || !isFinite(arc.v) || !std::isfinite(arc.sweep)) {
+    return ++list_.leftOut, full();
+  }
+  if (!beginItem(item)) return full();
+  list_.arcs.push_back(arc);
+  list_.items.push_back(item);
+  return full();
+}
+
+void Recorder::addLetters(Letters letters) {
+  Item item{Item::letters, 0, static_cast<std::uint32_t>(list_.letters.size()), 1};
+  letters.origin = placed(letters.origin), letters.x = placed(letters.x), letters.y = placed(letters.y);
+  if (!isFinite(letters.origin) || !isFinite(letters.x) || !isFinite(letters.y)) {
+    ++list_.leftOut;
+    return;
+  }
+  if (!beginItem(item)) return;
+  list_.letters.push_back(std::move(letters));
+  list_.items.push_back(item);
+}
+
+bool Recorder::text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
+                    const ACHAR* text, Adesk::Int32 length, bool raw, const AcGiTextStyle& style) {
+  const std::wstring_view all =
+      length < 0 ? std::wstring_view(text) : std::wstring_view(text, static_cast<size_t>(length));
+  const text::Font& font = text::fontNamed(style.fileName(), style.isBold(), style.isItalic());
+  const double size = style.textSize();
+  const AcGeVector3d along = direction.normal(), up = normal.normal().crossProduct(along);
+  const double lean = std::tan(style.obliquingAngle()) + font.slant();
+  Letters letters{position, along * (size * style.xScale()), (up + along * lean) * size,
+                  &font,    style.trackingPercent(),         {}};
+  if (raw) {
+    letters.letters = all;
+    addLetters(std::move(letters));
+    return full();
+  }
+  text::Format format;
+  format.font = &font, format.height = size, format.widthFactor = style.xScale();
+  format.tracking = style.trackingPercent();
+  const auto line = [&](bool wanted, const AcGePoint3d& from, double width, double share) {
+    const AcGePoint3d ends[] = {from + up * (share * size), from + up * (share * size) + along * width};
+    if (wanted) polyline(2, ends, nullptr, -1);
+  };
+  for (const text::LinePart& part : text::partsOf(all)) {
+    const AcGePoint3d from = letters.origin;
+    const double width = measure(part.letters, format).advance;
+    letters.letters = part.letters;
+    addLetters(letters);
+    line(part.underlined, from, width, -0.2);
+    line(part.overlined, from, width, 1.2);
+    line(part.struck, from, width, 0.45);
+    letters.origin += along * width;
+  }
+  return full();
+}
+
+bool Recorder::draw(AcGiDrawable* drawable) {
+  if (!drawable || full()) return true;
+  ++objects_, ++depth_;
+  const Traits around = traits_;
+  const size_t transforms = transforms_.size();
+  if (AcDbEntity* const entity = AcDbEntity::cast(drawable)) {
+    drawEntity(*entity, around);
+  } else {
+    drawable->worldDraw(this);
+  }
+  // A drawing that forgets to take its transform back spoils nothing but itself.
+  transforms_.resize(std::min(transforms, transforms_.size()));
+  traits_ = around;
+  --depth_;
+  return full();
+}
+
+void Recorder::drawEntity(AcDbEntity& entity, const Traits& around) {
+  if (entity.visibility() == AcDb::kInvisible) return;
+  const Resolved outer = around.resolve();
+  traits_.take(entity, around, depth_ > 1 ? &outer : nullptr);
+  if (!looks_.layer(traits_.resolve().layer).frozen) entity.worldDraw(this);
+}
+
+}  // namespace
+
+DisplayList record(AcDbDatabase& drawing, AcDbObjectId block) {
+  Recorder recorder(drawing);
+  AcDbObjectPointer<AcDbBlockTableRecord> record(block.isNull() ? drawing.modelSpaceId() : block);
+  if (!record.object()) return {};
+  for (const AcDbObjectId& id : record->entityIds()) {
+    AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity.object()) recorder.draw(entity.object());
+  }
+  return recorder.takeList();
+}
+
+}  // namespace host::view
