@@ -362,7 +362,7 @@ void DatabaseCatalog::createStoredIndex(const jet::Table& table, const jet::Inde
       ")" + (index.ignoreNull ? condition : ""));
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition) {
+jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition, IndexStorage storage) {
   return changing([&] {
     requireDefinition(definition);
     if (findTable(definition.name)) fail(jet::tableExists, definition.name);
@@ -376,9 +376,37 @@ jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition)
       if (!names.insert(index.name).second) fail(jet::objectExists, index.name);
     }
     createStorage(table);
-    for (const jet::Index& index : table.indexes) createStoredIndex(table, index);
+    if (storage == IndexStorage::Now) {
+      for (const jet::Index& index : table.indexes) createStoredIndex(table, index);
+    }
     describe(table);
   });
+}
+
+void DatabaseCatalog::storeIndexes(std::string_view name,
+                                   const std::function<void(const jet::Index&)>& notUnique) {
+  jet::Table table = require(name);
+  for (jet::Index& index : table.indexes) {
+    try {
+      createStoredIndex(table, index);
+    } catch (const jet::Failure& failure) {
+      if (failure.error.number != jet::duplicateValue) throw;
+      notUnique(index);
+      index.unique = index.primary = false;
+      createStoredIndex(table, index);
+    }
+  }
+  forget(table.name);
+  describe(table);
+  loaded_ = false;
+}
+
+void DatabaseCatalog::continueCounter(std::string_view name, int64_t last) {
+  const std::string stored = storedTableName(require(name).name);
+  run("DELETE FROM sqlite_sequence WHERE name = ?1 AND seq < ?2", {Stored::of(stored), Stored::of(last)});
+  run("INSERT INTO sqlite_sequence(name, seq) SELECT ?1, ?2 WHERE NOT EXISTS(SELECT 1 FROM sqlite_sequence "
+      "WHERE name = ?1)",
+      {Stored::of(stored), Stored::of(last)});
 }
 
 jet::Catalog::Refusal DatabaseCatalog::dropTable(std::string_view name) {

@@ -36,7 +36,16 @@ class DatabaseCatalog : public jet::Catalog {
 
   const jet::Table* findTable(std::string_view name) override;
   std::optional<std::string> findQuery(std::string_view name) override;
-  Refusal createTable(const jet::Table& definition) override;
+  enum class IndexStorage { Now, Later };
+  Refusal createTable(const jet::Table& definition) override {
+    return createTable(definition, IndexStorage::Now);
+  }
+  /// With `Later` the indexes are described, and stored by `storeIndexes` when the rows are in.
+  Refusal createTable(const jet::Table& definition, IndexStorage storage);
+  /// An index that is to be unique but whose values are not becomes a plain one, and is told.
+  void storeIndexes(std::string_view table, const std::function<void(const jet::Index&)>& notUnique);
+  /// The counter of `table`, or its hidden row number, goes on behind `last` at least.
+  void continueCounter(std::string_view table, int64_t last);
   Refusal renameTable(std::string_view table, std::string_view name);
   Refusal dropTable(std::string_view table) override;
   Refusal addColumn(std::string_view table, const jet::Column& column) override;

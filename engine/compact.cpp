@@ -72,30 +72,36 @@ bool isOurDatabase(Database& database) {
   return statement.step();
 }
 
-void compactDatabaseFile(const std::string& source, const std::string& destination) {
+void buildDatabaseFile(const std::string& path, const std::function<void(Database&)>& fill) {
   struct stat attributes {};
-  Database from(source, Database::Mode::Read, Database::Sharing::NotInThisProcess);
-  if (::lstat(destination.c_str(), &attributes) == 0) fail(databaseExists, destination);
-  const bool damaged = from.examine() == Database::Health::Damaged;
+  if (::lstat(path.c_str(), &attributes) == 0) fail(databaseExists, path);
   // The new file grows under another name, in the same folder, without a journal: until it is renamed it is
   // nothing.
-  const std::string growing = destination + ".new";
+  const std::string growing = path + ".new";
   ::unlink(growing.c_str());
   reserve(growing);
   Unfinished unfinished(growing);
   {
-    Database to(growing, Database::Mode::Create);
-    to.execute("PRAGMA journal_mode=MEMORY", Access::Schema);
-    to.execute("PRAGMA synchronous=OFF", Access::Schema);
-    setUp(to);
-    copyContent(from, to, damaged);
+    Database database(growing, Database::Mode::Create);
+    database.execute("PRAGMA journal_mode=MEMORY", Access::Schema);
+    database.execute("PRAGMA synchronous=OFF", Access::Schema);
+    setUp(database);
+    fill(database);
   }
   syncFile(growing);
-  if (::link(growing.c_str(), destination.c_str()) != 0) {
-    if (errno == EEXIST) fail(databaseExists, destination);
+  if (::link(growing.c_str(), path.c_str()) != 0) {
+    if (errno == EEXIST) fail(databaseExists, path);
     // A file system without hard links.
-    if (::rename(growing.c_str(), destination.c_str()) != 0) fail(diskOrNetwork);
+    if (::rename(growing.c_str(), path.c_str()) != 0) fail(diskOrNetwork);
     unfinished.finish();
   }
-  syncFolderOf(destination);
+  syncFolderOf(path);
+}
+
+void compactDatabaseFile(const std::string& source, const std::string& destination) {
+  Database from(source, Database::Mode::Read, Database::Sharing::NotInThisProcess);
+  struct stat attributes {};
+  if (::lstat(destination.c_str(), &attributes) == 0) fail(databaseExists, destination);
+  const bool damaged = from.examine() == Database::Health::Damaged;
+  buildDatabaseFile(destination, [&](Database& to) { copyContent(from, to, damaged); });
 }

@@ -1,11 +1,16 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "engine/database.h"
 
 /// A new database without tables, permanent when this returns. An existing file is refused (3204).
 void createDatabaseFile(const std::string& path);
+
+/// Makes a database file that `fill` fills, fast, since nothing of it counts before it is complete: it grows
+/// under another name in the same folder, and appears when it is on disk. An existing file is refused (3204).
+void buildDatabaseFile(const std::string& path, const std::function<void(Database&)>& fill);
 
 /// True for a file that this engine made. Inside a read transaction.
 bool isOurDatabase(Database& database);

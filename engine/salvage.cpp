@@ -225,32 +225,17 @@ void require(const jet::Catalog::Refusal& refusal) {
 }
 
 // Counters go on where the source's stand, so that no number is given again.
-void copyCounter(Database& from, Database& to, const jet::Table& source, const jet::Table& target) {
-  const auto stored = [](const jet::Table& table) {
-    const std::string name = table.sqlName.substr(8, table.sqlName.size() - 9);
-    std::string plain;
-    for (size_t i = 0; i < name.size(); ++i) {
-      plain += name[i];
-      if (name[i] == '"') ++i;
-    }
-    return plain;
-  };
+void copyCounter(Database& from, DatabaseCatalog& catalog, const jet::Table& source) {
+  const std::string quotedName = source.sqlName.substr(7);
+  std::string stored;
+  for (size_t i = 1; i + 1 < quotedName.size(); ++i) {
+    stored += quotedName[i];
+    if (quotedName[i] == '"') ++i;
+  }
   Statement read(from.handle(), "SELECT max(seq) FROM sqlite_sequence WHERE name = ?", Access::Read, 0);
-  const std::string sourceName = stored(source), targetName = stored(target);
-  read.bind(1, sourceName);
+  read.bind(1, stored);
   if (!read.step() || sqlite3_column_type(read.get(), 0) != SQLITE_INTEGER) return;
-  const int64_t last = read.integer(0);
-  Statement forget(to.handle(), "DELETE FROM sqlite_sequence WHERE name = ?1 AND seq < ?2", Access::Write, 0);
-  forget.bind(1, targetName);
-  forget.bind(2, last);
-  forget.step();
-  Statement write(to.handle(),
-                  "INSERT INTO sqlite_sequence(name, seq) SELECT ?1, ?2 WHERE NOT EXISTS(SELECT 1 FROM "
-                  "sqlite_sequence WHERE name = ?1)",
-                  Access::Write, 0);
-  write.bind(1, targetName);
-  write.bind(2, last);
-  write.step();
+  catalog.continueCounter(source.name, read.integer(0));
 }
 
 void copyIndexes(DatabaseCatalog& catalog, const jet::Table& source, bool damaged) {
@@ -275,9 +260,9 @@ void copyTable(Database& from, Database& to, DatabaseCatalog& catalog, const jet
     damaged ? rows.salvage() : rows.copyAll();
   }
   if (damaged) {
-    survives([&] { copyCounter(from, to, source, target); });
+    survives([&] { copyCounter(from, catalog, source); });
   } else {
-    copyCounter(from, to, source, target);
+    copyCounter(from, catalog, source);
   }
   copyIndexes(catalog, source, damaged);
 }

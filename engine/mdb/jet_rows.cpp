@@ -1,0 +1,32 @@
+#include "engine/mdb/jet_rows.h"
+
+#include "engine/collation.h"
+
+namespace mdb {
+
+JetRows::JetRows(JetFile& file, const char* table) {
+  if (const JetObject* object = file.findTable(table)) table_ = std::make_unique<JetTable>(file, *object);
+}
+
+bool JetRows::next() { return table_ && table_->next(row_); }
+
+const Stored* JetRows::find(const char* column) const {
+  const auto& columns = table_->shape().columns;
+  for (size_t i = 0; i < columns.size(); ++i) {
+    if (sameText(columns[i].name, column)) return &row_[i];
+  }
+  return nullptr;
+}
+
+int64_t JetRows::number(const char* column) const {
+  const Stored* value = find(column);
+  return value && value->kind == Stored::Kind::Integer ? value->integer : 0;
+}
+
+const std::string& JetRows::text(const char* column) const {
+  static const std::string none;
+  const Stored* value = find(column);
+  return value ? value->bytes : none;
+}
+
+}  // namespace mdb
