@@ -1,7 +1,10 @@
 #include "engine/engine_object.h"
 
+#include <filesystem>
+
 #include "engine/compact.h"
 #include "engine/definition.h"
+#include "engine/mdb/jet_kind.h"
 #include "platform/text/utf.h"
 
 COleSafeArray arrayOfNames(const std::vector<std::string>& names) {
@@ -85,11 +88,39 @@ void EngineObject::closeAll() {
   cursor_.reset();
   catalog_.reset();
   database_.reset();
+  snapshot_.reset();
 }
+
+namespace {
+
+[[noreturn]] void refuseToWriteJetFile(const std::string& path) {
+  const std::string made = std::filesystem::path(path).replace_extension(".kv").string();
+  throw jet::Failure{
+      {jet::readOnlyDatabase,
+       "'" + path + "' is a genuine Jet file, which can be read only. To write, run: zarbo-mdb import '" +
+           path + "' '" + made + "'",
+       std::nullopt}};
+}
+
+}  // namespace
 
 bool EngineObject::open(BSTR path, Database::Mode mode) {
   closeAll();
-  auto opened = std::make_unique<Database>(fullPath(viewOf(path)), mode);
+  const std::string file = fullPath(viewOf(path));
+  try {
+    return openFile(file, mode);
+  } catch (const jet::Failure& failure) {
+    if (failure.error.number != notADatabase || !mdb::isJetFile(file)) throw;
+  }
+  if (mode == Database::Mode::Write) refuseToWriteJetFile(file);
+  std::shared_ptr<const JetSnapshot> snapshot = JetSnapshot::of(file);
+  if (!openFile(snapshot->path(), mode)) fail(notADatabase, file);
+  snapshot_ = std::move(snapshot);
+  return true;
+}
+
+bool EngineObject::openFile(const std::string& path, Database::Mode mode) {
+  auto opened = std::make_unique<Database>(path, mode);
   if (opened->examine() == Database::Health::Damaged) return false;
   auto schema = std::make_unique<DatabaseCatalog>(*opened);
   {
@@ -122,7 +153,7 @@ HRESULT EngineObject::OpenPrivate(BSTR path, VARIANT_BOOL* readOnly, VARIANT_BOO
     try {
       good = open(path, Database::Mode::Write);
     } catch (const jet::Failure& failure) {
-      if (failure.error.number != noRight) throw;
+      if (failure.error.number != noRight && failure.error.number != jet::readOnlyDatabase) throw;
       good = open(path, Database::Mode::Read);
     }
     if (!good) fail(notADatabase, toUtf8(viewOf(path)));
@@ -162,7 +193,10 @@ HRESULT EngineObject::IsReadOnly(VARIANT_BOOL* readOnly) {
 }
 HRESULT EngineObject::ErrorPending(VARIANT_BOOL* pending) { return answer(pending, pending_.has_value()); }
 HRESULT EngineObject::ReservedFlag(VARIANT_BOOL* flag) { return answer(flag, cursor_ != nullptr); }
-HRESULT EngineObject::DatabaseName(BSTR* path) { return answer(path, database_ ? database_->path() : ""); }
+HRESULT EngineObject::DatabaseName(BSTR* path) {
+  if (snapshot_) return answer(path, snapshot_->source());
+  return answer(path, database_ ? database_->path() : "");
+}
 HRESULT EngineObject::CurrentTableName(BSTR* name) {
   return answer(name, cursor_ ? cursor_->tableName() : "");
 }

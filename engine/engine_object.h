@@ -8,6 +8,7 @@
 
 #include "engine/catalog.h"
 #include "engine/cursor.h"
+#include "engine/jet_snapshot.h"
 #include "platform/com/com_error.h"
 #include "zarbo/database/engine.h"
 
@@ -142,9 +143,11 @@ class EngineObject final : public IZbEngine {
   HRESULT seek(const std::vector<const VARIANT*>& keys, VARIANT* record, VARIANT_BOOL* ok);
   /// False when the file is damaged; nothing is open then.
   bool open(BSTR path, Database::Mode mode);
+  bool openFile(const std::string& path, Database::Mode mode);
   void closeAll();
 
   std::atomic<ULONG> references_ = 1;
+  std::shared_ptr<const JetSnapshot> snapshot_;  ///< when a genuine Jet file is open
   std::unique_ptr<Database> database_;
   std::unique_ptr<DatabaseCatalog> catalog_;
   std::unique_ptr<Cursor> cursor_;

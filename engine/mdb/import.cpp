@@ -31,9 +31,9 @@ class Import {
     for (const JetObject& object : file_.objects()) {
       if (isUsersTable(object)) importTable(object);
     }
-    importRelations();
-    importQueries();
-    tellTheRest();
+    attempt("The relations", [&] { importRelations(); });
+    attempt("The queries", [&] { importQueries(); });
+    attempt("The other objects", [&] { tellTheRest(); });
     transaction.commit();
     return result_;
   }
@@ -41,6 +41,13 @@ class Import {
  private:
   static bool isUsersTable(const JetObject& object) { return object.kind == MDB_TABLE && !object.system; }
   void lose(const std::string& what) { progress_.loss(what + "."); }
+
+  void attempt(const char* what, const std::function<void()>& work) try {
+    work();
+  } catch (const JetError& error) {
+    if (!options_.keepGoing) throw;
+    lose(what + std::string(" can't be read whole: ") + error.what());
+  }
 
   static size_t rowsOf(const JetObject& object) {
     MdbTableDef* table = mdb_read_table(object.entry);
@@ -60,8 +67,8 @@ class Import {
       const BrokenRules before = broken;
       copyTable(table, broken);
       if (broken == before) {
-        target_.execute("RELEASE jet_table", Access::Write);
         finish(table, broken);
+        target_.execute("RELEASE jet_table", Access::Write);
         return;
       }
       // Once more, without the rules that rows turned out to break.
@@ -151,6 +158,10 @@ class Import {
   void finish(const JetTable& source, const BrokenRules& broken) {
     const std::string& name = source.shape().name;
     const std::string of = " of the table '" + name + "'";
+    if (const std::string missing = source.missing(); !missing.empty()) {
+      if (!options_.keepGoing) throw JetError(missing);
+      lose("The table '" + name + "' is not whole: " + missing);
+    }
     ++result_.tables;
     for (const std::string& loss : source.losses()) lose("Not imported" + of + ": " + loss);
     for (size_t column : broken.nulls)
@@ -159,11 +170,6 @@ class Import {
     if (broken.counter) lose("The counter" + of + " became a number: its values repeat or are missing");
     for (const auto& [what, times] : source.changedValues())
       lose("Changed" + of + ", " + std::to_string(times) + " times: " + what);
-    if (source.damagedRows() > 0)
-      lose("Damaged" + of + ": " + std::to_string(source.damagedRows()) + " rows could not be read");
-    else if (source.rowsRead() != source.declaredRows())
-      lose("The table '" + name + "' says that it has " + std::to_string(source.declaredRows()) + " rows; " +
-           std::to_string(source.rowsRead()) + " were found");
     if (!broken.counter) catalog_.continueCounter(name, source.lastCounter());
     catalog_.storeIndexes(name, [&](const jet::Index& index) {
       lose("The index '" + index.name + "'" + of + " doesn't refuse equal values: the rows have some");
@@ -203,10 +209,10 @@ class Import {
     constexpr std::pair<int, const char*> kinds[] = {
         {MDB_FORM, "forms"}, {MDB_REPORT, "reports"}, {MDB_MACRO, "macros"}, {MDB_MODULE, "modules"}};
     for (const auto& [kind, name] : kinds) {
-      const auto count =
-          std::count_if(file_.objects().begin(), file_.objects().end(),
-                        [&, wanted = kind](const JetObject& each) { return each.kind == wanted; });
-      if (count > 0) lose("Not imported: " + std::to_string(count) + " " + name);
+      const auto count = std::count_if(
+          file_.objects().begin(), file_.objects().end(),
+          [&, wanted = kind](const JetObject& each) { return each.kind == wanted && !each.system; });
+      if (count > 0) lose("Not imported: " + std::string(name) + " (" + std::to_string(count) + ")");
     }
   }
 

@@ -15,7 +15,7 @@ struct ImportProgress {
 };
 
 struct ImportOptions {
-  /// Goes on behind a table that can't be read, which is then a loss.
+  /// What can't be read, or not whole, becomes a loss, and the rest is read. Otherwise it is an error.
   bool keepGoing = false;
 };
 

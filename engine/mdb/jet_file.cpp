@@ -5,6 +5,7 @@
 #include <cstdio>
 
 #include "engine/collation.h"
+#include "engine/mdb/jet_kind.h"
 #include "engine/mdb/jet_values.h"
 
 namespace mdb {
@@ -12,9 +13,13 @@ namespace {
 
 constexpr size_t mostLongBytes = size_t{1} << 30;
 
-// Where the name of the file's kind stands, and both kinds.
-constexpr size_t kindOffset = 4;
-constexpr std::string_view kinds[] = {"Standard Jet DB", "Standard ACE DB"};
+/// Also hidden tables behind attachments, and what forms keep for themselves.
+bool isSystems(const MdbCatalogEntry& entry) {
+  constexpr unsigned systemFlags = 0x80000002;
+  const std::string_view name = entry.object_name;
+  return static_cast<unsigned>(entry.flags) & systemFlags || name.starts_with("MSys") ||
+         name.starts_with("~");
+}
 
 std::string converted(const std::string& codePage, ByteView bytes) {
   const iconv_t conversion = iconv_open("UTF-8//TRANSLIT", codePage.c_str());
@@ -35,15 +40,6 @@ std::string converted(const std::string& codePage, ByteView bytes) {
 
 }  // namespace
 
-bool isJetFile(const std::string& path) {
-  std::array<char, 20> head{};
-  const std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "rb"), std::fclose);
-  if (!file || std::fread(head.data(), 1, head.size(), file.get()) != head.size()) return false;
-  return std::any_of(std::begin(kinds), std::end(kinds), [&](std::string_view kind) {
-    return std::string_view(head.data() + kindOffset, kind.size()) == kind;
-  });
-}
-
 JetFile::JetFile(const std::string& path) : path_(path) {
   if (!isJetFile(path)) throw JetError("'" + path + "' is no Jet database");
   handle_.reset(mdb_open(path.c_str(), MDB_NOFLAGS));
@@ -61,10 +57,7 @@ void JetFile::readCatalog() {
   if (!mdb_read_catalog(handle_.get(), MDB_ANY)) throw JetError("the catalog of '" + path_ + "'");
   for (unsigned i = 0; i < handle_->num_catalog; ++i) {
     auto* entry = static_cast<MdbCatalogEntry*>(g_ptr_array_index(handle_->catalog, i));
-    JetObject object{entry->object_name, entry->object_type, mdb_is_system_table(entry) != 0, entry};
-    // Tables behind multi-valued fields are flagged otherwise, but no user's.
-    if (object.name.starts_with("f_") && (entry->flags & 0x800A0000)) object.system = true;
-    objects_.push_back(std::move(object));
+    objects_.push_back({entry->object_name, entry->object_type, isSystems(*entry), entry});
   }
   if (objects_.empty()) throw JetError("the catalog of '" + path_ + "' is empty; the file may be encrypted");
 }

@@ -14,9 +14,6 @@
 
 namespace mdb {
 
-/// True when the file's first bytes are those of a Jet or ACE database. Reads no more than these.
-bool isJetFile(const std::string& path);
-
 /// An entry of the file's catalog.
 struct JetObject {
   std::string name;

@@ -8,7 +8,13 @@ JetRows::JetRows(JetFile& file, const char* table) {
   if (const JetObject* object = file.findTable(table)) table_ = std::make_unique<JetTable>(file, *object);
 }
 
-bool JetRows::next() { return table_ && table_->next(row_); }
+bool JetRows::next() {
+  if (!table_) return false;
+  if (table_->next(row_)) return true;
+  if (const std::string missing = table_->missing(); !missing.empty())
+    throw JetError("the system table '" + table_->shape().name + "': " + missing);
+  return false;
+}
 
 const Stored* JetRows::find(const char* column) const {
   const auto& columns = table_->shape().columns;

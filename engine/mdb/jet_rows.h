@@ -9,6 +9,7 @@ class JetRows {
  public:
   JetRows(JetFile& file, const char* table);
 
+  /// Fails at the end when rows are missing.
   bool next();
   /// 0 and "" stand for null, and for a column that this version of the format doesn't have.
   int64_t number(const char* column) const;

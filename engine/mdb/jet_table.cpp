@@ -197,6 +197,13 @@ bool JetTable::next(std::vector<Stored>& row) {
   }
 }
 
+std::string JetTable::missing() const {
+  if (damagedRows_ > 0) return std::to_string(damagedRows_) + " rows are damaged";
+  if (rowsRead_ >= declaredRows()) return "";
+  return "it says that it has " + std::to_string(declaredRows()) + " rows, but only " +
+         std::to_string(rowsRead_) + " were found";
+}
+
 // A value that can't be read is lost, its row is not.
 Stored JetTable::value(const Field& field, const jet::Column& shape, const MdbField& found) try {
   const MdbColumn& column = *field.column;

@@ -27,6 +27,8 @@ class JetTable {
   /// Rows that could not be read, of those that `next` has passed.
   size_t damagedRows() const { return damagedRows_; }
   size_t rowsRead() const { return rowsRead_; }
+  /// After the last row: what is missing of the table, "" when nothing is.
+  std::string missing() const;
   /// Values of rows that were read but came over changed: why, and how often.
   const std::map<std::string, size_t>& changedValues() const { return changedValues_; }
 

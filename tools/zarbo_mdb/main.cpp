@@ -163,9 +163,8 @@ int runExport(const Command& command) {
     for (const std::string& loss : table.losses()) report.note("Not exported: " + loss + ".");
     for (const auto& [what, times] : table.changedValues())
       report.note("Changed, " + std::to_string(times) + " times: " + what + ".");
-    if (table.damagedRows() > 0)
-      throw mdb::JetError(std::to_string(table.damagedRows()) + " rows of the table '" + object->name +
-                          "' could not be read");
+    if (const std::string missing = table.missing(); !missing.empty())
+      throw mdb::JetError("the table '" + object->name + "': " + missing);
     return 0;
   });
 }
@@ -180,7 +179,7 @@ int main(int argc, char** argv) {
   auto* import = app.add_subcommand("import", "make a Zarbo database of a Jet file");
   import->add_option("SOURCE", command.source, "the Jet file; it is only read")->required();
   import->add_option("TARGET", command.target, "the new database")->required();
-  import->add_flag("--keep-going", command.keepGoing, "leave out a table that can't be read, and say so");
+  import->add_flag("--keep-going", command.keepGoing, "leave out what can't be read, and say so");
   import->add_flag("--quiet", command.quiet, "print errors only");
   auto* info = app.add_subcommand("info", "tell what a Jet file holds");
   info->add_option("FILE", command.source, "the Jet file")->required();
