@@ -183,8 +183,9 @@ void variantOf(const Cell& cell, const char* bytes, jet::Type type, VARIANT& res
       result.iVal = static_cast<SHORT>(cell.integer);
       return;
     case jet::Type::Currency:
-      result.vt = VT_CY;
-      result.cyVal.int64 = isReal ? static_cast<int64_t>(std::llround(number)) : cell.integer;
+      // Callers read no currency variants: an amount would reach LISP as nil.
+      result.vt = VT_R8;
+      result.dblVal = (isReal ? number : static_cast<double>(cell.integer)) / 10000;
       return;
     case jet::Type::Single:
       result.vt = VT_R4;

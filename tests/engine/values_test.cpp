@@ -55,7 +55,7 @@ TEST_F(ValuesTest, KeepsValuesInTheTypeOfTheColumn) {
       {L"d", COleVariant(0.1), 0, VT_R8, L"0.1"},
       {L"d", COleVariant(std::nan("")), 3421},
       {L"d", COleVariant(INFINITY), 3421},
-      {L"c", COleVariant(12.34567), 0, VT_CY, L"12.3457"},
+      {L"c", COleVariant(12.34567), 0, VT_R8, L"12.3457"},
       {L"c", COleVariant(1e18), 3349},
       {L"when", COleVariant(L"2023-03-15 18:00"), 0, VT_DATE, L"3/15/2023 6:00:00 PM"},
       {L"when", COleVariant(L"soon"), 3421},
