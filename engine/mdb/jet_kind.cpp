@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <string_view>
 
@@ -12,6 +13,9 @@ bool isJetFile(const std::string& path) {
   // Where the name of the file's kind stands, and both kinds.
   constexpr size_t kindOffset = 4;
   constexpr std::string_view kinds[] = {"Standard Jet DB", "Standard ACE DB"};
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error))
+    return false;  // opening a pipe would wait for its other end
   std::array<char, 20> head{};
   const std::unique_ptr<FILE, int (*)(FILE*)> file(std::fopen(path.c_str(), "rbe"), std::fclose);
   if (!file || std::fread(head.data(), 1, head.size(), file.get()) != head.size()) return false;
