@@ -8,6 +8,7 @@
 #include "host/bridge/document_lisp.h"
 #include "host/calls/command_line.h"
 #include "host/calls/variables.h"
+#include "host/commands/command_functions.h"
 #include "host/documents/documents.h"
 #include "host/editor/editor_functions.h"
 #include "host/rx/modules.h"
@@ -71,6 +72,7 @@ Session::Session(const Options& options) {
     defineScriptFunctions(made->interpreter());
     defineEditorFunctions(made->interpreter());
     defineAccessFunctions(made->interpreter());
+    defineCommandFunctions(made->interpreter());
     return made;
   });
   openDrawings(options);

@@ -157,6 +157,11 @@ double julianDate() {
   return dayOfEpoch + static_cast<double>(day.time_since_epoch().count()) + secondsOfDay(now) / 86400;
 }
 
+std::map<std::wstring, std::function<VariableValue()>, std::less<>>& computedElsewhere() {
+  static std::map<std::wstring, std::function<VariableValue()>, std::less<>> all;
+  return all;
+}
+
 /// "DWGNAME" and others that are asked for when they are read; nothing for other names.
 std::optional<VariableValue> computed(std::wstring_view name) {
   if (name == L"ACADPREFIX") {
@@ -182,6 +187,8 @@ std::optional<VariableValue> computed(std::wstring_view name) {
     const auto now = duration_cast<milliseconds>(steady_clock::now().time_since_epoch());
     return static_cast<int>(now.count() & 0x7FFFFFFF);
   }
+  const auto elsewhere = computedElsewhere().find(name);
+  if (elsewhere != computedElsewhere().end()) return elsewhere->second();
   return std::nullopt;
 }
 
@@ -214,6 +221,14 @@ SetVariable setVariable(std::wstring_view name, const VariableValue& value) {
   if (variable.value.index() != value.index()) return SetVariable::wrongType;
   variable.value = value;
   return SetVariable::done;
+}
+
+void setHostVariable(std::wstring_view name, const VariableValue& value) {
+  stored()[upper(name)].value = value;
+}
+
+void defineComputedVariable(std::wstring_view name, std::function<VariableValue()> value) {
+  computedElsewhere()[upper(name)] = std::move(value);
 }
 
 const std::vector<std::wstring>& supportPath() { return folders(); }

@@ -41,8 +41,7 @@ Task<Answer> acquire(InputSource& source, Request request) {
     } else {
       const Answer& answer = std::get<Answer>(meaning);
       if (answer.status == RTKWORD) setLastKeyword(answer.text);
-      const bool isPoint = request.wanted == Wanted::point || request.wanted == Wanted::entity;
-      if (answer.given() && isPoint) keepLastPoint(answer.point);
+      if (answer.given() && answer.pointGiven) keepLastPoint(answer.point);
       co_return answer;
     }
   }

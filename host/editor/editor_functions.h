@@ -11,5 +11,6 @@ void defineEditorFunctions(lisp::Interpreter& interpreter);
 
 // A table for each subject.
 std::span<const lisp::Builtin> getFunctions();
+std::span<const lisp::Builtin> selectFunctions();
 
 }  // namespace host

@@ -17,6 +17,8 @@ class InputSource {
   virtual bool ready() const = 0;
   /// Only when ready.
   virtual InputItem take(Wanted wanted) = 0;
+  /// Nothing more will come, so that a selection is complete although nobody has said so.
+  virtual bool endsSelection() const { return false; }
 
   std::coroutine_handle<> waiting;
 };

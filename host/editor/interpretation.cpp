@@ -31,6 +31,7 @@ Answer keywordAnswer(std::wstring keyword) {
 Answer pointAnswer(const AcGePoint3d& point) {
   Answer answer = given();
   answer.point = point;
+  answer.pointGiven = true;
   return answer;
 }
 
@@ -109,7 +110,7 @@ class Interpreter {
     if (request_.wanted != Wanted::entity) {
       return picked.point ? (*this)(*picked.point) : refusal();
     }
-    Answer answer = pointAnswer(picked.point.value_or(rules_.last));
+    Answer answer = picked.point ? pointAnswer(*picked.point) : given();
     answer.entity = picked.entity;
     return answer;
   }

@@ -59,7 +59,9 @@ struct Answer {
   int integer = 0;
   /// A text, or the keyword of `RTKWORD`.
   std::wstring text;
+  /// With a null entity, a pick at the point.
   AcDbObjectId entity;
+  bool pointGiven = false;
   bool given() const;
 };
 

@@ -9,6 +9,8 @@ namespace host {
 
 /// A piece of work that may wait for input in its middle. A task runs when it is awaited, or when its owner
 /// starts it; destroying it where it waits abandons it with all that it awaits.
+///
+/// g++ 12 destroys an aggregate that is made in braces within the awaited expression twice: name it first.
 template <class T = void>
 class Task;
 

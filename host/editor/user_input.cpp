@@ -144,6 +144,8 @@ InputItem UserInput::take(Wanted wanted) {
   return Cancel{};
 }
 
+bool UserInput::endsSelection() const { return scriptQueues().input.empty() && !lineReader(); }
+
 UserInput& userInput() {
   static UserInput instance;
   return instance;

@@ -17,6 +17,7 @@ class UserInput : public InputSource {
   void say(const std::wstring& text) override;
   bool ready() const override { return true; }
   InputItem take(Wanted wanted) override;
+  bool endsSelection() const override;
 
  private:
   std::wstring shown_;

@@ -1,0 +1,110 @@
+#include "host/commands/block_files.h"
+#include "host/commands/commands.h"
+#include "host/commands/drawing_edit.h"
+
+namespace host {
+namespace {
+
+constexpr int noNull = 1, noZero = 2;
+
+struct Placing {
+  AcGeScale3d scale;
+  double rotation = 0;
+  /// Prompts that an option has answered already.
+  bool scaled = false, rotated = false;
+};
+
+/// Options before the insertion point answer later prompts.
+Task<AcGePoint3d> askInsertionPoint(CommandInput& input, Placing& placing) {
+  while (true) {
+    const Answer at = co_await input.point(L"\nSpecify insertion point or [Scale/X/Y/Z/Rotate]: ", {},
+                                           L"Scale X Y Z Rotate", noNull);
+    if (at.given()) co_return at.point;
+    if (at.text == L"Rotate") {
+      const Answer turn = co_await input.number(Wanted::orientation, L"\nSpecify rotation angle <0>: ");
+      placing.rotation = turn.given() ? turn.real : 0;
+      placing.rotated = true;
+      continue;
+    }
+    const Answer factor =
+        co_await input.number(Wanted::real, L"\nSpecify scale factor <1>: ", {}, {}, noZero);
+    const double value = factor.given() ? factor.real : 1;
+    if (at.text == L"Scale" || at.text == L"X") placing.scale.sx = value;
+    if (at.text == L"Scale" || at.text == L"Y") placing.scale.sy = value;
+    if (at.text == L"Scale" || at.text == L"Z") placing.scale.sz = value;
+    placing.scaled = true;
+  }
+}
+
+Task<> askScale(CommandInput& input, Placing& placing, AcGePoint3d at) {
+  const Answer x = co_await input.number(
+      Wanted::real, L"\nEnter X scale factor, specify opposite corner, or [XYZ] <1>: ", at, L"XYZ", noZero);
+  placing.scale.sx = x.given() ? x.real : 1;
+  const Answer y =
+      co_await input.number(Wanted::real, L"\nEnter Y scale factor <use X scale factor>: ", at, {}, noZero);
+  placing.scale.sy = y.given() ? y.real : placing.scale.sx;
+  placing.scale.sz = placing.scale.sx;
+  if (x.status != RTKWORD) co_return;
+  const Answer z =
+      co_await input.number(Wanted::real, L"\nEnter Z scale factor <use X scale factor>: ", at, {}, noZero);
+  if (z.given()) placing.scale.sz = z.real;
+}
+
+Task<> insert(CommandInput& input) {
+  const std::wstring name = co_await input.text(L"\nEnter block name: ");
+  std::wstring problem;
+  const AcDbObjectId block = findOrLoadBlock(name, problem);
+  if (block.isNull()) {
+    input.say(L"\n" + problem);
+    throw CommandFailed();
+  }
+  Placing placing;
+  const AcGePoint3d at = co_await askInsertionPoint(input, placing);
+  if (!placing.scaled) co_await askScale(input, placing, at);
+  if (!placing.rotated) {
+    const Answer turn = co_await input.number(Wanted::orientation, L"\nSpecify rotation angle <0>: ", at);
+    placing.rotation = turn.given() ? turn.real : 0;
+  }
+  auto made = std::make_unique<AcDbBlockReference>(at, block);
+  made->setScaleFactors(placing.scale);
+  made->setRotation(placing.rotation);
+  addEntity(std::move(made));
+}
+
+AcDbObjectId newBlock(const std::wstring& name, const AcGePoint3d& origin) {
+  AcDbObjectPointer<AcDbBlockTable> table(acdbHostWorkingDatabase()->tableId(AcDbBlockTable::desc()),
+                                          AcDb::kForWrite);
+  auto record = std::make_unique<AcDbBlockTableRecord>();
+  AcDbObjectId id;
+  if (!table.object() || record->setName(name.c_str()) != Acad::eOk) return {};
+  record->setOrigin(origin);
+  if (table->add(id, record.get()) != Acad::eOk) return {};
+  record.release()->close();
+  return id;
+}
+
+/// The chosen entities become the block, and leave the drawing.
+Task<> block(CommandInput& input) {
+  const std::wstring name = co_await input.text(L"\nEnter block name: ");
+  if (name.empty() || !findBlock(name).isNull()) {
+    input.say(L"\nBlock \"" + name + L"\" already exists or has no name.");
+    throw CommandFailed();
+  }
+  const Answer base = co_await input.point(L"\nSpecify insertion base point: ", {}, {}, noNull);
+  const Entities chosen = co_await input.objects();
+  const AcDbObjectId id = newBlock(name, base.point);
+  if (id.isNull()) {
+    input.say(L"\nInvalid block name.");
+    throw CommandFailed();
+  }
+  copyAll(chosen, id);
+  eraseAll(chosen);
+}
+
+constexpr Command rows[] = {{L"INSERT", insert}, {L"BLOCK", block}};
+
+}  // namespace
+
+std::span<const Command> blockCommands() { return rows; }
+
+}  // namespace host

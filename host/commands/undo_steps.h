@@ -1,0 +1,16 @@
+#pragma once
+
+#include "host/editor/drawing_state.h"
+
+namespace host {
+
+/// The places to which UNDO goes back: starts of commands, marks of the user, and groups that count as one.
+
+void beginUndoStep(DrawingState& state);
+void addUndoMark(DrawingState& state, UndoStep::Kind kind);
+/// Takes back the last command or group; false when there is nothing left.
+bool undoOne(DrawingState& state);
+/// Takes everything back to the user's last mark, or to the start; whether there was a mark.
+bool undoToMark(DrawingState& state);
+
+}  // namespace host

@@ -1,0 +1,146 @@
+#include "host/editor/outline.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cwchar>
+
+#include "brx/db_block.h"
+
+namespace host {
+namespace {
+
+constexpr double fullTurn = 6.283185307179586477;
+constexpr int chordsOfTurn = 256;
+/// A drawing that refers to itself through damaged data must not recurse for ever.
+constexpr size_t deepestNesting = 64;
+
+AcGePoint2d fromAbove(const AcGePoint3d& point) { return {point.x, point.y}; }
+
+/// Takes what entities draw, and keeps its look from above.
+class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEntityTraits {
+ public:
+  explicit OutlineMaker(const VisibleLayers& layers) : layers_(layers) { transforms_.emplace_back(); }
+
+  Outline take(AcDbEntity& entity) {
+    enter(entity);
+    entity.worldDraw(this);
+    return std::move(made_);
+  }
+
+  AcGiGeometry& geometry() const override { return const_cast<OutlineMaker&>(*this); }
+  AcGiSubEntityTraits& subEntityTraits() const override { return const_cast<OutlineMaker&>(*this); }
+
+  bool polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*, Adesk::Int64) override {
+    for (Adesk::UInt32 i = 0; i + 1 < count; ++i) add(PlaneSegment{seen(points[i]), seen(points[i + 1])});
+    return false;
+  }
+  bool polygon(Adesk::UInt32 count, const AcGePoint3d* points) override {
+    PlaneArea area;
+    for (Adesk::UInt32 i = 0; i < count; ++i) area.corners.push_back(seen(points[i]));
+    if (count > 0) add(std::move(area));
+    return false;
+  }
+  bool circle(const AcGePoint3d& centre, double radius, const AcGeVector3d& normal) override {
+    return circularArc(centre, radius, normal, AcGeMatrix3d::planeToWorld(normal) * AcGeVector3d::kXAxis,
+                       fullTurn);
+  }
+  bool circularArc(const AcGePoint3d& centre, double radius, const AcGeVector3d& normal,
+                   const AcGeVector3d& start, double sweep) override {
+    const AcGeVector3d along = start.normal();
+    addArc(top() * centre, top() * (along * radius), top() * (normal.normal().crossProduct(along) * radius),
+           sweep);
+    return false;
+  }
+  bool text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
+            double height, double widthFactor, double, const ACHAR* text, const AcDbObjectId&) override {
+    // Letters are two thirds as wide as high, on average of the usual fonts.
+    const double width = height * widthFactor * static_cast<double>(std::wcslen(text)) * 2 / 3;
+    const AcGeVector3d along = direction.normal() * width,
+                       up = normal.normal().crossProduct(direction.normal()) * height;
+    const AcGePoint3d corners[] = {position, position + along, position + along + up, position + up};
+    return polygon(4, corners);
+  }
+  bool draw(AcGiDrawable* drawable) override {
+    auto* const entity = AcDbEntity::cast(drawable);
+    if (!entity || references_.size() > deepestNesting) return false;
+    const bool hidden = entity->visibility() == AcDb::kInvisible ||
+                        (!layers_.isZero(entity->layerId()) && !layers_.of(entity->layerId()).isVisible());
+    if (hidden) return false;
+    const size_t former = source_;
+    references_.insert(references_.begin(), made_.sources[former].entity);
+    enter(*entity);
+    entity->worldDraw(this);
+    references_.erase(references_.begin());
+    source_ = former;
+    return false;
+  }
+  void pushModelTransform(const AcGeMatrix3d& matrix) override {
+    transforms_.push_back(transforms_.back() * matrix);
+  }
+  void popModelTransform() override {
+    if (transforms_.size() > 1) transforms_.pop_back();
+  }
+
+  Adesk::UInt16 color() const override { return 256; }
+  void setColor(Adesk::UInt16) override {}
+  void setTrueColor(Adesk::UInt32) override {}
+  AcDbObjectId layerId() const override { return {}; }
+  void setLayer(const AcDbObjectId&) override {}
+  void setLineType(const AcDbObjectId&) override {}
+  void setLineTypeScale(double) override {}
+  void setLineWeight(int) override {}
+  void setFillType(AcGiFillType) override {}
+
+ private:
+  const AcGeMatrix3d& top() const { return transforms_.back(); }
+  AcGePoint2d seen(const AcGePoint3d& point) const { return fromAbove(top() * point); }
+
+  void enter(const AcDbEntity& entity) {
+    source_ = made_.sources.size();
+    made_.sources.push_back({entity.objectId(), top(), references_});
+  }
+
+  template <class Shape>
+  void add(Shape shape) {
+    made_.pieces.push_back({std::move(shape), source_});
+  }
+
+  /// `x` and `y` are radii at a right angle to each other before the transform, `x` to the start.
+  void addArc(const AcGePoint3d& centre, const AcGeVector3d& x, const AcGeVector3d& y, double sweep) {
+    constexpr double roundness = 1e-9;
+    const double radius = x.length(), slack = roundness * std::max(1.0, radius);
+    sweep = std::min(sweep, fullTurn);
+    const bool isRound = std::abs(radius - y.length()) <= slack && std::abs(x.z) <= slack &&
+                         std::abs(y.z) <= slack &&
+                         std::abs(x.dotProduct(y)) <= roundness * std::max(1.0, radius * radius);
+    if (!isRound) return addChords(centre, x, y, sweep);
+    const bool toTheLeft = x.x * y.y - x.y * y.x >= 0;
+    const double start = x.convert2d().angle();
+    add(PlaneArc{fromAbove(centre), radius, toTheLeft ? start : start - sweep, sweep});
+  }
+
+  void addChords(const AcGePoint3d& centre, const AcGeVector3d& x, const AcGeVector3d& y, double sweep) {
+    const int count = std::max(1, static_cast<int>(std::ceil(chordsOfTurn * sweep / fullTurn)));
+    AcGePoint2d former = fromAbove(centre + x);
+    for (int i = 1; i <= count; ++i) {
+      const double angle = sweep * i / count;
+      const AcGePoint2d next = fromAbove(centre + x * std::cos(angle) + y * std::sin(angle));
+      add(PlaneSegment{former, next});
+      former = next;
+    }
+  }
+
+  const VisibleLayers& layers_;
+  std::vector<AcGeMatrix3d> transforms_;
+  std::vector<AcDbObjectId> references_;
+  size_t source_ = 0;
+  Outline made_;
+};
+
+}  // namespace
+
+Outline outlineOf(AcDbEntity& entity, const VisibleLayers& layers) {
+  return OutlineMaker(layers).take(entity);
+}
+
+}  // namespace host

@@ -1,0 +1,113 @@
+#include "host/editor/search.h"
+
+#include <algorithm>
+
+#include "brx/db_block.h"
+#include "host/calls/variables.h"
+
+namespace host {
+namespace {
+
+PlaneBox boxOf(const AcDbExtents& extents) {
+  PlaneBox box;
+  box.add({extents.minPoint().x, extents.minPoint().y});
+  box.add({extents.maxPoint().x, extents.maxPoint().y});
+  return box;
+}
+
+/// Texts show a little beyond their extents, which their box must not lose.
+bool mayTouch(const AcDbEntity& entity, const Region& region) {
+  AcDbExtents extents;
+  if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) return true;
+  return region.bounds().meets(boxOf(extents));
+}
+
+bool liesIn(const Outline& outline, const Region& region, Lies lies) {
+  const auto matches = [&](const Outline::Piece& piece) {
+    return std::visit(
+        [&](const auto& shape) { return lies == Lies::wholly ? region.holds(shape) : region.touches(shape); },
+        piece.shape);
+  };
+  if (lies == Lies::partly) return std::any_of(outline.pieces.begin(), outline.pieces.end(), matches);
+  return !outline.pieces.empty() && std::all_of(outline.pieces.begin(), outline.pieces.end(), matches);
+}
+
+double numberOr(std::wstring_view name, double otherwise) {
+  const auto value = getVariable(name);
+  if (!value) return otherwise;
+  if (const int* const whole = std::get_if<int>(&*value)) return *whole;
+  const double* const real = std::get_if<double>(&*value);
+  return real ? *real : otherwise;
+}
+
+bool isShown(const AcDbEntity& entity, const VisibleLayers::State& layer) {
+  return layer.isVisible() && entity.visibility() == AcDb::kVisible;
+}
+
+const std::vector<AcDbObjectId>* entityIdsOf(AcDbObjectId space) {
+  AcDbObjectPointer<AcDbBlockTableRecord> record(space);
+  return record.object() ? &record->entityIds() : nullptr;
+}
+
+std::vector<AcDbObjectId> spacesOf(AcDbDatabase& drawing, Spaces spaces) {
+  std::vector<AcDbObjectId> found = {drawing.modelSpaceId()};
+  if (spaces == Spaces::current) return found;
+  AcDbObjectPointer<AcDbBlockTable> table(drawing.tableId(AcDbBlockTable::desc()));
+  if (!table.object()) return found;
+  for (const AcDbObjectId& id : table->recordIds()) {
+    AcDbObjectPointer<AcDbBlockTableRecord> record(id);
+    if (record.object() && record->isLayout() && !(id == found.front())) found.push_back(id);
+  }
+  return found;
+}
+
+}  // namespace
+
+void forEachEntity(AcDbDatabase& drawing, Spaces spaces,
+                   const std::function<void(AcDbEntity&, VisibleLayers::State)>& visit) {
+  const VisibleLayers layers(drawing);
+  for (const AcDbObjectId& space : spacesOf(drawing, spaces)) {
+    const auto* const ids = entityIdsOf(space);
+    if (!ids) continue;
+    for (const AcDbObjectId& id : *ids) {
+      AcDbObjectPointer<AcDbEntity> entity(id);
+      if (entity.object()) visit(*entity, layers.of(entity->layerId()));
+    }
+  }
+}
+
+std::vector<AcDbObjectId> entitiesIn(AcDbDatabase& drawing, const Region& region, Lies lies) {
+  std::vector<AcDbObjectId> found;
+  const VisibleLayers layers(drawing);
+  forEachEntity(drawing, Spaces::current, [&](AcDbEntity& entity, VisibleLayers::State layer) {
+    if (!isShown(entity, layer) || !mayTouch(entity, region)) return;
+    if (liesIn(outlineOf(entity, layers), region, lies)) found.push_back(entity.objectId());
+  });
+  return found;
+}
+
+Region apertureAt(const AcGePoint3d& point) {
+  constexpr double screenHeight = 1000;  // pixels of a view that nobody has sized
+  const double half = numberOr(L"PICKBOX", 3) * numberOr(L"VIEWSIZE", 9) / screenHeight;
+  return Region::box({point.x - half, point.y - half}, {point.x + half, point.y + half});
+}
+
+std::optional<Hit> entityAt(AcDbDatabase& drawing, const AcGePoint3d& point) {
+  const VisibleLayers layers(drawing);
+  const Region aperture = apertureAt(point);
+  const auto* const ids = entityIdsOf(drawing.modelSpaceId());
+  if (!ids) return std::nullopt;
+  for (auto each = ids->rbegin(); each != ids->rend(); ++each) {
+    AcDbObjectPointer<AcDbEntity> entity(*each);
+    if (!entity.object() || !isShown(*entity, layers.of(entity->layerId()))) continue;
+    if (!mayTouch(*entity, aperture)) continue;
+    const Outline outline = outlineOf(*entity, layers);
+    for (const Outline::Piece& piece : outline.pieces) {
+      if (!std::visit([&](const auto& shape) { return aperture.touches(shape); }, piece.shape)) continue;
+      return Hit{*each, outline.sources[piece.source]};
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace host
