@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwchar>
 
 #include "brx/db_block.h"
+#include "host/text/format.h"
 
 namespace host {
 namespace {
@@ -15,6 +15,16 @@ constexpr int chordsOfTurn = 256;
 constexpr size_t deepestNesting = 64;
 
 AcGePoint2d fromAbove(const AcGePoint3d& point) { return {point.x, point.y}; }
+
+text::Format formatOf(const AcGiTextStyle& style) {
+  text::Format format;
+  format.font = &text::fontNamed(style.fileName(), style.isBold(), style.isItalic());
+  format.height = style.textSize();
+  format.widthFactor = style.xScale();
+  format.oblique = style.obliquingAngle();
+  format.tracking = style.trackingPercent();
+  return format;
+}
 
 /// Takes what entities draw, and keeps its look from above.
 class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEntityTraits {
@@ -51,13 +61,19 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
            sweep);
     return false;
   }
+  /// The box around the letters, at least as high as capitals.
   bool text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
-            double height, double widthFactor, double, const ACHAR* text, const AcDbObjectId&) override {
-    // Letters are two thirds as wide as high, on average of the usual fonts.
-    const double width = height * widthFactor * static_cast<double>(std::wcslen(text)) * 2 / 3;
-    const AcGeVector3d along = direction.normal() * width,
-                       up = normal.normal().crossProduct(direction.normal()) * height;
-    const AcGePoint3d corners[] = {position, position + along, position + along + up, position + up};
+            const ACHAR* letters, Adesk::Int32 length, bool, const AcGiTextStyle& style) override {
+    const text::Format format = formatOf(style);
+    const std::wstring_view shown =
+        length < 0 ? std::wstring_view(letters) : std::wstring_view(letters, static_cast<size_t>(length));
+    const text::Measure size = measure(shown, format);
+    if (shown.empty()) return false;
+    const AcGeVector3d along = direction.normal() * size.advance,
+                       up = normal.normal().crossProduct(direction.normal());
+    const AcGePoint3d low = position + up * std::min(size.bottom, 0.0),
+                      high = position + up * std::max(size.top, format.height);
+    const AcGePoint3d corners[] = {low, low + along, high + along, high};
     return polygon(4, corners);
   }
   bool draw(AcGiDrawable* drawable) override {

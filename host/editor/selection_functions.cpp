@@ -175,9 +175,8 @@ Value ssGetFirst(const Call&) {
 }
 
 constexpr lisp::Builtin rows[] = {
-    {L"entsel", entSel, 0, 1},         {L"nentsel", nEntSel, 0, 1},       {L"nentselp", nEntSelP, 0, 2},
-    {L"ssget", ssGet, 0, 4},
-    {L"sssetfirst", ssSetFirst, 1, 2}, {L"ssgetfirst", ssGetFirst, 0, 0},
+    {L"entsel", entSel, 0, 1}, {L"nentsel", nEntSel, 0, 1},       {L"nentselp", nEntSelP, 0, 2},
+    {L"ssget", ssGet, 0, 4},   {L"sssetfirst", ssSetFirst, 1, 2}, {L"ssgetfirst", ssGetFirst, 0, 0},
 };
 
 }  // namespace
