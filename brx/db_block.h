@@ -1,8 +1,10 @@
 #pragma once
 
-#include "brx/db_curves.h"
+#include "brx/db_subentities.h"
 
-/// A placed block.
+class AcDbAttribute;
+
+/// A placed block, or a rectangular grid of it.
 class BRX_API AcDbBlockReference : public AcDbEntity {
  public:
   ACRX_DECLARE_MEMBERS(AcDbBlockReference)
@@ -18,6 +20,16 @@ class BRX_API AcDbBlockReference : public AcDbEntity {
   Acad::ErrorStatus setBlockTableRecord(AcDbObjectId record);
   Acad::ErrorStatus setScaleFactors(const AcGeScale3d& scale);
   Acad::ErrorStatus setRotation(double rotation);
+  Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
+  Adesk::Int16 columns() const { return columns_; }
+  Adesk::Int16 rows() const { return rows_; }
+  double columnSpacing() const { return columnSpacing_; }
+  double rowSpacing() const { return rowSpacing_; }
+  /// The reference owns the attribute afterwards; in a database it stays open for write.
+  Acad::ErrorStatus appendAttribute(AcDbAttribute* attribute);
+  Acad::ErrorStatus appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute);
+  /// The caller deletes the iterator.
+  AcDbObjectIterator* attributeIterator() const { return new AcDbObjectIterator(attributes_); }
   /// From the block's system to the world's, the block's origin taken to the position.
   AcGeMatrix3d blockTransform() const;
   BRX_FILES_ITSELF
@@ -28,9 +40,13 @@ class BRX_API AcDbBlockReference : public AcDbEntity {
 
  private:
   friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcGePoint3d position_;
   AcDbObjectId record_;
   AcGeScale3d scale_;
   double rotation_ = 0;
   AcGeVector3d normal_{0, 0, 1};
+  double columnSpacing_ = 0, rowSpacing_ = 0;
+  Adesk::Int16 columns_ = 1, rows_ = 1;
+  BrxSubentities attributes_;
 };

@@ -21,6 +21,24 @@
   Acad::ErrorStatus subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64 marker, const AcGePoint3d& pick, \
                                       const AcGePoint3d& last, const AcGeMatrix3d& view,                  \
                                       AcGePoint3dArray& points, AcDbIntArray& geometryIds) const override;
+#define BRX_STRETCHES_ITSELF \
+  Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;
+#define BRX_ANSWERS_CURVE_QUERIES                                                                          \
+  Acad::ErrorStatus getEndParam(double& param) const override;                                             \
+  Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;                      \
+  Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const override;               \
+  Acad::ErrorStatus getDistAtParam(double param, double& distance) const override;                         \
+  Acad::ErrorStatus getParamAtDist(double distance, double& param) const override;                         \
+  Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& derivative) const override;                  \
+  Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest, bool extend = false) \
+      const override;                                                                                      \
+  Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,             \
+                                      AcGePoint3d& closest, bool extend = false) const override;           \
+  using AcDbCurve::getFirstDeriv;
+/// The fields that are filed, declared once; the host visits them in each way of filing.
+#define BRX_DECLARES_FIELDS            \
+  template <class Visitor, class Self> \
+  static void fields(Visitor& v, Self& o);
 
 /// The parameter is the distance from the start point.
 class BRX_API AcDbLine : public AcDbCurve {
@@ -35,19 +53,10 @@ class BRX_API AcDbLine : public AcDbCurve {
   double thickness() const { return thickness_; }
   AcGeVector3d normal() const { return normal_; }
   BRX_FILES_ITSELF
-  Acad::ErrorStatus getEndParam(double& param) const override;
-  Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
-  Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const override;
-  Acad::ErrorStatus getDistAtParam(double param, double& distance) const override;
-  Acad::ErrorStatus getParamAtDist(double distance, double& param) const override;
-  Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& derivative) const override;
-  Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
-                                      bool extend = false) const override;
-  using AcDbCurve::getClosestPointTo;
-  using AcDbCurve::getFirstDeriv;
+  BRX_ANSWERS_CURVE_QUERIES
   BRX_DRAWS_ITSELF
   BRX_SNAPS_ITSELF
-  Acad::ErrorStatus subMoveStretchPointsAt(const AcDbIntArray& indices, const AcGeVector3d& offset) override;
+  BRX_STRETCHES_ITSELF
 
  private:
   friend struct HostAccess;
@@ -81,16 +90,7 @@ class BRX_API AcDbArc : public AcDbCurve {
   double length() const { return radius_ * sweep(); }
   BRX_FILES_ITSELF
   Acad::ErrorStatus getStartParam(double& param) const override;
-  Acad::ErrorStatus getEndParam(double& param) const override;
-  Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
-  Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const override;
-  Acad::ErrorStatus getDistAtParam(double param, double& distance) const override;
-  Acad::ErrorStatus getParamAtDist(double distance, double& param) const override;
-  Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& derivative) const override;
-  Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
-                                      bool extend = false) const override;
-  using AcDbCurve::getClosestPointTo;
-  using AcDbCurve::getFirstDeriv;
+  BRX_ANSWERS_CURVE_QUERIES
   BRX_DRAWS_ITSELF
   BRX_SNAPS_ITSELF
 
@@ -133,17 +133,10 @@ class BRX_API AcDbPolyline : public AcDbCurve {
   double elevation() const { return elevation_; }
   AcGeVector3d normal() const { return normal_; }
   BRX_FILES_ITSELF
-  Acad::ErrorStatus getEndParam(double& param) const override;
-  Acad::ErrorStatus getPointAtParam(double param, AcGePoint3d& point) const override;
-  Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const override;
-  Acad::ErrorStatus getDistAtParam(double param, double& distance) const override;
-  Acad::ErrorStatus getParamAtDist(double distance, double& param) const override;
-  Acad::ErrorStatus getFirstDeriv(double param, AcGeVector3d& derivative) const override;
-  Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
-                                      bool extend = false) const override;
-  using AcDbCurve::getClosestPointTo;
-  using AcDbCurve::getFirstDeriv;
+  BRX_ANSWERS_CURVE_QUERIES
   BRX_DRAWS_ITSELF
+  BRX_SNAPS_ITSELF
+  BRX_STRETCHES_ITSELF
   Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const override;
 
  private:

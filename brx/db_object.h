@@ -1,5 +1,7 @@
 #pragma once
 
+#include <vector>
+
 #include "brx/db_filers.h"
 #include "brx/gi.h"
 
@@ -56,7 +58,13 @@ class BRX_API AcDbObject : public AcGiDrawable {
   /// `eRegappIdNotFound` for an unregistered name, `eXDataSizeExceeded` above 16,383 bytes.
   Acad::ErrorStatus setXData(const resbuf* data);
   AcDbObjectId extensionDictionary() const;
+  /// `eOk` too where there is one; `eNotInDatabase`.
   Acad::ErrorStatus createExtensionDictionary();
+  Acad::ErrorStatus releaseExtensionDictionary();
+  /// Objects that depend on this one, such as groups; they are filed with it.
+  const std::vector<AcDbObjectId>& reactorIds() const;
+  void addPersistentReactor(AcDbObjectId dependent);
+  void removePersistentReactor(AcDbObjectId dependent);
 
   /// A copy outside any database, the caller's.
   virtual AcRxObject* clone() const;

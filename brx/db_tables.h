@@ -1,6 +1,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -8,11 +9,19 @@
 
 /// Symbol tables and their records. Names are compared without regard to case.
 
+class AcDbSymbolTableIterator;
+class AcDbSortentsTable;
+namespace host {
+class GroupList;
+}
+
 class BRX_API AcDbSymbolTableRecord : public AcDbObject {
  public:
   ACRX_DECLARE_MEMBERS(AcDbSymbolTableRecord)
   std::wstring getName() const { return name_; }
   Acad::ErrorStatus getName(const ACHAR*& name) const { return name = name_.c_str(), Acad::eOk; }
+  /// `eInvalidInput` for an empty name, one above 255 characters, or one with any of <>/\":;?,*=`| (a
+  /// star may lead the host's own names of blocks and viewports) or with a control character;
   /// `eDuplicateKey` when the table has another record of the name.
   Acad::ErrorStatus setName(const ACHAR* name);
   BRX_FILES_ITSELF
@@ -24,6 +33,8 @@ class BRX_API AcDbSymbolTableRecord : public AcDbObject {
 
  protected:
   Adesk::Int16 flags() const { return flags_; }
+  /// From a file, without what marks references to other drawings.
+  void takeFlags(Adesk::Int16 flags) { flags_ = static_cast<Adesk::Int16>(flags & ~112); }
   void setFlag(Adesk::Int16 bit, bool on) {
     flags_ = static_cast<Adesk::Int16>(on ? flags_ | bit : flags_ & ~bit);
   }
@@ -44,6 +55,9 @@ class BRX_API AcDbSymbolTable : public AcDbObject {
   /// The table's database owns the record afterwards; it stays open for write.
   Acad::ErrorStatus add(AcDbObjectId& id, AcDbSymbolTableRecord* record);
   Acad::ErrorStatus add(AcDbSymbolTableRecord* record);
+  /// The caller deletes the iterator.
+  Acad::ErrorStatus newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning = true,
+                                bool skipDeleted = true) const;
   /// In the order of adding, the erased ones among them.
   const std::vector<AcDbObjectId>& recordIds() const { return order_; }
 
@@ -51,6 +65,27 @@ class BRX_API AcDbSymbolTable : public AcDbObject {
   friend struct HostAccess;
   std::map<std::wstring, AcDbObjectId, std::less<>> byName_;
   std::vector<AcDbObjectId> order_;
+};
+
+/// Walks the records of a table; valid while the table lives.
+class BRX_API AcDbSymbolTableIterator {
+ public:
+  AcDbSymbolTableIterator(const AcDbSymbolTable& table, bool atBeginning, bool skipDeleted);
+  void start(bool atBeginning = true, bool skipDeleted = true);
+  bool done() const { return index_ >= table_.recordIds().size(); }
+  void step(bool forward = true, bool skipDeleted = true);
+  Acad::ErrorStatus getRecordId(AcDbObjectId& id) const;
+  template <class T>
+  Acad::ErrorStatus getRecord(T*& record, AcDb::OpenMode mode = AcDb::kForRead,
+                              bool openErased = false) const {
+    AcDbObjectId id;
+    const Acad::ErrorStatus status = getRecordId(id);
+    return status == Acad::eOk ? acdbOpenObject(record, id, mode, openErased) : status;
+  }
+
+ private:
+  const AcDbSymbolTable& table_;
+  size_t index_ = 0;
 };
 
 #define BRX_SYMBOL_TABLE(Name)                  \
@@ -64,6 +99,9 @@ BRX_SYMBOL_TABLE(AcDbLinetypeTable)
 BRX_SYMBOL_TABLE(AcDbTextStyleTable)
 BRX_SYMBOL_TABLE(AcDbRegAppTable)
 BRX_SYMBOL_TABLE(AcDbDimStyleTable)
+BRX_SYMBOL_TABLE(AcDbViewTable)
+BRX_SYMBOL_TABLE(AcDbUCSTable)
+BRX_SYMBOL_TABLE(AcDbViewportTable)
 #undef BRX_SYMBOL_TABLE
 
 class BRX_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
@@ -79,8 +117,20 @@ class BRX_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   void setColor(const AcCmColor& color);
   AcDbObjectId linetypeObjectId() const { return linetype_; }
   void setLinetypeObjectId(AcDbObjectId linetype);
+  /// Hundredths of a millimetre, or -3 for the default.
   int lineWeight() const { return lineWeight_; }
+  /// `eInvalidInput` for a weight that the host doesn't have.
+  Acad::ErrorStatus setLineWeight(int weight);
   bool isPlottable() const { return plottable_; }
+  Acad::ErrorStatus setIsPlottable(bool plottable);
+  std::wstring plotStyleName() const;
+  AcDbObjectId plotStyleNameId() const { return plotStyle_; }
+  /// `eNotInDatabase` outside a database, `eNotApplicable` in a drawing whose plot styles go by
+  /// colour, `eKeyNotFound` for a style that the drawing doesn't have.
+  Acad::ErrorStatus setPlotStyleName(const ACHAR* name);
+  Acad::ErrorStatus setPlotStyleName(AcDbObjectId style);
+  std::wstring description() const { return description_; }
+  Acad::ErrorStatus setDescription(const ACHAR* text);
   BRX_FILES_ITSELF
 
  private:
@@ -90,7 +140,8 @@ class BRX_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
     c.setColorIndex(7);
     return c;
   }();
-  AcDbObjectId linetype_;
+  AcDbObjectId linetype_, plotStyle_;
+  std::wstring description_;
   Adesk::Int16 lineWeight_ = -3;
   bool off_ = false, plottable_ = true;
 };
@@ -118,6 +169,13 @@ class BRX_API AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
   double xScale() const { return xScale_; }
   double obliquingAngle() const { return oblique_; }
   std::wstring fileName() const { return fileName_; }
+  std::wstring bigFontFileName() const { return bigFontFileName_; }
+  /// A style of height 0 asks for the height of each text.
+  Acad::ErrorStatus setTextSize(double size);
+  Acad::ErrorStatus setXScale(double scale);
+  Acad::ErrorStatus setObliquingAngle(double angle);
+  Acad::ErrorStatus setFileName(const ACHAR* file);
+  Acad::ErrorStatus setBigFontFileName(const ACHAR* file);
   BRX_FILES_ITSELF
 
  private:
@@ -129,11 +187,33 @@ class BRX_API AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
 class BRX_API AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
  public:
   ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord)
+  BRX_FILES_ITSELF
 };
-class BRX_API AcDbDimStyleTableRecord : public AcDbSymbolTableRecord {
+
+/// A record whose data behind the name are kept as groups of the drawing file.
+class BRX_API BrxGroupsTableRecord : public AcDbSymbolTableRecord {
  public:
-  ACRX_DECLARE_MEMBERS(AcDbDimStyleTableRecord)
+  ~BrxGroupsTableRecord() override;
+  const host::GroupList& groups() const { return *groups_; }
+  void setGroups(host::GroupList groups);
+  BRX_FILES_ITSELF
+
+ protected:
+  BrxGroupsTableRecord();
+
+ private:
+  std::unique_ptr<host::GroupList> groups_;
 };
+#define BRX_GROUPS_RECORD(Name)                      \
+  class BRX_API Name : public BrxGroupsTableRecord { \
+   public:                                           \
+    ACRX_DECLARE_MEMBERS(Name)                       \
+  };
+BRX_GROUPS_RECORD(AcDbDimStyleTableRecord)
+BRX_GROUPS_RECORD(AcDbViewTableRecord)
+BRX_GROUPS_RECORD(AcDbUCSTableRecord)
+BRX_GROUPS_RECORD(AcDbViewportTableRecord)
+#undef BRX_GROUPS_RECORD
 
 class AcDbBlockTableRecordIterator;
 
@@ -144,6 +224,17 @@ class BRX_API AcDbBlockTableRecord : public AcDbSymbolTableRecord {
   Acad::ErrorStatus setOrigin(const AcGePoint3d& origin);
   bool isAnonymous() const { return flags() & 1; }
   bool isLayout() const;
+  AcDbObjectId getLayoutId() const { return layout_; }
+  Acad::ErrorStatus setLayoutId(AcDbObjectId layout);
+  bool hasAttributeDefinitions() const;
+  bool isFromExternalReference() const { return flags() & 4; }
+  std::wstring pathName() const { return path_; }
+  std::wstring comments() const { return comments_; }
+  Acad::ErrorStatus setComments(const ACHAR* text);
+  /// The table of draw order, kept in the extension dictionary. Without one it is made with
+  /// `createIfNecessary`, otherwise `eKeyNotFound`.
+  Acad::ErrorStatus getSortentsTable(AcDbSortentsTable*& table, AcDb::OpenMode mode = AcDb::kForRead,
+                                     bool createIfNecessary = false);
   /// The record owns the entity afterwards; it stays open for write. `eSelfReference` for a block
   /// reference that leads back to this record.
   Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& id, AcDbEntity* entity);
@@ -158,6 +249,9 @@ class BRX_API AcDbBlockTableRecord : public AcDbSymbolTableRecord {
  private:
   friend struct HostAccess;
   AcGePoint3d origin_;
+  AcDbObjectId layout_;
+  std::wstring path_, comments_;
+  Adesk::Int16 units_ = 0, explodable_ = 1, scaling_ = 0;
   std::vector<AcDbObjectId> entities_;
 };
 

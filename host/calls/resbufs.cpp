@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "brx/lisp_calls.h"
+#include "host/calls/group_codes.h"
 
 namespace {
 
@@ -48,31 +49,23 @@ Pool& pool() {
   return *instance;
 }
 
-/// Group codes whose values are texts, by the host's ranges.
+using host::GroupKind;
+using host::groupKind;
+
 bool isTextCode(int type) {
   if (type >= RTNONE) return type == RTSTR || type == RTDXF0;
-  return (type >= 0 && type <= 9) || (type >= 100 && type <= 102) || type == 105 ||
-         (type >= 300 && type <= 309) || (type >= 410 && type <= 419) || (type >= 430 && type <= 439) ||
-         (type >= 470 && type <= 479) || type == 999 || (type >= 1000 && type <= 1003) || type == 1005;
+  return groupKind(type) == GroupKind::text;
 }
-
+bool isBinaryCode(int type) { return groupKind(type) == GroupKind::binary; }
 bool isPointCode(int type) {
-  return type == RTPOINT || type == RT3DPOINT || (type >= 10 && type <= 18) || (type >= 110 && type <= 112) ||
-         type == 210 || (type >= 1010 && type <= 1013);
+  return type == RTPOINT || type == RT3DPOINT || groupKind(type) == GroupKind::point;
 }
-
 bool isRealCode(int type) {
-  return type == RTREAL || type == RTANG || type == RTORINT || (type >= 38 && type <= 59) ||
-         (type >= 140 && type <= 149) || (type >= 460 && type <= 469) || (type >= 1040 && type <= 1042);
+  return type == RTREAL || type == RTANG || type == RTORINT || groupKind(type) == GroupKind::real;
 }
-
-bool isLongCode(int type) {
-  return type == RTLONG || (type >= 90 && type <= 99) || (type >= 420 && type <= 429) ||
-         (type >= 440 && type <= 459) || type == 1071;
-}
-
+bool isLongCode(int type) { return type == RTLONG || groupKind(type) == GroupKind::int32; }
 bool isNameCode(int type) {
-  return type == RTENAME || type == RTPICKS || type == -1 || type == -2 || (type >= 320 && type <= 369);
+  return type == RTENAME || type == RTPICKS || groupKind(type) == GroupKind::handle;
 }
 
 bool standsAlone(int type) {
@@ -90,6 +83,10 @@ void readValue(resbuf& buffer, va_list& values) {
     buffer.resval.rreal = va_arg(values, ads_real);
   } else if (isLongCode(type)) {
     buffer.resval.rlong = va_arg(values, int);
+  } else if (isBinaryCode(type)) {
+    const ads_binary& given = *va_arg(values, const ads_binary*);
+    buffer.resval.rbinary = {given.clen, new char[static_cast<size_t>(given.clen) + 1]};
+    std::memcpy(buffer.resval.rbinary.buf, given.buf, static_cast<size_t>(given.clen));
   } else if (isNameCode(type)) {
     std::memcpy(buffer.resval.rlname, va_arg(values, const int64_t*), sizeof(ads_name));
   } else {
@@ -111,6 +108,7 @@ int acutRelRb(resbuf* list) {
   while (list) {
     resbuf* const next = list->rbnext;
     if (isTextCode(list->restype)) acutDelString(list->resval.rstring);
+    if (isBinaryCode(list->restype)) delete[] list->resval.rbinary.buf;
     pool().give(list);
     list = next;
   }

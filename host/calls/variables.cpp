@@ -6,6 +6,7 @@
 #include <map>
 
 #include "host/documents/documents.h"
+#include "host/drawing/header_variables.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -20,81 +21,40 @@ struct Variable {
 
 using Variables = std::map<std::wstring, Variable, std::less<>>;
 
-/// The variables that hold what was put into them.
+/// The variables of the session, which hold what was put into them.
 Variables& stored() {
   static Variables all = {
       {L"ACADVER", {std::wstring(L"21.0"), true}},
-      {L"ANGBASE", {0.0}},
-      {L"ANGDIR", {0}},
       {L"APERTURE", {10}},
       {L"ATTDIA", {0}},
       {L"ATTREQ", {1}},
-      {L"AUNITS", {0}},
-      {L"AUPREC", {0}},
       {L"AUTOSNAP", {63}},
       {L"BLIPMODE", {0}},
-      {L"CECOLOR", {std::wstring(L"BYLAYER")}},
-      {L"CELTYPE", {std::wstring(L"ByLayer")}},
-      {L"CELTSCALE", {1.0}},
-      {L"CLAYER", {std::wstring(L"0")}},
       {L"CMDACTIVE", {0, true}},
       {L"CMDDIA", {1}},
       {L"CMDECHO", {1}},
       {L"CTAB", {std::wstring(L"Model")}},
       {L"CVPORT", {2}},
-      {L"DIMSCALE", {1.0}},
-      {L"DIMZIN", {0}},
-      {L"ELEVATION", {0.0}},
       {L"ERRNO", {0}},
       {L"EXPERT", {0}},
       {L"FILEDIA", {1}},
-      {L"FILLMODE", {1}},
       {L"HIGHLIGHT", {1}},
-      {L"INSUNITS", {1}},
       {L"LASTPOINT", {Point{}}},
-      {L"LTSCALE", {1.0}},
-      {L"LUNITS", {2}},
-      {L"LUPREC", {4}},
-      {L"MEASUREMENT", {0}},
       {L"MENUECHO", {0}},
-      {L"MIRRTEXT", {0}},
       {L"MODEMACRO", {std::wstring()}},
       {L"NOMUTT", {0}},
       {L"OFFSETDIST", {1.0}},
-      {L"ORTHOMODE", {0}},
       {L"OSMODE", {4133}},
       {L"PICKBOX", {3}},
       {L"PICKFIRST", {1}},
       {L"PLATFORM", {std::wstring(L"Embedded host"), true}},
-      {L"PLINEWID", {0.0}},
       {L"PRODUCT", {std::wstring(L"Zarbo host"), true}},
-      {L"PSLTSCALE", {1}},
-      {L"REGENMODE", {1}},
       {L"SCREENBOXES", {0, true}},
       {L"SNAPANG", {0.0}},
       {L"SNAPMODE", {0}},
       {L"TARGET", {Point{}, true}},
-      {L"TEXTSIZE", {0.2}},
-      {L"TEXTSTYLE", {std::wstring(L"Standard")}},
-      {L"THICKNESS", {0.0}},
-      {L"TILEMODE", {1}},
       {L"UCSFOLLOW", {0}},
       {L"UCSICON", {3}},
-      {L"UCSNAME", {std::wstring(), true}},
-      {L"UCSORG", {Point{}, true}},
-      {L"UCSXDIR", {Point{1, 0, 0}, true}},
-      {L"UCSYDIR", {Point{0, 1, 0}, true}},
-      {L"UNITMODE", {0}},
-      {L"USERI1", {0}},
-      {L"USERI2", {0}},
-      {L"USERI3", {0}},
-      {L"USERI4", {0}},
-      {L"USERI5", {0}},
-      {L"USERR1", {0.0}},
-      {L"USERR2", {0.0}},
-      {L"USERR3", {0.0}},
-      {L"USERR4", {0.0}},
-      {L"USERR5", {0.0}},
       {L"USERS1", {std::wstring()}},
       {L"USERS2", {std::wstring()}},
       {L"USERS3", {std::wstring()}},
@@ -192,6 +152,31 @@ std::optional<VariableValue> computed(std::wstring_view name) {
   return std::nullopt;
 }
 
+AcDbDatabase* currentDatabase() {
+  const Document* const document = documents().current();
+  return document ? document->database() : nullptr;
+}
+
+VariableValue fromHeader(const HeaderValue& value) {
+  if (const auto* whole = std::get_if<int>(&value)) return *whole;
+  if (const auto* real = std::get_if<double>(&value)) return *real;
+  if (const auto* text = std::get_if<std::wstring>(&value)) return *text;
+  const auto& point = std::get<AcGePoint3d>(value);
+  return Point{point.x, point.y, point.z};
+}
+
+struct ToHeader {
+  HeaderValue operator()(const Point& point) const { return AcGePoint3d{point.x, point.y, point.z}; }
+  HeaderValue operator()(const auto& value) const { return value; }
+};
+
+SetVariable setInDrawing(AcDbDatabase& drawing, size_t index, const VariableValue& value) {
+  const HeaderVariable& variable = headerVariables()[index];
+  if (variable.readOnly) return SetVariable::readOnly;
+  const Acad::ErrorStatus status = setHeaderValue(drawing, index, std::visit(ToHeader{}, value));
+  return status == Acad::eOk ? SetVariable::done : SetVariable::wrongType;
+}
+
 std::vector<std::wstring>& folders() {
   static std::vector<std::wstring> all;
   return all;
@@ -202,6 +187,11 @@ std::vector<std::wstring>& folders() {
 std::optional<VariableValue> getVariable(std::wstring_view name) {
   const std::wstring key = upper(name);
   if (auto value = computed(key)) return value;
+  AcDbDatabase* const drawing = currentDatabase();
+  if (const auto index = findHeaderVariable(key); index && drawing) {
+    if (key.starts_with(L"EXTM")) drawing->updateExt();
+    return fromHeader(headerValue(*drawing, *index));
+  }
   const auto found = stored().find(key);
   if (found == stored().end()) return std::nullopt;
   return found->second.value;
@@ -210,6 +200,10 @@ std::optional<VariableValue> getVariable(std::wstring_view name) {
 SetVariable setVariable(std::wstring_view name, const VariableValue& value) {
   const std::wstring key = upper(name);
   if (computed(key)) return SetVariable::readOnly;
+  AcDbDatabase* const drawing = currentDatabase();
+  if (const auto index = findHeaderVariable(key); index && drawing) {
+    return setInDrawing(*drawing, *index, value);
+  }
   const auto found = stored().find(key);
   if (found == stored().end()) return SetVariable::unknown;
   Variable& variable = found->second;

@@ -1,14 +1,13 @@
+#include "host/drawing/ellipse_arc.h"
 #include "host/drawing/fields.h"
 
 ACRX_DEFINE_MEMBERS(AcDbArc)
 ACRX_DEFINE_MEMBERS(AcDbCircle)
 
-static constexpr double turn = 6.283185307179586477;
+using host::EllipseArc;
+using host::wrapped;
 
-static double wrapped(double angle) {
-  angle = std::fmod(angle, turn);
-  return angle < 0 ? angle + turn : angle;
-}
+static constexpr double turn = host::fullTurn;
 
 Acad::ErrorStatus AcDbArc::dwgOutFields(AcDbDwgFiler* filer) const {
   AcDbEntity::dwgOutFields(filer);
@@ -111,6 +110,13 @@ Acad::ErrorStatus AcDbArc::getClosestPointTo(const AcGePoint3d& given, AcGePoint
   getParamAtPoint(given, param);
   const double start = wrapped(startAngle_);
   return getPointAtParam(extend ? param : std::clamp(param, start, start + sweep()), closest);
+}
+Acad::ErrorStatus AcDbArc::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
+                                             AcGePoint3d& closest, bool extend) const {
+  const double start = wrapped(startAngle_);
+  const EllipseArc arc = EllipseArc::circle(centre_, normal_, radius_, start, start + sweep());
+  closest = arc.at(arc.closestParam(given, &direction, extend));
+  return Acad::eOk;
 }
 Acad::ErrorStatus AcDbCircle::getArea(double& area) const {
   return area = turn / 2 * radius() * radius(), Acad::eOk;

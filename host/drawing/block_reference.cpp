@@ -1,9 +1,33 @@
+#include "brx/db_attributes.h"
 #include "brx/lisp_calls.h"
-#include "host/drawing/fields.h"
+#include "host/drawing/subentities.h"
 
 ACRX_DEFINE_MEMBERS(AcDbBlockReference)
-static constexpr auto insertFields = [](auto& v, auto& o) { HostAccess::insert(v, o); };
-HOST_FILING(AcDbBlockReference, AcDbEntity, insertFields)
+
+template <class Visitor, class Self>
+void AcDbBlockReference::fields(Visitor& v, Self& o) {
+  if constexpr (std::is_same_v<Visitor, host::DxfWriter>) {
+    if (!o.attributes_.ids.empty()) v(66, Adesk::Int16{1});
+  }
+  v.template named<AcDbBlockTable>(2, o.record_), v.plane(10, o.position_, o.normal_), v(41, o.scale_.sx);
+  v(42, o.scale_.sy), v(43, o.scale_.sz), v(50, o.rotation_), v(70, o.columns_), v(71, o.rows_);
+  v(44, o.columnSpacing_), v(45, o.rowSpacing_), v(210, o.normal_);
+  host::visitSubentities(v, o.attributes_);
+}
+HOST_FILING(AcDbBlockReference, AcDbEntity, fields)
+
+Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbAttribute* attribute) {
+  return host::appendSubentity(*this, attribute);
+}
+Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute) {
+  const Acad::ErrorStatus status = host::appendSubentity(*this, attribute);
+  if (status == Acad::eOk) id = attribute->objectId();
+  return status;
+}
+Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {
+  if (normal.isZeroLength()) return Acad::eInvalidInput;
+  return assertWriteEnabled(), normal_ = normal.normal(), Acad::eOk;
+}
 
 Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& position) {
   return assertWriteEnabled(), position_ = position, Acad::eOk;

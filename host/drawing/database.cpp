@@ -2,6 +2,7 @@
 
 #include "brx/db_calls.h"
 #include "host/drawing/memory_filer.h"
+#include "host/drawing/standard_drawing.h"
 #include "host/drawing/stubs.h"
 
 namespace {
@@ -36,40 +37,12 @@ AcDbStub& AcDbDatabaseImp::make(AcDbDatabase& database, AcDbHandle handle) {
 namespace {
 
 template <class Table>
-AcDbStub* addTable(AcDbDatabase& database) {
+void addTable(AcDbDatabase& database) {
   auto* const table = new Table;
   AcDbObjectId id;
   database.addAcDbObject(id, table);
   table->close();
   database.imp().tables[Table::desc()] = id.stub();
-  return id.stub();
-}
-
-template <class Table, class Record>
-AcDbObjectId addRecord(AcDbDatabase& database, const ACHAR* name, Record* record) {
-  AcDbObjectId id;
-  record->setName(name);
-  AcDbObjectPointer<Table> table(database.tableId(Table::desc()), AcDb::kForWrite);
-  table->add(id, record);
-  record->close();
-  return id;
-}
-
-void buildDefaults(AcDbDatabase& database) {
-  AcDbDatabaseImp& imp = database.imp();
-  imp.byBlock = addRecord<AcDbLinetypeTable>(database, L"ByBlock", new AcDbLinetypeTableRecord);
-  imp.byLayer = addRecord<AcDbLinetypeTable>(database, L"ByLayer", new AcDbLinetypeTableRecord);
-  auto* const solid = new AcDbLinetypeTableRecord;
-  solid->setPattern(L"Solid line", {});
-  imp.continuous = addRecord<AcDbLinetypeTable>(database, L"Continuous", solid);
-  auto* const layer = new AcDbLayerTableRecord;
-  layer->setLinetypeObjectId(imp.continuous);
-  imp.layerZero = imp.clayer = addRecord<AcDbLayerTable>(database, L"0", layer);
-  imp.textstyle = addRecord<AcDbTextStyleTable>(database, L"Standard", new AcDbTextStyleTableRecord);
-  addRecord<AcDbRegAppTable>(database, L"ACAD", new AcDbRegAppTableRecord);
-  addRecord<AcDbDimStyleTable>(database, L"Standard", new AcDbDimStyleTableRecord);
-  imp.modelSpace = addRecord<AcDbBlockTable>(database, ACDB_MODEL_SPACE, new AcDbBlockTableRecord);
-  addRecord<AcDbBlockTable>(database, ACDB_PAPER_SPACE, new AcDbBlockTableRecord);
 }
 
 }  // namespace
@@ -84,13 +57,18 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : imp_(std::make_uniq
   addTable<AcDbLinetypeTable>(*this);
   addTable<AcDbRegAppTable>(*this);
   addTable<AcDbDimStyleTable>(*this);
-  if (buildDefaultDrawing) buildDefaults(*this);
+  addTable<AcDbViewTable>(*this);
+  addTable<AcDbUCSTable>(*this);
+  addTable<AcDbViewportTable>(*this);
+  if (buildDefaultDrawing) host::completeDrawing(*this);
 }
 
 AcDbDatabase::~AcDbDatabase() {
   for (AcDbStub& stub : imp_->stubs) {
-    if (stub.object) HostAccess::stub(*stub.object) = nullptr;
+    if (!stub.object) continue;
+    HostAccess::stub(*stub.object) = nullptr;
     delete stub.object;
+    stub.object = nullptr;
   }
   if (workingDatabase == this) workingDatabase = nullptr;
 }
@@ -100,53 +78,28 @@ AcDbObjectId AcDbDatabase::tableId(const AcRxClass* tableClass) const {
   return AcDbObjectId(found == imp_->tables.end() ? nullptr : found->second);
 }
 
-namespace {
-
-/// A default record, looked up by name once where a file has filled the tables.
-template <class Table>
-AcDbObjectId standard(const AcDbDatabase& database, AcDbObjectId& kept, const ACHAR* name) {
-  if (kept.isNull()) {
-    AcDbObjectPointer<Table> table(database.tableId(Table::desc()));
-    if (table.object()) table->getAt(name, kept);
-  }
-  return kept;
+AcDbObjectId AcDbDatabaseImp::findRecord(AcDbObjectId tableId, std::wstring_view name) {
+  AcDbObjectPointer<AcDbSymbolTable> table(tableId);
+  AcDbObjectId id;
+  if (table.object()) table->getAt(std::wstring(name).c_str(), id);
+  return id;
 }
 
-}  // namespace
-
-AcDbObjectId AcDbDatabase::layerZero() const {
-  return standard<AcDbLayerTable>(*this, imp_->layerZero, L"0");
-}
-AcDbObjectId AcDbDatabase::clayer() const { return imp_->clayer.isNull() ? layerZero() : imp_->clayer; }
+AcDbObjectId AcDbDatabase::layerZero() const { return imp_->standardRecord<AcDbLayerTable>(*this, L"0"); }
 AcDbObjectId AcDbDatabase::modelSpaceId() const {
-  return standard<AcDbBlockTable>(*this, imp_->modelSpace, ACDB_MODEL_SPACE);
+  return imp_->standardRecord<AcDbBlockTable>(*this, ACDB_MODEL_SPACE);
+}
+AcDbObjectId AcDbDatabase::paperSpaceId() const {
+  return imp_->standardRecord<AcDbBlockTable>(*this, ACDB_PAPER_SPACE);
 }
 AcDbObjectId AcDbDatabase::continuousLinetype() const {
-  return standard<AcDbLinetypeTable>(*this, imp_->continuous, L"Continuous");
+  return imp_->standardRecord<AcDbLinetypeTable>(*this, L"Continuous");
 }
 AcDbObjectId AcDbDatabase::byLayerLinetype() const {
-  return standard<AcDbLinetypeTable>(*this, imp_->byLayer, L"ByLayer");
+  return imp_->standardRecord<AcDbLinetypeTable>(*this, L"ByLayer");
 }
 AcDbObjectId AcDbDatabase::byBlockLinetype() const {
-  return standard<AcDbLinetypeTable>(*this, imp_->byBlock, L"ByBlock");
-}
-AcDbObjectId AcDbDatabase::textstyle() const {
-  return standard<AcDbTextStyleTable>(*this, imp_->textstyle, L"Standard");
-}
-
-Acad::ErrorStatus AcDbDatabase::setClayer(AcDbObjectId layer) {
-  AcDbObjectPointer<AcDbLayerTableRecord> record(layer);
-  if (record.openStatus() != Acad::eOk) return record.openStatus();
-  if (layer.database() != this) return Acad::eWrongDatabase;
-  imp_->clayer = layer;
-  return Acad::eOk;
-}
-
-double AcDbDatabase::dimscale() const { return imp_->dimscale; }
-Acad::ErrorStatus AcDbDatabase::setDimscale(double scale) {
-  if (!(scale >= 0)) return Acad::eInvalidInput;
-  imp_->dimscale = scale;
-  return Acad::eOk;
+  return imp_->standardRecord<AcDbLinetypeTable>(*this, L"ByBlock");
 }
 
 Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* object, AcDbObjectId owner,
@@ -161,8 +114,9 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
   stub->writing = true;
   HostAccess::stub(*object) = stub;
   id = AcDbObjectId(stub);
-  if (imp_->openMarks) imp_->journal.push_back({stub, true, {}});
-  stub->recorded = true;
+  if (imp_->openMarks) imp_->journal.push_back({stub, true, {}, 0, {}});
+  stub->recordedAt = imp_->markSerial;
+  ++imp_->changes;
   return Acad::eOk;
 }
 
@@ -179,21 +133,49 @@ size_t AcDbDatabase::objectCount() const { return imp_->stubs.size(); }
 
 size_t AcDbDatabase::undoMark() {
   ++imp_->openMarks;
+  ++imp_->markSerial;
   return imp_->journal.size();
 }
+
+namespace {
+
+/// The fields as they were; a record that had another name is found under it again.
+void restore(AcDbObject& object, host::MemoryFiler& filer) {
+  AcDbSymbolTableRecord* const record = AcDbSymbolTableRecord::cast(&object);
+  const std::wstring name = record ? record->getName() : L"";
+  object.dwgInFields(&filer);
+  if (!record || record->getName() == name) return;
+  AcDbSymbolTable* const table = AcDbSymbolTable::cast(host::objectOf(record->ownerId()));
+  if (!table) return;
+  HostAccess::rename(*table, host::symbolKey(name.c_str()), host::symbolKey(record->getName().c_str()),
+                     record->objectId());
+}
+
+}  // namespace
 
 void AcDbDatabase::undoTo(size_t mark) {
   imp_->undoing = true;
   while (imp_->journal.size() > mark) {
     UndoRecord record = std::move(imp_->journal.back());
     imp_->journal.pop_back();
+    if (!record.stub) {
+      imp_->setHeader(record.variable, std::move(record.value));
+      continue;
+    }
     record.stub->erased = record.wasErased;
     if (record.before.empty()) continue;
     host::MemoryFiler filer(AcDb::kUndoFiler, std::move(record.before));
-    record.stub->object->dwgInFields(&filer);
+    restore(*record.stub->object, filer);
   }
   imp_->undoing = false;
+  undoKeep(mark);
+}
+
+void AcDbDatabase::undoKeep(size_t) {
   if (imp_->openMarks) --imp_->openMarks;
+  if (!imp_->openMarks) imp_->journal.clear();
+  ++imp_->markSerial;
+  ++imp_->changes;
 }
 
 namespace host {

@@ -8,8 +8,9 @@ ACRX_DEFINE_MEMBERS(AcDbCurve)
 std::wstring AcDbEntity::layer() const { return host::nameOfRecord(layer_); }
 
 Acad::ErrorStatus AcDbEntity::setLayer(AcDbObjectId layer, bool, bool) {
-  AcDbObjectPointer<AcDbLayerTableRecord> record(layer);
-  if (record.openStatus() != Acad::eOk) return record.openStatus();
+  if (layer.isNull()) return Acad::eNullObjectId;
+  if (layer.isErased()) return Acad::eWasErased;
+  if (!AcDbLayerTableRecord::cast(host::objectOf(layer))) return Acad::eNotThatKindOfClass;
   if (database() && database() != layer.database()) return Acad::eWrongDatabase;
   assertWriteEnabled();
   layer_ = layer;
@@ -47,7 +48,7 @@ Acad::ErrorStatus AcDbEntity::setColorIndex(Adesk::UInt16 index, bool) {
   return color_.setColorIndex(index);
 }
 Acad::ErrorStatus AcDbEntity::setLineWeight(int weight, bool) {
-  if (weight < -3 || weight > 211) return Acad::eInvalidInput;
+  if ((weight < -3 || weight > -1) && !host::isLineWeight(weight)) return Acad::eInvalidInput;
   assertWriteEnabled();
   lineWeight_ = static_cast<Adesk::Int16>(weight);
   return Acad::eOk;
@@ -62,7 +63,9 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
   if (!database) return;
   assertWriteEnabled();
   layer_ = database->clayer();
-  linetype_ = database->byLayerLinetype();
+  linetype_ = database->celtype();
+  linetypeScale_ = database->celtscale();
+  color_ = database->cecolor();
 }
 void AcDbEntity::setPropertiesFrom(const AcDbEntity* other) {
   assertWriteEnabled();
@@ -75,20 +78,31 @@ Acad::ErrorStatus AcDbEntity::dwgOutFields(AcDbDwgFiler* filer) const {
   filer->writeHardPointerId(layer_);
   filer->writeHardPointerId(linetype_);
   filer->writeDouble(linetypeScale_);
-  filer->writeBool(color_.isByColor());
-  filer->writeInt32(static_cast<Adesk::Int32>(color_.isByColor() ? color_.rgb() : color_.colorIndex()));
+  host::putColour(*filer, color_);
   filer->writeInt16(lineWeight_);
   return filer->writeBool(invisible_);
 }
 
-namespace {
-
-void setExact(AcCmColor& color, Adesk::Int32 rgb) {
-  color.setRGB(static_cast<Adesk::UInt8>(rgb >> 16), static_cast<Adesk::UInt8>(rgb >> 8),
-               static_cast<Adesk::UInt8>(rgb));
+AcCmColor host::exactColour(Adesk::Int32 rgb) {
+  AcCmColor made;
+  made.setRGB(static_cast<Adesk::UInt8>(rgb >> 16), static_cast<Adesk::UInt8>(rgb >> 8),
+              static_cast<Adesk::UInt8>(rgb));
+  return made;
 }
-
-}  // namespace
+void host::putColour(AcDbDwgFiler& filer, const AcCmColor& colour) {
+  filer.writeBool(colour.isByColor());
+  filer.writeInt32(static_cast<Adesk::Int32>(colour.isByColor() ? colour.rgb() : colour.colorIndex()));
+}
+AcCmColor host::getColour(AcDbDwgFiler& filer) {
+  bool exact = false;
+  Adesk::Int32 value = 256;
+  filer.readBool(&exact);
+  filer.readInt32(&value);
+  AcCmColor colour;
+  if (exact) return exactColour(value);
+  colour.setColorIndex(static_cast<Adesk::UInt16>(value));
+  return colour;
+}
 
 Acad::ErrorStatus AcDbEntity::dwgInFields(AcDbDwgFiler* filer) {
   AcDbObject::dwgInFields(filer);
@@ -96,12 +110,7 @@ Acad::ErrorStatus AcDbEntity::dwgInFields(AcDbDwgFiler* filer) {
   reader.named<AcDbLayerTable>(8, layer_);
   reader.named<AcDbLinetypeTable>(6, linetype_);
   filer->readDouble(&linetypeScale_);
-  bool exact = false;
-  Adesk::Int32 value = 256;
-  filer->readBool(&exact);
-  filer->readInt32(&value);
-  if (exact) setExact(color_, value);
-  if (!exact) color_.setColorIndex(static_cast<Adesk::UInt16>(value));
+  color_ = host::getColour(*filer);
   filer->readInt16(&lineWeight_);
   return filer->readBool(&invisible_);
 }
@@ -132,7 +141,7 @@ Acad::ErrorStatus AcDbEntity::dxfInFields(AcDbDxfFiler* filer) {
     if (reader.status != Acad::eOk) return reader.status;
     reader(48, linetypeScale_), reader(370, lineWeight_), reader(60, invisible_);
     if (item.restype == 62) color_.setColorIndex(static_cast<Adesk::UInt16>(item.resval.rint));
-    if (item.restype == 420) setExact(color_, item.resval.rlong);
+    if (item.restype == 420) color_ = host::exactColour(item.resval.rlong);
   }
   return filer->filerStatus();
 }

@@ -1,4 +1,5 @@
 #include "host/drawing/fields.h"
+#include "host/drawing/path.h"
 
 ACRX_DEFINE_MEMBERS(AcDbLine)
 ACRX_DEFINE_MEMBERS(AcDbPoint)
@@ -39,6 +40,12 @@ Acad::ErrorStatus AcDbLine::getClosestPointTo(const AcGePoint3d& given, AcGePoin
   getParamAtPoint(given, param);
   if (!extend) param = std::clamp(param, 0.0, start_.distanceTo(end_));
   return getPointAtParam(param, closest);
+}
+Acad::ErrorStatus AcDbLine::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
+                                              AcGePoint3d& closest, bool extend) const {
+  const double share = host::Segment{start_, end_}.closestShare(given, &direction);
+  closest = start_ + (end_ - start_) * (extend ? share : std::clamp(share, 0.0, 1.0));
+  return Acad::eOk;
 }
 bool AcDbLine::subWorldDraw(AcGiWorldDraw* draw) {
   const AcGePoint3d ends[] = {start_, end_};

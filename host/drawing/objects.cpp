@@ -1,33 +1,33 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "brx/lisp_calls.h"
+#include "brx/db_dictionary.h"
+#include "host/calls/group_codes.h"
 #include "host/drawing/fields.h"
 #include "host/drawing/memory_filer.h"
+#include "host/drawing/subentities.h"
 
 namespace {
 
 /// Extended data of one object above this is refused, as the file format has 16 bits for it.
 constexpr size_t mostXdata = 16383;
 
-bool isXdataText(int code) { return (code >= 1000 && code <= 1003) || code == 1005; }
-
-void append(resbuf**& end, const resbuf& item) {
-  *end = acutNewRb(item.restype);
-  if (isXdataText(item.restype)) {
-    acutNewString(item.resval.rstring, (*end)->resval.rstring);
-  } else {
-    (*end)->resval = item.resval;
-  }
-  end = &(*end)->rbnext;
-}
-
 size_t xdataSize(const resbuf* data) {
   size_t size = 0;
   for (; data; data = data->rbnext) {
-    const bool isText = isXdataText(data->restype);
-    const bool isPoint = data->restype >= 1010 && data->restype <= 1013;
-    size += isText ? 4 + std::wcslen(data->resval.rstring) : isPoint ? 25 : 9;
+    switch (host::groupKind(data->restype)) {
+      case host::GroupKind::text:
+        size += 4 + std::wcslen(data->resval.rstring);
+        break;
+      case host::GroupKind::binary:
+        size += 2 + static_cast<size_t>(data->resval.rbinary.clen);
+        break;
+      case host::GroupKind::point:
+        size += 25;
+        break;
+      default:
+        size += 9;
+    }
   }
   return size;
 }
@@ -41,15 +41,36 @@ bool namesApplication(const resbuf* data, const std::wstring& key) {
 
 /// Appends the runs of `data` whose application `wanted` accepts.
 template <class Wanted>
-void copyApplications(resbuf**& end, const resbuf* data, Wanted wanted) {
+void copyApplications(host::GroupList& to, const resbuf* data, Wanted wanted) {
   bool copying = false;
   for (; data; data = data->rbnext) {
     if (data->restype == 1001) copying = wanted(host::symbolKey(data->resval.rstring));
-    if (copying) append(end, *data);
+    if (copying) to.append(*data);
   }
 }
 
+AcDbObjectExtras& extrasOf(AcDbObject& object) {
+  AcDbObjectExtras*& extras = HostAccess::extras(object);
+  if (!extras) extras = new AcDbObjectExtras;
+  return *extras;
+}
+
+/// Entities on a locked layer are read only.
+bool isOnLockedLayer(const AcDbStub& stub) {
+  const AcDbEntity* const entity = AcDbEntity::cast(stub.object);
+  const AcDbStub* const layer = entity ? entity->layerId().stub() : nullptr;
+  const AcDbLayerTableRecord* const record = layer ? AcDbLayerTableRecord::cast(layer->object) : nullptr;
+  return record && record->isLocked();
+}
+
 }  // namespace
+
+void host::markErased(AcDbStub& stub, bool erased) {
+  AcDbDatabaseImp& imp = stub.database->imp();
+  if (imp.openMarks) imp.journal.push_back({&stub, stub.erased, {}, 0, {}});
+  stub.erased = erased;
+  ++imp.changes;
+}
 
 const AcDbObjectId AcDbObjectId::kNull;
 bool AcDbObjectId::isValid() const { return stub_ && stub_->object; }
@@ -66,9 +87,10 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
   if (stub->erased && !openErased) return Acad::eWasErased;
   if (stub->writing) return Acad::eWasOpenForWrite;
   if (mode == AcDb::kForWrite && stub->readers) return Acad::eWasOpenForRead;
+  if (mode == AcDb::kForWrite && isOnLockedLayer(*stub)) return Acad::eOnLockedLayer;
   if (mode == AcDb::kForWrite) {
     stub->writing = true;
-    stub->recorded = false;
+    ++stub->database->imp().changes;
   } else {
     ++stub->readers;
   }
@@ -78,11 +100,7 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
 
 ACRX_DEFINE_MEMBERS(AcDbObject)
 
-AcDbObject::~AcDbObject() {
-  if (!extras_) return;
-  acutRelRb(extras_->xdata);
-  delete extras_;
-}
+AcDbObject::~AcDbObject() { delete extras_; }
 
 AcDbObjectId AcDbObject::ownerId() const { return AcDbObjectId(stub_ ? stub_->owner : nullptr); }
 void AcDbObject::setOwnerId(const AcDbObjectId& owner) {
@@ -100,15 +118,17 @@ void AcDbObject::assertWriteEnabled(bool autoUndo, bool) {
                  static_cast<unsigned long long>(stub_->handle));
     std::abort();
   }
-  if (!autoUndo || stub_->recorded || !imp.openMarks) return;
+  if (!autoUndo || !imp.openMarks || stub_->recordedAt == imp.markSerial) return;
   host::MemoryFiler filer(AcDb::kUndoFiler);
   dwgOutFields(&filer);
-  imp.journal.push_back({stub_, stub_->erased, filer.take()});
-  stub_->recorded = true;
+  imp.journal.push_back({stub_, stub_->erased, filer.take(), 0, {}});
+  stub_->recordedAt = imp.markSerial;
 }
 
 Acad::ErrorStatus AcDbObject::close() {
   if (!stub_) return Acad::eNotInDatabase;
+  // What a transaction opened it closes at its end.
+  if (stub_->inTransaction && stub_->readers <= 1) return Acad::eOk;
   if (stub_->writing) {
     stub_->writing = false;
   } else if (stub_->readers) {
@@ -119,12 +139,29 @@ Acad::ErrorStatus AcDbObject::close() {
   return Acad::eOk;
 }
 
+namespace {
+
+/// What a drawing can't be without.
+bool isIndispensable(const AcDbObject& object) {
+  const AcDbDatabase& drawing = *object.database();
+  const AcDbObjectId id = object.objectId();
+  return object.isKindOf(AcDbSymbolTable::desc()) || id == drawing.layerZero() || id == drawing.clayer() ||
+         id == drawing.modelSpaceId() || id == drawing.byLayerLinetype() || id == drawing.byBlockLinetype() ||
+         id == drawing.continuousLinetype() || id == drawing.namedObjectsDictionaryId();
+}
+
+}  // namespace
+
 Acad::ErrorStatus AcDbObject::erase(bool erasing) {
   if (!stub_) return Acad::eNotInDatabase;
   if (!stub_->writing) return Acad::eNotOpenForWrite;
-  AcDbDatabaseImp& imp = stub_->database->imp();
-  if (imp.openMarks) imp.journal.push_back({stub_, stub_->erased, {}});
-  stub_->erased = erasing;
+  if (erasing == stub_->erased) return Acad::eOk;
+  if (erasing && !isKindOf(AcDbEntity::desc()) && isIndispensable(*this)) {
+    return Acad::eCannotBeErasedByCaller;
+  }
+  host::markErased(*stub_, erasing);
+  AcDbEntity* const entity = AcDbEntity::cast(this);
+  if (entity) host::eraseSubentities(*entity, erasing);
   return Acad::eOk;
 }
 
@@ -132,9 +169,10 @@ Acad::ErrorStatus AcDbObject::upgradeOpen() {
   if (!stub_) return Acad::eNotInDatabase;
   if (stub_->writing) return Acad::eWasOpenForWrite;
   if (stub_->readers != 1) return stub_->readers ? Acad::eWasOpenForRead : Acad::eNotOpenForRead;
+  if (isOnLockedLayer(*stub_)) return Acad::eOnLockedLayer;
   stub_->readers = 0;
   stub_->writing = true;
-  stub_->recorded = false;
+  ++stub_->database->imp().changes;
   return Acad::eOk;
 }
 
@@ -147,14 +185,13 @@ Acad::ErrorStatus AcDbObject::downgradeOpen() {
 }
 
 resbuf* AcDbObject::xData(const ACHAR* application) const {
-  resbuf* head = nullptr;
-  resbuf** end = &head;
+  host::GroupList found;
   const std::wstring key = host::symbolKey(application);
   if (extras_) {
-    copyApplications(end, extras_->xdata,
+    copyApplications(found, extras_->xdata.head(),
                      [&](const std::wstring& own) { return !application || own == key; });
   }
-  return head;
+  return found.release();
 }
 
 Acad::ErrorStatus AcDbObject::setXData(const resbuf* data) {
@@ -165,34 +202,66 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* data) {
   AcDbObjectPointer<AcDbRegAppTable> applications(drawing->tableId(AcDbRegAppTable::desc()));
   if (applications.openStatus() != Acad::eOk) return applications.openStatus();
   for (const resbuf* each = data; each; each = each->rbnext) {
-    if (each->restype < 1000 || each->restype > 1071 || each->restype == 1004) return Acad::eInvalidResBuf;
+    if (each->restype < 1000 || each->restype > 1071) return Acad::eInvalidResBuf;
     if (each->restype == 1001 && !applications->has(each->resval.rstring)) return Acad::eRegappIdNotFound;
   }
-  resbuf* made = nullptr;
-  resbuf** end = &made;
+  host::GroupList made;
   if (extras_) {
-    copyApplications(end, extras_->xdata,
+    copyApplications(made, extras_->xdata.head(),
                      [&](const std::wstring& own) { return !namesApplication(data, own); });
   }
   // An application with nothing behind its name loses its data.
   for (const resbuf* each = data; each; each = each->rbnext) {
     const bool isEmpty = each->restype == 1001 && (!each->rbnext || each->rbnext->restype == 1001);
-    if (!isEmpty) append(end, *each);
+    if (!isEmpty) made.append(*each);
   }
-  if (xdataSize(made) > mostXdata) {
-    acutRelRb(made);
-    return Acad::eXDataSizeExceeded;
-  }
-  if (!extras_) extras_ = new AcDbObjectExtras;
-  acutRelRb(extras_->xdata);
-  extras_->xdata = made;
+  if (xdataSize(made.head()) > mostXdata) return Acad::eXDataSizeExceeded;
+  if (extras_ || !made.empty()) extrasOf(*this).xdata = std::move(made);
   return Acad::eOk;
 }
 
 AcDbObjectId AcDbObject::extensionDictionary() const {
   return extras_ ? extras_->extensionDictionary : AcDbObjectId{};
 }
-Acad::ErrorStatus AcDbObject::createExtensionDictionary() { return Acad::eNotImplementedYet; }
+Acad::ErrorStatus AcDbObject::createExtensionDictionary() {
+  if (!stub_) return Acad::eNotInDatabase;
+  const AcDbObjectId old = extensionDictionary();
+  if (old.isValid() && !old.isErased()) return Acad::eOk;
+  assertWriteEnabled();
+  auto* const made = new AcDbDictionary;
+  made->setTreatElementsAsHard(true);
+  AcDbObjectId id;
+  const Acad::ErrorStatus status = database()->addAcDbObject(id, made, objectId());
+  if (status != Acad::eOk) {
+    delete made;
+    return status;
+  }
+  extrasOf(*this).extensionDictionary = id;
+  return made->close();
+}
+Acad::ErrorStatus AcDbObject::releaseExtensionDictionary() {
+  AcDbObjectPointer<AcDbDictionary> dictionary(extensionDictionary(), AcDb::kForWrite);
+  if (!dictionary.object()) return dictionary.openStatus();
+  if (dictionary->numEntries()) return Acad::eContainerNotEmpty;
+  assertWriteEnabled();
+  dictionary->erase();
+  extrasOf(*this).extensionDictionary.setNull();
+  return Acad::eOk;
+}
+
+const std::vector<AcDbObjectId>& AcDbObject::reactorIds() const {
+  static const std::vector<AcDbObjectId> none;
+  return extras_ ? extras_->reactors : none;
+}
+void AcDbObject::addPersistentReactor(AcDbObjectId dependent) {
+  assertWriteEnabled();
+  std::vector<AcDbObjectId>& all = extrasOf(*this).reactors;
+  if (std::find(all.begin(), all.end(), dependent) == all.end()) all.push_back(dependent);
+}
+void AcDbObject::removePersistentReactor(AcDbObjectId dependent) {
+  assertWriteEnabled();
+  if (extras_) std::erase(extras_->reactors, dependent);
+}
 
 AcRxObject* AcDbObject::clone() const {
   auto* const copy = static_cast<AcDbObject*>(isA()->create());
@@ -204,41 +273,42 @@ AcRxObject* AcDbObject::clone() const {
   return copy;
 }
 
+namespace {
+
+/// What stands in the first byte of an object's fields.
+enum : Adesk::UInt8 { hasXdata = 1, hasExtension = 2, hasReactors = 4 };
+
+}  // namespace
+
 Acad::ErrorStatus AcDbObject::dwgOutFields(AcDbDwgFiler* filer) const {
-  Adesk::Int32 count = 0;
-  const resbuf* const data = extras_ ? extras_->xdata : nullptr;
-  for (const resbuf* each = data; each; each = each->rbnext) ++count;
-  filer->writeInt32(count);
-  for (const resbuf* each = data; each; each = each->rbnext) {
-    filer->writeInt16(each->restype);
-    if (isXdataText(each->restype)) {
-      filer->writeString(each->resval.rstring);
-    } else {
-      filer->writeBytes(each->resval.rpoint, sizeof(ads_point));
-    }
-  }
+  // A copy stands alone: nothing depends on it, and it has no dictionary of its own.
+  const bool copying = filer->filerType() == AcDb::kCopyFiler;
+  Adesk::UInt8 has = 0;
+  if (extras_ && !extras_->xdata.empty()) has |= hasXdata;
+  if (extras_ && !copying && !extras_->extensionDictionary.isNull()) has |= hasExtension;
+  if (extras_ && !copying && !extras_->reactors.empty()) has |= hasReactors;
+  filer->writeUInt8(has);
+  host::DwgWriter writer{*filer};
+  if (has & hasXdata) extras_->xdata.dwgOut(*filer);
+  if (has & hasExtension) filer->writeHardOwnershipId(extras_->extensionDictionary);
+  if (has & hasReactors) writer.list(330, extras_->reactors);
   return filer->filerStatus();
 }
 
 Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* filer) {
-  Adesk::Int32 count = 0;
-  filer->readInt32(&count);
-  resbuf* head = nullptr;
-  for (resbuf** end = &head; count > 0 && filer->filerStatus() == Acad::eOk; --count, end = &(*end)->rbnext) {
-    Adesk::Int16 code = 0;
-    filer->readInt16(&code);
-    *end = acutNewRb(code);
-    if (isXdataText(code)) {
-      filer->readString(&(*end)->resval.rstring);
-    } else {
-      filer->readBytes((*end)->resval.rpoint, sizeof(ads_point));
-    }
+  Adesk::UInt8 has = 0;
+  filer->readUInt8(&has);
+  if (!has && !extras_) return filer->filerStatus();
+  AcDbObjectExtras& extras = extrasOf(*this);
+  extras = {};
+  host::DwgReader reader{*filer};
+  if (has & hasXdata) extras.xdata.dwgIn(*filer);
+  if (has & hasExtension) {
+    AcDbHardOwnershipId id;
+    filer->readHardOwnershipId(&id);
+    extras.extensionDictionary = id;
   }
-  if (!extras_ && head) extras_ = new AcDbObjectExtras;
-  if (extras_) {
-    acutRelRb(extras_->xdata);
-    extras_->xdata = head;
-  }
+  if (has & hasReactors) reader.list(330, extras.reactors);
   return filer->filerStatus();
 }
 

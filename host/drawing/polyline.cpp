@@ -1,62 +1,22 @@
 #include "host/drawing/fields.h"
-#include "host/drawing/segments.h"
+#include "host/drawing/path.h"
 
 ACRX_DEFINE_MEMBERS(AcDbPolyline)
 
-namespace host {
-
-unsigned segmentCount(const AcDbPolyline& line) {
-  const unsigned count = line.numVerts();
-  return count < 2 ? 0 : line.isClosed() ? count : count - 1;
+static host::Path pathOf(const AcDbPolyline& line) {
+  const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(line.normal());
+  const auto& vertices = line.vertices();
+  const auto place = [&](size_t index) {
+    const AcGePoint2d& own = vertices[index % vertices.size()].point;
+    return plane * AcGePoint3d{own.x, own.y, line.elevation()};
+  };
+  host::Path path(line.isClosed());
+  const size_t count = vertices.size() < 2 ? 0 : vertices.size() - (line.isClosed() ? 0 : 1);
+  for (size_t i = 0; i < count; ++i) path.add({place(i), place(i + 1), vertices[i].bulge, line.normal()});
+  return path;
 }
 
-std::unique_ptr<AcDbCurve> segmentOf(const AcDbPolyline& line, unsigned index, bool& reversed) {
-  AcGePoint3d a, b;
-  line.getPointAt(index, a);
-  line.getPointAt((index + 1) % line.numVerts(), b);
-  const double bulge = line.vertices()[index].bulge;
-  reversed = bulge < 0;
-  if (bulge == 0) return std::make_unique<AcDbLine>(a, b);
-  // Bulge is the tangent of a quarter of the sweep; the centre lies across the chord's middle.
-  const AcGeMatrix3d local = AcGeMatrix3d::worldToPlane(line.normal());
-  const AcGeVector3d chord = b - a;
-  const AcGeVector3d left = line.normal().normal().crossProduct(chord);
-  const AcGePoint3d centre = a + chord * 0.5 + left * ((1 - bulge * bulge) / (4 * bulge));
-  const AcGeVector3d from = local * (a - centre), to = local * (b - centre);
-  const double first = std::atan2(from.y, from.x), last = std::atan2(to.y, to.x);
-  return std::make_unique<AcDbArc>(centre, line.normal(), (a - centre).length(), reversed ? last : first,
-                                   reversed ? first : last);
-}
-
-}  // namespace host
-
-namespace {
-
-double lengthOf(const AcDbCurve& curve) {
-  double end = 0, length = 0;
-  curve.getEndParam(end);
-  curve.getDistAtParam(end, length);
-  return length;
-}
-
-/// The piece that a parameter falls into, and how far along it as a share of its length.
-struct Place {
-  std::unique_ptr<AcDbCurve> piece;
-  bool reversed = false;
-  double share = 0, length = 0;
-};
-
-bool findPlace(const AcDbPolyline& line, double param, Place& place) {
-  const unsigned count = host::segmentCount(line);
-  if (!count || !(param >= 0) || param > count) return false;
-  const unsigned index = std::min(static_cast<unsigned>(param), count - 1);
-  place.piece = host::segmentOf(line, index, place.reversed);
-  place.length = lengthOf(*place.piece);
-  place.share = param - index;
-  return true;
-}
-
-}  // namespace
+HOST_FOLLOWS_PATH(AcDbPolyline, pathOf)
 
 Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned index, const AcGePoint2d& point, double bulge,
                                             double startWidth, double endWidth) {
@@ -77,89 +37,21 @@ Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned index, double& bulge) const 
   return bulge = vertices_[index].bulge, Acad::eOk;
 }
 void AcDbPolyline::setClosed(bool closed) { assertWriteEnabled(), closed_ = closed; }
-Acad::ErrorStatus AcDbPolyline::getEndParam(double& param) const {
-  return param = host::segmentCount(*this), Acad::eOk;
-}
-Acad::ErrorStatus AcDbPolyline::getPointAtParam(double param, AcGePoint3d& point) const {
-  Place place;
-  if (!findPlace(*this, param, place)) return Acad::eInvalidInput;
-  return place.piece->getPointAtDist(place.length * (place.reversed ? 1 - place.share : place.share), point);
-}
-Acad::ErrorStatus AcDbPolyline::getParamAtPoint(const AcGePoint3d& point, double& param) const {
-  double best = 1e300;
-  for (unsigned i = 0; i < host::segmentCount(*this); ++i) {
-    bool reversed = false;
-    const auto piece = host::segmentOf(*this, i, reversed);
-    AcGePoint3d near;
-    double along = 0;
-    piece->getClosestPointTo(point, near);
-    if (near.distanceTo(point) >= best) continue;
-    best = near.distanceTo(point);
-    piece->getDistAtPoint(near, along);
-    const double length = lengthOf(*piece), share = length > 0 ? along / length : 0;
-    param = i + (reversed ? 1 - share : share);
-  }
-  return best < 1e300 ? Acad::eOk : Acad::eDegenerateGeometry;
-}
-Acad::ErrorStatus AcDbPolyline::getDistAtParam(double param, double& distance) const {
-  Place place;
-  if (!findPlace(*this, param, place)) return Acad::eInvalidInput;
-  distance = place.share * place.length;
-  const unsigned before = std::min(static_cast<unsigned>(param), host::segmentCount(*this) - 1);
-  for (unsigned i = 0; i < before; ++i) distance += lengthOf(*host::segmentOf(*this, i, place.reversed));
-  return Acad::eOk;
-}
-Acad::ErrorStatus AcDbPolyline::getParamAtDist(double distance, double& param) const {
-  bool reversed = false;
-  for (unsigned i = 0; i < host::segmentCount(*this); ++i) {
-    const double length = lengthOf(*host::segmentOf(*this, i, reversed));
-    if (distance <= length && length > 0) return param = i + distance / length, Acad::eOk;
-    distance -= length;
-  }
-  return Acad::eInvalidInput;
-}
-Acad::ErrorStatus AcDbPolyline::getFirstDeriv(double param, AcGeVector3d& derivative) const {
-  Place place;
-  AcGePoint3d point;
-  if (!findPlace(*this, param, place)) return Acad::eInvalidInput;
-  getPointAtParam(param, point);
-  const Acad::ErrorStatus status =
-      static_cast<const AcDbCurve&>(*place.piece).getFirstDeriv(point, derivative);
-  derivative = derivative.normal() * (place.reversed ? -place.length : place.length);
-  return status;
-}
-Acad::ErrorStatus AcDbPolyline::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
-                                                  bool) const {
-  double param = 0;
-  const Acad::ErrorStatus status = getParamAtPoint(given, param);
-  return status == Acad::eOk ? getPointAtParam(param, closest) : status;
-}
-Acad::ErrorStatus AcDbPolyline::subExplode(AcDbVoidPtrArray& entities) const {
-  bool reversed = false;
-  for (unsigned i = 0; i < host::segmentCount(*this); ++i) {
-    AcDbCurve* const piece = host::segmentOf(*this, i, reversed).release();
-    piece->setPropertiesFrom(this);
-    entities.append(static_cast<AcDbEntity*>(piece));
-  }
-  return Acad::eOk;
-}
-bool AcDbPolyline::subWorldDraw(AcGiWorldDraw* draw) {
-  bool reversed = false;
-  for (unsigned i = 0; i < host::segmentCount(*this); ++i)
-    host::segmentOf(*this, i, reversed)->worldDraw(draw);
-  return true;
-}
-Acad::ErrorStatus AcDbPolyline::subGetGeomExtents(AcDbExtents& extents) const {
-  bool reversed = false;
-  for (unsigned i = 0; i < host::segmentCount(*this); ++i)
-    host::segmentOf(*this, i, reversed)->getGeomExtents(extents);
-  return extents.isEmpty() ? Acad::eInvalidExtents : Acad::eOk;
-}
+bool AcDbPolyline::subWorldDraw(AcGiWorldDraw* draw) { return pathOf(*this).draw(*draw), true; }
 Acad::ErrorStatus AcDbPolyline::subGetStretchPoints(AcGePoint3dArray& points) const {
   for (unsigned i = 0; i < numVerts(); ++i) {
     AcGePoint3d point;
     getPointAt(i, point);
     points.append(point);
+  }
+  return Acad::eOk;
+}
+Acad::ErrorStatus AcDbPolyline::subMoveStretchPointsAt(const AcDbIntArray& indices,
+                                                       const AcGeVector3d& offset) {
+  assertWriteEnabled();
+  const AcGeVector3d own = AcGeMatrix3d::worldToPlane(normal_) * offset;
+  for (unsigned i = 0; i < numVerts(); ++i) {
+    if (indices.contains(static_cast<int>(i))) vertices_[i].point = vertices_[i].point + own.convert2d();
   }
   return Acad::eOk;
 }
@@ -228,12 +120,14 @@ Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
   if (status != Acad::eOk) return status;
   if (!filer->atSubclassData(L"AcDbPolyline")) return Acad::eBadDxfSequence;
   resbuf item{};
+  bool first = true;
   while (filer->readItem(&item) == Acad::eOk) {
     if (item.restype == 70) closed_ = item.resval.rint & 1;
     if (item.restype == 38) elevation_ = item.resval.rreal;
     if (item.restype == 210) normal_ = asPnt3d(item.resval.rpoint).asVector();
+    if (item.restype == 10 && first) vertices_.clear(), first = false;
     if (item.restype == 10) vertices_.push_back({{item.resval.rpoint[0], item.resval.rpoint[1]}, 0, 0, 0});
-    if (vertices_.empty()) continue;
+    if (first) continue;
     if (item.restype == 40) vertices_.back().startWidth = item.resval.rreal;
     if (item.restype == 41) vertices_.back().endWidth = item.resval.rreal;
     if (item.restype == 42) vertices_.back().bulge = item.resval.rreal;

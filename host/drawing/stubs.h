@@ -6,6 +6,10 @@
 #include <vector>
 
 #include "brx/db_database.h"
+#include "brx/db_subentities.h"
+#include "brx/db_transactions.h"
+#include "host/drawing/group_list.h"
+#include "host/drawing/header_variables.h"
 
 /// What stands behind an id: made once for each handle, kept as long as the database.
 struct AcDbStub {
@@ -14,22 +18,28 @@ struct AcDbStub {
   AcDbDatabase* database = nullptr;
   AcDbStub* owner = nullptr;
   Adesk::UInt16 readers = 0;
-  Adesk::UInt32 position = 0;  // among the entities of its block
+  Adesk::UInt32 position = 0;    // among the entities of its block
+  Adesk::UInt32 recordedAt = 0;  // undo mark since which the state before the first change is recorded
   bool writing = false, erased = false;
-  bool recorded = false;  // the state before this opening stands in the undo journal
+  bool inTransaction = false;    // one reader or the writer is a transaction
+  bool erasedWithOwner = false;  // and comes back with it
 };
 
 /// Rarely present data of an object.
 struct AcDbObjectExtras {
-  resbuf* xdata = nullptr;
+  host::GroupList xdata;
   AcDbObjectId extensionDictionary;
+  std::vector<AcDbObjectId> reactors;
 };
 
-/// One change that can be taken back. `before` is empty for a change of the erased flag alone.
+/// One change that can be taken back. `before` is empty for a change of the erased flag alone. Without
+/// an object it is the change of a variable.
 struct UndoRecord {
   AcDbStub* stub;
   bool wasErased;
   std::vector<unsigned char> before;
+  size_t variable = 0;
+  host::HeaderValue value;
 };
 
 struct AcDbDatabaseImp {
@@ -39,15 +49,33 @@ struct AcDbDatabaseImp {
   std::unordered_map<AcDbHandle, std::unique_ptr<AcDbStub*[]>> pages;
   AcDbHandle nextHandle = 1;
   std::map<const AcRxClass*, AcDbStub*> tables;
-  AcDbObjectId layerZero, clayer, modelSpace, continuous, byLayer, byBlock, textstyle;
-  double dimscale = 1;
+  /// Records that are asked for often, by their table and name.
+  std::map<std::pair<const AcRxClass*, std::wstring_view>, AcDbObjectId> standards;
+  AcDbObjectId namedObjects;
+  std::wstring fileName;
   bool undoing = false;
   size_t openMarks = 0;
+  Adesk::UInt32 markSerial = 0;  // number of the mark set last
+  Adesk::UInt64 changes = 0;     // grows with every opening for writing, erasing and adding
   std::vector<UndoRecord> journal;
+  std::unique_ptr<AcDbTransactionManager, void (*)(AcDbTransactionManager*)> transactions{nullptr, nullptr};
 
   AcDbStub*& slot(AcDbHandle handle);
   AcDbStub* find(AcDbHandle handle) const;
   AcDbStub& make(AcDbDatabase& database, AcDbHandle handle);
+  const host::HeaderValue& header(size_t variable) const;
+  void setHeader(size_t variable, host::HeaderValue value);
+  /// The record of that name, which must be a literal; null while the table lacks it.
+  template <class Table>
+  AcDbObjectId standardRecord(const AcDbDatabase& database, std::wstring_view name) {
+    AcDbObjectId& kept = standards[{Table::desc(), name}];
+    if (kept.isNull() || kept.isErased()) kept = findRecord(database.tableId(Table::desc()), name);
+    return kept;
+  }
+
+ private:
+  static AcDbObjectId findRecord(AcDbObjectId table, std::wstring_view name);
+  std::vector<host::HeaderValue> header_;
 };
 
 /// The host's way to what objects keep private.
@@ -59,13 +87,18 @@ struct HostAccess {
     id.stub()->position = static_cast<Adesk::UInt32>(record.entities_.size());
     record.entities_.push_back(id);
   }
+  /// What the block beside a record holds in drawing files.
+  static void setBlock(AcDbBlockTableRecord& record, const AcGePoint3d& origin, Adesk::Int16 flags,
+                       const std::wstring& path, const std::wstring& comments);
   static void addRecord(AcDbSymbolTable& table, const std::wstring& key, AcDbObjectId id) {
     table.byName_[key] = id;
     table.order_.push_back(id);
   }
   static void rename(AcDbSymbolTable& table, const std::wstring& from, const std::wstring& to,
                      AcDbObjectId id) {
-    table.byName_.erase(from);
+    if (const auto old = table.byName_.find(from); old != table.byName_.end() && old->second == id) {
+      table.byName_.erase(old);
+    }
     table.byName_[to] = id;
   }
   static void line(auto& v, auto& o) {
@@ -82,21 +115,31 @@ struct HostAccess {
     v(41, o.widthFactor_), v(51, o.oblique_), v.template named<AcDbTextStyleTable>(7, o.style_);
     v(71, o.generation_), v(72, o.horizontal_), v.plane(11, o.alignment_, o.normal_), v(210, o.normal_);
   }
-  /// Has its place behind a second subclass mark.
+/// Has its place behind a second subclass mark.
   static void textVertical(auto& v, auto& o) { v(73, o.vertical_); }
+  /// Attributes have 73 for another field.
+  static void verticalOfAttribute(auto& v, auto& o) { v(74, o.vertical_); }
   static void mtext(auto& v, auto& o) {
     v(10, o.location_), v(40, o.textHeight_), v(41, o.width_), v(71, o.attachment_), v(1, o.contents_);
     v.template named<AcDbTextStyleTable>(7, o.style_), v(210, o.normal_), v(11, o.direction_), v(72, o.flow_),
         v(73, o.spacingStyle_), v(44, o.lineSpacing_), v(90, o.background_), v(45, o.backgroundScale_);
   }
-  static void insert(auto& v, auto& o) {
-    v.template named<AcDbBlockTable>(2, o.record_), v.plane(10, o.position_, o.normal_), v(41, o.scale_.sx);
-    v(42, o.scale_.sy), v(43, o.scale_.sz), v(50, o.rotation_), v(210, o.normal_);
+  static BrxSubentities* subentities(AcDbEntity& entity);
+  static void scaleWidths(auto& vertex, double factor) {
+    vertex.startWidth_ *= factor, vertex.endWidth_ *= factor;
+  }
+  static void setPosition(AcDbStub* stub, size_t position) {
+    stub->position = static_cast<Adesk::UInt32>(position);
   }
   static const auto& names(const AcDbSymbolTable& table) { return table.byName_; }
 };
 
 namespace host {
+
+/// The object without opening it; null for a null id or one that nothing fills.
+inline AcDbObject* objectOf(AcDbObjectId id) { return id.stub() ? id.stub()->object : nullptr; }
+/// Sets the erased flag of an object, whatever it is open for, and records that for undo.
+void markErased(AcDbStub& stub, bool erased);
 
 /// Registers the host's database classes once.
 void registerDatabaseClasses();

@@ -1,6 +1,9 @@
 #include <cmath>
+#include <set>
 
-#include "host/drawing/fields.h"
+#include "brx/db_attributes.h"
+#include "brx/db_dictionary.h"
+#include "host/drawing/subentities.h"
 
 using host::symbolKey;
 
@@ -12,11 +15,17 @@ ACRX_DEFINE_MEMBERS(AcDbLinetypeTable)
 ACRX_DEFINE_MEMBERS(AcDbTextStyleTable)
 ACRX_DEFINE_MEMBERS(AcDbRegAppTable)
 ACRX_DEFINE_MEMBERS(AcDbDimStyleTable)
+ACRX_DEFINE_MEMBERS(AcDbViewTable)
+ACRX_DEFINE_MEMBERS(AcDbUCSTable)
+ACRX_DEFINE_MEMBERS(AcDbViewportTable)
 ACRX_DEFINE_MEMBERS(AcDbLayerTableRecord)
 ACRX_DEFINE_MEMBERS(AcDbLinetypeTableRecord)
 ACRX_DEFINE_MEMBERS(AcDbTextStyleTableRecord)
 ACRX_DEFINE_MEMBERS(AcDbRegAppTableRecord)
 ACRX_DEFINE_MEMBERS(AcDbDimStyleTableRecord)
+ACRX_DEFINE_MEMBERS(AcDbViewTableRecord)
+ACRX_DEFINE_MEMBERS(AcDbUCSTableRecord)
+ACRX_DEFINE_MEMBERS(AcDbViewportTableRecord)
 ACRX_DEFINE_MEMBERS(AcDbBlockTableRecord)
 
 Acad::ErrorStatus AcDbSymbolTable::getAt(const ACHAR* name, AcDbObjectId& id, bool getErased) const {
@@ -35,7 +44,9 @@ bool AcDbSymbolTable::has(const ACHAR* name) const {
 Acad::ErrorStatus AcDbSymbolTable::add(AcDbObjectId& id, AcDbSymbolTableRecord* record) {
   if (!record) return Acad::eNullObjectPointer;
   if (record->getName().empty()) return Acad::eInvalidKey;
-  if (has(record->getName().c_str())) return Acad::eDuplicateKey;
+  // Viewports of one configuration share its name.
+  const bool shared = AcDbViewportTable::cast(this) != nullptr;
+  if (!shared && has(record->getName().c_str())) return Acad::eDuplicateKey;
   assertWriteEnabled(false);
   if (!database()) return Acad::eNoDatabase;
   const Acad::ErrorStatus status = database()->addAcDbObject(id, record, objectId());
@@ -48,19 +59,60 @@ Acad::ErrorStatus AcDbSymbolTable::add(AcDbSymbolTableRecord* record) {
   return add(id, record);
 }
 
-Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
-  if (!name || !*name) return Acad::eInvalidInput;
+Acad::ErrorStatus AcDbSymbolTable::newIterator(AcDbSymbolTableIterator*& iterator, bool atBeginning,
+                                               bool skipDeleted) const {
+  iterator = new AcDbSymbolTableIterator(*this, atBeginning, skipDeleted);
+  return Acad::eOk;
+}
+AcDbSymbolTableIterator::AcDbSymbolTableIterator(const AcDbSymbolTable& table, bool atBeginning,
+                                                 bool skipDeleted)
+    : table_(table) {
+  start(atBeginning, skipDeleted);
+}
+void AcDbSymbolTableIterator::start(bool atBeginning, bool skipDeleted) {
+  const auto& ids = table_.recordIds();
+  index_ = atBeginning || ids.empty() ? 0 : ids.size() - 1;
+  if (skipDeleted && !done() && ids[index_].isErased()) step(atBeginning, true);
+}
+/// Going back from the first wraps below 0, to an index that counts as done.
+void AcDbSymbolTableIterator::step(bool forward, bool skipDeleted) {
+  do {
+    index_ = forward ? index_ + 1 : index_ - 1;
+  } while (skipDeleted && !done() && table_.recordIds()[index_].isErased());
+}
+Acad::ErrorStatus AcDbSymbolTableIterator::getRecordId(AcDbObjectId& id) const {
+  if (done()) return Acad::eInvalidIndex;
+  id = table_.recordIds()[index_];
+  return Acad::eOk;
+}
+
+namespace {
+
+constexpr size_t longestName = 255;
+
+bool isName(std::wstring_view name) {
   // A leading star marks the host's own names.
-  if (std::wstring_view(name).find_first_of(L"<>/\\\":;?,=`|", 0) != std::wstring_view::npos ||
-      std::wstring_view(name).find(L'*', 1) != std::wstring_view::npos) {
-    return Acad::eInvalidInput;
+  if (name.starts_with(L'*')) name.remove_prefix(1);
+  const bool forbidden = name.find_first_of(L"<>/\\\":;?,*=`|") != std::wstring_view::npos;
+  const bool control = std::any_of(name.begin(), name.end(), [](wchar_t c) { return c < L' '; });
+  return !name.empty() && name.size() <= longestName && !forbidden && !control;
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
+  const bool starred = AcDbBlockTableRecord::cast(this) || AcDbViewportTableRecord::cast(this);
+  if (!name || !isName(name) || (*name == L'*' && !starred)) return Acad::eInvalidInput;
+  const AcDbDatabase* const drawing = database();
+  if (drawing && (objectId() == drawing->layerZero() || objectId() == drawing->continuousLinetype())) {
+    if (host::symbolKey(name) != host::symbolKey(name_.c_str())) return Acad::eInvalidInput;
   }
   assertWriteEnabled();
-  AcDbObjectPointer<AcDbSymbolTable> table(ownerId(), AcDb::kForWrite);
-  if (table.object()) {
+  AcDbSymbolTable* const table = AcDbSymbolTable::cast(host::objectOf(ownerId()));
+  if (table) {
     AcDbObjectId other;
     if (table->getAt(name, other) == Acad::eOk && !(other == objectId())) return Acad::eDuplicateKey;
-    HostAccess::rename(*table.object(), symbolKey(name_.c_str()), symbolKey(name), objectId());
+    HostAccess::rename(*table, host::symbolKey(name_.c_str()), host::symbolKey(name), objectId());
   }
   name_ = name;
   return Acad::eOk;
@@ -68,31 +120,10 @@ Acad::ErrorStatus AcDbSymbolTableRecord::setName(const ACHAR* name) {
 
 namespace host {
 std::wstring nameOfRecord(AcDbObjectId id) {
-  AcDbObjectPointer<AcDbSymbolTableRecord> record(id, AcDb::kForRead, true);
-  return record.object() ? record->getName() : std::wstring();
+  const AcDbSymbolTableRecord* const record = AcDbSymbolTableRecord::cast(objectOf(id));
+  return record ? record->getName() : std::wstring();
 }
 }  // namespace host
-
-namespace {
-void putColor(AcDbDwgFiler* filer, const AcCmColor& color) {
-  filer->writeBool(color.isByColor());
-  filer->writeInt32(static_cast<Adesk::Int32>(color.isByColor() ? color.rgb() : color.colorIndex()));
-}
-AcCmColor getColor(AcDbDwgFiler* filer) {
-  bool exact = false;
-  Adesk::Int32 value = 256;
-  filer->readBool(&exact);
-  filer->readInt32(&value);
-  AcCmColor color;
-  if (exact) {
-    color.setRGB(static_cast<Adesk::UInt8>(value >> 16), static_cast<Adesk::UInt8>(value >> 8),
-                 static_cast<Adesk::UInt8>(value));
-  } else {
-    color.setColorIndex(static_cast<Adesk::UInt16>(value));
-  }
-  return color;
-}
-}  // namespace
 
 Acad::ErrorStatus AcDbSymbolTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
   AcDbObject::dwgOutFields(filer);
@@ -123,21 +154,75 @@ void AcDbLayerTableRecord::setLinetypeObjectId(AcDbObjectId linetype) {
   assertWriteEnabled(), linetype_ = linetype;
 }
 
+namespace {
+
+constexpr int lineWeights[] = {0,  5,  9,  13, 15, 18,  20,  25,  30,  35,  40,  50,
+                               53, 60, 70, 80, 90, 100, 106, 120, 140, 158, 200, 211};
+
+}  // namespace
+
+bool host::isLineWeight(int weight) {
+  return std::find(std::begin(lineWeights), std::end(lineWeights), weight) != std::end(lineWeights);
+}
+
+Acad::ErrorStatus AcDbLayerTableRecord::setLineWeight(int weight) {
+  constexpr int byDefault = -3;
+  if (weight != byDefault && !host::isLineWeight(weight)) return Acad::eInvalidInput;
+  return assertWriteEnabled(), lineWeight_ = static_cast<Adesk::Int16>(weight), Acad::eOk;
+}
+Acad::ErrorStatus AcDbLayerTableRecord::setIsPlottable(bool plottable) {
+  return assertWriteEnabled(), plottable_ = plottable, Acad::eOk;
+}
+Acad::ErrorStatus AcDbLayerTableRecord::setDescription(const ACHAR* text) {
+  return assertWriteEnabled(), description_ = text ? text : L"", Acad::eOk;
+}
+std::wstring AcDbLayerTableRecord::plotStyleName() const {
+  if (!database()) return {};
+  if (database()->plotStyleMode()) return L"Color_" + std::to_wstring(color_.colorIndex());
+  AcDbObjectPointer<AcDbDictionary> styles(database()->plotStyleNameDictionaryId());
+  std::wstring name = L"Normal";
+  if (styles.object() && !plotStyle_.isNull()) styles->nameAt(plotStyle_, name);
+  return name;
+}
+Acad::ErrorStatus AcDbLayerTableRecord::setPlotStyleName(const ACHAR* name) {
+  if (!database()) return Acad::eNotInDatabase;
+  if (!name || !*name) return Acad::eInvalidInput;
+  AcDbObjectPointer<AcDbDictionary> styles(database()->plotStyleNameDictionaryId());
+  AcDbObjectId id;
+  if (!styles.object() || !styles->has(name)) {
+    return database()->plotStyleMode() ? Acad::eNotApplicable : Acad::eKeyNotFound;
+  }
+  styles->getAt(name, id);
+  styles.close();
+  return setPlotStyleName(id);
+}
+Acad::ErrorStatus AcDbLayerTableRecord::setPlotStyleName(AcDbObjectId style) {
+  if (!database()) return Acad::eNotInDatabase;
+  if (database()->plotStyleMode()) return Acad::eNotApplicable;
+  if (style.isNull()) return Acad::eNullObjectId;
+  return assertWriteEnabled(), plotStyle_ = style, Acad::eOk;
+}
+
 Acad::ErrorStatus AcDbLayerTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
   AcDbSymbolTableRecord::dwgOutFields(filer);
-  putColor(filer, color_);
+  host::putColour(*filer, color_);
   filer->writeHardPointerId(linetype_);
   filer->writeInt16(lineWeight_);
   filer->writeBool(off_);
-  return filer->writeBool(plottable_);
+  filer->writeBool(plottable_);
+  filer->writeHardPointerId(plotStyle_);
+  return filer->writeString(description_.c_str());
 }
 Acad::ErrorStatus AcDbLayerTableRecord::dwgInFields(AcDbDwgFiler* filer) {
   AcDbSymbolTableRecord::dwgInFields(filer);
-  color_ = getColor(filer);
+  color_ = host::getColour(*filer);
   host::DwgReader{*filer}.named<AcDbLinetypeTable>(6, linetype_);
   filer->readInt16(&lineWeight_);
   filer->readBool(&off_);
-  return filer->readBool(&plottable_);
+  filer->readBool(&plottable_);
+  host::DwgReader reader{*filer};
+  reader.hard(390, plotStyle_), reader(0, description_);
+  return filer->filerStatus();
 }
 Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
   AcDbSymbolTableRecord::dxfOutFields(filer);
@@ -149,7 +234,9 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfOutFields(AcDbDxfFiler* filer) const 
   if (color_.isByColor()) filer->writeInt32(420, static_cast<Adesk::Int32>(color_.rgb()));
   filer->writeString(6, linetype_.isNull() ? L"Continuous" : host::nameOfRecord(linetype_).c_str());
   if (!plottable_) filer->writeBool(290, false);
-  return filer->writeInt16(370, lineWeight_);
+  filer->writeInt16(370, lineWeight_);
+  if (plotStyle_.isValid()) filer->writeObjectId(390, plotStyle_);
+  return filer->filerStatus();
 }
 Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
   assertWriteEnabled();
@@ -162,7 +249,7 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
         status = setName(item.resval.rstring);
         break;
       case 70:
-        setFlag(1, item.resval.rint & 1), setFlag(4, item.resval.rint & 4);
+        takeFlags(item.resval.rint);
         break;
       case 62:
         off_ = item.resval.rint < 0;
@@ -175,6 +262,12 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
       }
       case 290:
         plottable_ = item.resval.rint != 0;
+        break;
+      case 390:
+        plotStyle_ = AcDbObjectId(reinterpret_cast<AcDbStub*>(item.resval.rlname[0]));
+        break;
+      case 420:
+        color_ = host::exactColour(item.resval.rlong);
         break;
       case 370:
         lineWeight_ = item.resval.rint;
@@ -231,14 +324,34 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dxfInFields(AcDbDxfFiler* filer) {
   assertWriteEnabled();
   if (!filer->atSubclassData(L"AcDbLinetypeTableRecord")) return Acad::eBadDxfSequence;
   resbuf item{};
+  bool first = true;
   while (filer->readItem(&item) == Acad::eOk) {
     if (item.restype == 2) setName(item.resval.rstring);
     if (item.restype == 3) comments_ = item.resval.rstring;
-    if (item.restype == 49) dashes_.push_back(item.resval.rreal);
+    if (item.restype != 49) continue;
+    if (first) dashes_.clear(), first = false;
+    dashes_.push_back(item.resval.rreal);
   }
   return filer->filerStatus();
 }
 
+Acad::ErrorStatus AcDbTextStyleTableRecord::setTextSize(double size) {
+  if (!(size >= 0)) return Acad::eInvalidInput;
+  return assertWriteEnabled(), textSize_ = size, Acad::eOk;
+}
+Acad::ErrorStatus AcDbTextStyleTableRecord::setXScale(double scale) {
+  if (!(scale > 0)) return Acad::eInvalidInput;
+  return assertWriteEnabled(), xScale_ = scale, Acad::eOk;
+}
+Acad::ErrorStatus AcDbTextStyleTableRecord::setObliquingAngle(double angle) {
+  return assertWriteEnabled(), oblique_ = angle, Acad::eOk;
+}
+Acad::ErrorStatus AcDbTextStyleTableRecord::setFileName(const ACHAR* file) {
+  return assertWriteEnabled(), fileName_ = file ? file : L"", Acad::eOk;
+}
+Acad::ErrorStatus AcDbTextStyleTableRecord::setBigFontFileName(const ACHAR* file) {
+  return assertWriteEnabled(), bigFontFileName_ = file ? file : L"", Acad::eOk;
+}
 Acad::ErrorStatus AcDbTextStyleTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
   AcDbSymbolTableRecord::dwgOutFields(filer);
   for (const double value : {textSize_, xScale_, oblique_, priorSize_}) filer->writeDouble(value);
@@ -274,6 +387,9 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfInFields(AcDbDxfFiler* filer) {
       case 2:
         setName(item.resval.rstring);
         break;
+      case 70:
+        takeFlags(item.resval.rint);
+        break;
       case 3:
         fileName_ = item.resval.rstring;
         break;
@@ -299,6 +415,91 @@ Acad::ErrorStatus AcDbTextStyleTableRecord::dxfInFields(AcDbDxfFiler* filer) {
   return filer->filerStatus();
 }
 
+namespace {
+
+constexpr Adesk::Int16 xrefFlag = 4;
+
+/// The name of the subclass is that of the record's class.
+template <class Record>
+Acad::ErrorStatus readName(Record& record, AcDbDxfFiler* filer) {
+  record.assertWriteEnabled();
+  if (!filer->atSubclassData(record.isA()->name())) return Acad::eBadDxfSequence;
+  resbuf item{};
+  while (filer->readItem(&item) == Acad::eOk) {
+    if (item.restype == 2) record.setName(item.resval.rstring);
+  }
+  return filer->filerStatus();
+}
+
+}  // namespace
+
+Acad::ErrorStatus AcDbRegAppTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
+  return AcDbSymbolTableRecord::dwgOutFields(filer);
+}
+Acad::ErrorStatus AcDbRegAppTableRecord::dwgInFields(AcDbDwgFiler* filer) {
+  return AcDbSymbolTableRecord::dwgInFields(filer);
+}
+Acad::ErrorStatus AcDbRegAppTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+  AcDbSymbolTableRecord::dxfOutFields(filer);
+  filer->writeSubclass(L"AcDbRegAppTableRecord");
+  filer->writeString(2, getName().c_str());
+  return filer->writeInt16(70, flags());
+}
+Acad::ErrorStatus AcDbRegAppTableRecord::dxfInFields(AcDbDxfFiler* filer) { return readName(*this, filer); }
+
+BrxGroupsTableRecord::BrxGroupsTableRecord() : groups_(std::make_unique<host::GroupList>()) {}
+BrxGroupsTableRecord::~BrxGroupsTableRecord() = default;
+void BrxGroupsTableRecord::setGroups(host::GroupList groups) {
+  assertWriteEnabled();
+  *groups_ = std::move(groups);
+}
+Acad::ErrorStatus BrxGroupsTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
+  AcDbSymbolTableRecord::dwgOutFields(filer);
+  groups_->dwgOut(*filer);
+  return filer->filerStatus();
+}
+Acad::ErrorStatus BrxGroupsTableRecord::dwgInFields(AcDbDwgFiler* filer) {
+  assertWriteEnabled();
+  AcDbSymbolTableRecord::dwgInFields(filer);
+  groups_->dwgIn(*filer);
+  return filer->filerStatus();
+}
+Acad::ErrorStatus BrxGroupsTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
+  AcDbSymbolTableRecord::dxfOutFields(filer);
+  filer->writeSubclass(isA()->name());
+  filer->writeString(2, getName().c_str());
+  filer->writeInt16(70, flags());
+  groups_->dxfOut(*filer);
+  return filer->filerStatus();
+}
+Acad::ErrorStatus BrxGroupsTableRecord::dxfInFields(AcDbDxfFiler* filer) {
+  assertWriteEnabled();
+  if (!filer->atSubclassData(isA()->name())) return Acad::eBadDxfSequence;
+  groups_->clear();
+  resbuf item{};
+  while (filer->readItem(&item) == Acad::eOk) {
+    if (item.restype == 2) {
+      setName(item.resval.rstring);
+    } else if (item.restype == 70) {
+      takeFlags(item.resval.rint);
+    } else {
+      groups_->append(item);
+    }
+  }
+  return filer->filerStatus();
+}
+
+Acad::ErrorStatus AcDbBlockTableRecord::setLayoutId(AcDbObjectId layout) {
+  return assertWriteEnabled(), layout_ = layout, Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockTableRecord::setComments(const ACHAR* text) {
+  return assertWriteEnabled(), comments_ = text ? text : L"", Acad::eOk;
+}
+bool AcDbBlockTableRecord::hasAttributeDefinitions() const {
+  return std::any_of(entities_.begin(), entities_.end(), [](const AcDbObjectId& id) {
+    return !id.isErased() && AcDbAttributeDefinition::cast(host::objectOf(id));
+  });
+}
 Acad::ErrorStatus AcDbBlockTableRecord::setOrigin(const AcGePoint3d& origin) {
   assertWriteEnabled();
   origin_ = origin;
@@ -311,16 +512,16 @@ bool AcDbBlockTableRecord::isLayout() const {
 
 namespace {
 
-/// Whether the contents of `from` lead to `target`.
-bool leadsTo(AcDbObjectId from, AcDbObjectId target) {
+/// Whether the contents of `from` lead to `target`. Each record is looked into once.
+bool leadsTo(AcDbObjectId from, AcDbObjectId target, std::set<AcDbObjectId>& seen) {
   if (from == target) return true;
-  AcDbObjectPointer<AcDbBlockTableRecord> record(from);
-  if (!record.object()) return false;
-  for (const AcDbObjectId& id : record->entityIds()) {
-    AcDbObjectPointer<AcDbBlockReference> nested(id);
-    if (nested.object() && leadsTo(nested->blockTableRecord(), target)) return true;
-  }
-  return false;
+  if (!seen.insert(from).second) return false;
+  const AcDbBlockTableRecord* const record = AcDbBlockTableRecord::cast(host::objectOf(from));
+  if (!record) return false;
+  return std::any_of(record->entityIds().begin(), record->entityIds().end(), [&](const AcDbObjectId& id) {
+    const AcDbBlockReference* const nested = AcDbBlockReference::cast(host::objectOf(id));
+    return nested && !id.isErased() && leadsTo(nested->blockTableRecord(), target, seen);
+  });
 }
 
 }  // namespace
@@ -331,12 +532,14 @@ Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbObjectId& id, AcDbE
   assertWriteEnabled(false);
   if (!database()) return Acad::eNoDatabase;
   const AcDbBlockReference* const reference = AcDbBlockReference::cast(entity);
-  if (reference && !isLayout() && leadsTo(reference->blockTableRecord(), objectId()))
+  std::set<AcDbObjectId> seen;
+  if (reference && !isLayout() && leadsTo(reference->blockTableRecord(), objectId(), seen))
     return Acad::eSelfReference;
   if (entity->layerId().isNull()) entity->setDatabaseDefaults(database());
   const Acad::ErrorStatus status = database()->addAcDbObject(id, entity, objectId());
-  if (status == Acad::eOk) HostAccess::addEntity(*this, id);
-  return status;
+  if (status != Acad::eOk) return status;
+  HostAccess::addEntity(*this, id);
+  return host::enterSubentities(*entity);
 }
 Acad::ErrorStatus AcDbBlockTableRecord::appendAcDbEntity(AcDbEntity* entity) {
   AcDbObjectId id;
@@ -349,18 +552,50 @@ Acad::ErrorStatus AcDbBlockTableRecord::newIterator(AcDbBlockTableRecordIterator
 }
 Acad::ErrorStatus AcDbBlockTableRecord::dwgOutFields(AcDbDwgFiler* filer) const {
   AcDbSymbolTableRecord::dwgOutFields(filer);
-  return filer->writePoint3d(origin_);
+  filer->writePoint3d(origin_);
+  filer->writeSoftPointerId(layout_);
+  filer->writeString(path_.c_str());
+  filer->writeString(comments_.c_str());
+  for (const Adesk::Int16 value : {units_, explodable_, scaling_}) filer->writeInt16(value);
+  return filer->filerStatus();
 }
 Acad::ErrorStatus AcDbBlockTableRecord::dwgInFields(AcDbDwgFiler* filer) {
+  assertWriteEnabled();
   AcDbSymbolTableRecord::dwgInFields(filer);
-  return filer->readPoint3d(&origin_);
+  filer->readPoint3d(&origin_);
+  host::DwgReader reader{*filer};
+  reader.soft(340, layout_), reader(1, path_), reader(4, comments_);
+  for (Adesk::Int16* value : {&units_, &explodable_, &scaling_}) filer->readInt16(value);
+  return filer->filerStatus();
 }
+/// The record alone: origin, path and comments stand in the block that files have beside it.
 Acad::ErrorStatus AcDbBlockTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
   AcDbSymbolTableRecord::dxfOutFields(filer);
   filer->writeSubclass(L"AcDbBlockTableRecord");
-  return filer->writeString(2, getName().c_str());
+  filer->writeString(2, getName().c_str());
+  if (!layout_.isNull()) filer->writeObjectId(340, layout_);
+  filer->writeInt16(70, units_);
+  filer->writeInt16(280, explodable_);
+  return filer->writeInt16(281, scaling_);
 }
-Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) { return filer->filerStatus(); }
+Acad::ErrorStatus AcDbBlockTableRecord::dxfInFields(AcDbDxfFiler* filer) {
+  assertWriteEnabled();
+  if (!filer->atSubclassData(L"AcDbBlockTableRecord")) return Acad::eBadDxfSequence;
+  resbuf item{};
+  Acad::ErrorStatus status = Acad::eOk;
+  while (status == Acad::eOk && filer->readItem(&item) == Acad::eOk) {
+    host::DxfReader reader{*filer, item};
+    reader(70, units_), reader(280, explodable_), reader(281, scaling_), reader.soft(340, layout_);
+    if (item.restype == 2) status = setName(item.resval.rstring);
+  }
+  return status == Acad::eOk ? filer->filerStatus() : status;
+}
+void HostAccess::setBlock(AcDbBlockTableRecord& record, const AcGePoint3d& origin, Adesk::Int16 flags,
+                          const std::wstring& path, const std::wstring& comments) {
+  record.assertWriteEnabled();
+  record.origin_ = origin, record.path_ = path, record.comments_ = comments;
+  record.flags_ = static_cast<Adesk::Int16>(path.empty() ? flags & ~xrefFlag : flags);
+}
 
 AcDbBlockTableRecordIterator::AcDbBlockTableRecordIterator(const AcDbBlockTableRecord& record,
                                                            bool skipDeleted)

@@ -1,0 +1,11 @@
+#pragma once
+
+class AcDbDatabase;
+
+namespace host {
+
+/// Adds what a drawing can't be without and this one lacks: standard layer, linetypes, styles,
+/// applications, spaces with their layouts, the root dictionary and those that it must hold.
+void completeDrawing(AcDbDatabase& drawing);
+
+}  // namespace host
