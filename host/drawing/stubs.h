@@ -115,7 +115,7 @@ struct HostAccess {
     v(41, o.widthFactor_), v(51, o.oblique_), v.template named<AcDbTextStyleTable>(7, o.style_);
     v(71, o.generation_), v(72, o.horizontal_), v.plane(11, o.alignment_, o.normal_), v(210, o.normal_);
   }
-/// Has its place behind a second subclass mark.
+  /// Has its place behind a second subclass mark.
   static void textVertical(auto& v, auto& o) { v(73, o.vertical_); }
   /// Attributes have 73 for another field.
   static void verticalOfAttribute(auto& v, auto& o) { v(74, o.vertical_); }
