@@ -8,6 +8,7 @@
 #include "platform/com/class_objects.h"
 #include "platform/process/process.h"
 #include "zarbo/database/connections.h"
+#include "zarbo/drawing/kv_leader.h"
 #include "zarbo/frame/companion.h"
 #include "zarbo/frame/editor_reactor.h"
 #include "zarbo/frame/framework_exception.h"
@@ -30,6 +31,7 @@ int initModule(void* applicationId) {
   addEditorReactor();
   acrxUnlockApplication(applicationId);
   acrxRegisterAppMDIAware(applicationId);
+  KVLeader::rxInit();
   acrxBuildClassHierarchy();
   // Last, after the companion object has been made: the order is meant so.
   CoInitialize(nullptr);
@@ -37,6 +39,7 @@ int initModule(void* applicationId) {
 }
 
 int unloadModule() {
+  KVLeader::rxRemove();
   stopCompanion();
   removeEditorReactor();
   acrxUnloadModule(solidModule);

@@ -1,0 +1,18 @@
+; What a crossing of two arcs costs from LISP beside a call of the module that does next to nothing.
+; Prints nanoseconds for each; the loop without a call is taken off.
+(setq rounds 20000)
+(defun spent (work / start) (setq start (getvar "MILLISECS")) (work) (- (getvar "MILLISECS") start))
+(defun empty () (repeat rounds 2.0))
+(defun power () (repeat rounds (kv::pow 2.0 3.0)))
+(defun arcs () (repeat rounds (kv_kv-intersectArcArc 0.0 '(0 0) 0.0 1 10.0 1.57 '(20 10) 4.71 -1 10.0 3.1)))
+(defun leads () (repeat rounds (kv_kv-intersectArcArc 8.0 '(0 0) 0.0 1 10.0 1.57 '(20 10) 4.71 -1 10.0 3.1)))
+(defun best (work / least)
+  (repeat 5 (setq least (if least (min least (spent work)) (spent work))))
+  least)
+(setq none (best empty))
+(defun ns (work) (/ (* (- (best work) none) 1000000.0) rounds))
+(setq call (ns power))
+(foreach row (list (cons "two arcs            " arcs) (cons "two arcs with leads " leads))
+  (setq cost (ns (cdr row)))
+  (princ (strcat (car row) (rtos cost 2 0) " ns, " (rtos (/ cost call) 2 1) " times a plain call of the module\n")))
+(princ)
