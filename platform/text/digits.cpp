@@ -161,3 +161,19 @@ FixedDigits fixedDigits(double value, int places) {
 }
 
 double readReal(std::wstring_view text) { return NumberReader(text).read(); }
+
+int32_t readInteger(std::wstring_view text) {
+  size_t at = 0;
+  while (at < text.size() && isBlank(text[at])) ++at;
+  const bool negative = at < text.size() && text[at] == L'-';
+  if (negative || (at < text.size() && text[at] == L'+')) ++at;
+  int64_t value = 0;
+  for (; at < text.size() && isDigit(text[at]); ++at)
+    value = std::min(value * 10 + (text[at] - L'0'), int64_t{1} << 31);
+  return truncated(static_cast<double>(negative ? -value : value));
+}
+
+int32_t truncated(double value) {
+  if (std::isnan(value)) return 0;
+  return static_cast<int32_t>(std::clamp<double>(value, INT32_MIN, INT32_MAX));
+}

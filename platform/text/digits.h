@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -27,3 +28,10 @@ FixedDigits fixedDigits(double value, int places);
 /// The number at the start of `text`: leading blanks, sign, digits with a point, exponent with e or d;
 /// no hexadecimal and no words. 0 without a number; beyond the range of a double it is infinite or 0.
 double readReal(std::wstring_view text);
+
+/// The integer at the start of `text`: leading blanks, sign, digits. 0 without one; beyond 32 bits it is the
+/// nearest that they hold.
+int32_t readInteger(std::wstring_view text);
+
+/// The value without its fraction; 0 for what is no number, and beyond 32 bits the nearest that they hold.
+int32_t truncated(double value);

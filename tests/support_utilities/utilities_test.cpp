@@ -64,6 +64,18 @@ TEST(Digits, ReadNumbersAtTheStartOfATextOnly) {
   for (const auto& [text, value] : cases) EXPECT_EQ(readReal(text), value) << text;
 }
 
+TEST(Digits, ReadIntegersAtTheStartOfATextOnly) {
+  const std::pair<const wchar_t*, int32_t> cases[] = {{L" 25 mm", 25},
+                                                      {L"-7.9", -7},
+                                                      {L"", 0},
+                                                      {L"x5", 0},
+                                                      {L"99999999999", INT32_MAX},
+                                                      {L"-99999999999", INT32_MIN}};
+  for (const auto& [text, value] : cases) EXPECT_EQ(readInteger(text), value) << text;
+  EXPECT_EQ(truncated(-infinite), INT32_MIN);
+  EXPECT_EQ(truncated(std::numeric_limits<double>::quiet_NaN()), 0);
+}
+
 TEST(NumberText, WritesTheStatedForms) {
   EXPECT_EQ(realToText(0.0004, 2, true), L"0.00");
   EXPECT_EQ(realToText(-0.0004, 0, true), L"0");

@@ -8,6 +8,7 @@
 #include "zarbo/drawing/todo_queue.h"
 #include "zarbo/frame/function_table.h"
 #include "zarbo/frame/wrappers.h"
+#include "zarbo/standards/layer_creation.h"
 #include "zarbo/support/service_functions.h"
 
 namespace {
@@ -16,7 +17,7 @@ namespace {
 constexpr TableRow rows[] = {
     {L"ed_editMultilineText", kvEntry<notBuilt>},
 
-    {L"kv_kv-createLayer", kvEntry<notBuilt>},
+    {L"kv_kv-createLayer", kvEntry<kvCreateLayer>},
 
     {L"kv_kv-leader-insert", kvEntry<kvLeaderInsert>},
     {L"kv_kv-leader-setPoints", kvEntry<kvLeaderSetPoints>},

@@ -19,7 +19,10 @@ void check(HRESULT result) { checkResult(result, interfaceId<IZbEngine>); }
 }  // namespace
 
 StandardsRecord::StandardsRecord(RecordTable table, bool leaveMasterColumns, IZbEngine* connection)
-    : connection_(connection), table_(table), bLeaveMasterColumns(leaveMasterColumns) {}
+    : connection_(connection),
+      table_(table),
+      tableName_(table.table),
+      bLeaveMasterColumns(leaveMasterColumns) {}
 
 void StandardsRecord::describe(std::vector<Column*> members, IntegerColumn& counter,
                                std::vector<Column*> written) {
@@ -30,7 +33,7 @@ void StandardsRecord::describe(std::vector<Column*> members, IntegerColumn& coun
 
 bool StandardsRecord::selectTable(const wchar_t* index) {
   short ok = 0;
-  check(connection_->SetTable(Bstr(table_.table).get(), Bstr(index).get(), &ok));
+  check(connection_->SetTable(tableName_.get(), Bstr(index).get(), &ok));
   return ok != 0;
 }
 
@@ -161,7 +164,7 @@ void StandardsRecord::ClearChanges() {
 }
 
 void StandardsRecord::ReleaseTable() {
-  if (connection_) check(connection_->ReleaseTable(Bstr(table_.table).get()));
+  if (connection_) check(connection_->ReleaseTable(tableName_.get()));
 }
 
 void StandardsRecord::SetFieldValue(const wchar_t* name, const COleVariant& value) {
@@ -174,12 +177,20 @@ void StandardsRecord::SetFieldValue(const wchar_t* name, const COleVariant& valu
 void StandardsRecord::LoadRecord(const VARIANT& record) {
   if (!connection_) return;
   const VariantElements pairs(record);
+  auto next = members_.begin();
   for (ULONG i = 0; i + 1 < pairs.size(); i += 2) {
     if (pairs[i].vt != VT_BSTR) continue;
-    const std::wstring_view name = viewOf(pairs[i].bstrVal);
-    const auto column = std::find_if(members_.begin(), members_.end(),
-                                     [&](const Column* each) { return name == each->name(); });
-    if (column != members_.end()) (*column)->load(pairs[i + 1]);
+    // The engine gives the columns in the table's order, which mostly is that of the members.
+    const auto isWanted = [name = viewOf(pairs[i].bstrVal)](const Column* each) {
+      return name == each->name();
+    };
+    auto column = std::find_if(next, members_.end(), isWanted);
+    if (column == members_.end()) {
+      column = std::find_if(members_.begin(), next, isWanted);
+      if (column == next) continue;
+    }
+    (*column)->load(pairs[i + 1]);
+    next = column + 1;
   }
   ClearChanges();
 }

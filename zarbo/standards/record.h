@@ -76,6 +76,7 @@ class StandardsRecord {
 
   ComPtr<IZbEngine> connection_;
   RecordTable table_;
+  Bstr tableName_;
   std::vector<Column*> members_, written_;
   IntegerColumn* counter_ = nullptr;
   bool bLeaveMasterColumns;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "platform/com/owners.h"
 
@@ -17,7 +18,7 @@ class Column {
   Column(const Column&) = delete;
   Column& operator=(const Column&) = delete;
 
-  const wchar_t* name() const { return name_; }
+  std::wstring_view name() const { return name_; }
   bool isNull() const { return nullable_ && null_; }
   bool changed() const { return changed_; }
   void clearChanged() { changed_ = false; }
@@ -36,7 +37,7 @@ class Column {
   virtual COleVariant give() const = 0;
 
  private:
-  const wchar_t* name_;
+  std::wstring_view name_;
   bool nullable_;
   bool null_ = true;
   bool changed_ = false;

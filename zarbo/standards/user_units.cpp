@@ -13,13 +13,12 @@ constexpr const wchar_t* defaultLineweight = L"Default";
 
 std::wstring lineweightText(const std::optional<std::wstring>& stored) {
   if (!stored || stored->empty()) return defaultLineweight;
-  const int hundredths = static_cast<int>(readReal(*stored));
-  return realToText(hundredths / hundredthsPerMillimetre, 2, true) + L" mm";
+  return realToText(readInteger(*stored) / hundredthsPerMillimetre, 2, true) + L" mm";
 }
 
 std::optional<std::wstring> lineweightFromText(const std::wstring& text) {
   if (text.empty() || text == defaultLineweight) return {};
-  return intToText(static_cast<int>(readReal(text) * hundredthsPerMillimetre));
+  return intToText(truncated(readReal(text) * hundredthsPerMillimetre));
 }
 
 std::wstring hatchAngleText(double radians) { return realToText(radiansToDegrees(radians), 2, true); }
