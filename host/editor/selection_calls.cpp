@@ -1,6 +1,7 @@
 #include "brx/db_calls.h"
 #include "brx/editor_input.h"
 #include "brx/lisp_calls.h"
+#include "host/bridge/values.h"
 #include "host/calls/variables.h"
 #include "host/editor/entity_pick.h"
 #include "host/editor/selection_request.h"
@@ -44,6 +45,22 @@ void takeArguments(SelectionRequest& request, const void* first, const void* sec
   if (request.mode.keywords && second) {
     request.wish.keywords = host::KeywordList(static_cast<const ACHAR*>(second));
   }
+}
+
+/// A code with a point in the plane comes through buffers as a point in space.
+lisp::Value withCode(const lisp::Value& pair) {
+  const bool isPoint = pair.isCons() && lisp::car(pair).isReal();
+  return isPoint ? lisp::cons(static_cast<int32_t>(lisp::car(pair).real()), lisp::cdr(pair)) : pair;
+}
+
+/// A program's own groups, or the list of pairs that LISP has handed to it. Nil is no filter.
+host::EntityFilter filterOf(const resbuf* groups) {
+  if (groups && groups->restype == RTNIL) groups = nullptr;
+  if (!groups || groups->restype != RTLB) return host::EntityFilter(groups);
+  const lisp::Value list = host::takeValue(groups, {});
+  lisp::ListBuilder pairs;
+  for (const lisp::Value& each : lisp::Elements(list)) pairs.add(withCode(each));
+  return host::EntityFilter(pairs.take());
 }
 
 host::SelectionSet* setNamed(const ads_name set) {
@@ -100,7 +117,7 @@ int acedSSGet(const ACHAR* mode, const void* first, const void* second, const re
   try {
     SelectionRequest request{*parsed, host::wishOf(*parsed), {}};
     takeArguments(request, first, second);
-    host::EntityFilter parsedFilter(filter);
+    host::EntityFilter parsedFilter = filterOf(filter);
     request.wish.filter = &parsedFilter;
     host::Selected selected = host::select(request);
     return selected.status == RTNORM ? giveNewSet(std::move(selected.set), set) : selected.status;

@@ -5,6 +5,8 @@
 #include "zarbo/drawing/leader_functions.h"
 #include "zarbo/drawing/numeric_functions.h"
 #include "zarbo/drawing/path_intersections.h"
+#include "zarbo/drawing/point_functions.h"
+#include "zarbo/drawing/selection_functions.h"
 #include "zarbo/drawing/todo_queue.h"
 #include "zarbo/frame/function_table.h"
 #include "zarbo/frame/wrappers.h"
@@ -51,18 +53,18 @@ constexpr TableRow rows[] = {
     {L"AcDb2dPolyline::setCurveType", kvEntry<polyline2dSetCurveType>},
     {L"kv_kv-sendToBack", kvEntry<kvSendToBack>},
 
-    {L"kv_kv-entsel", kvEntry<notBuilt>},
-    {L"ssgetPK", kvEntry<notBuilt>},
-    {L"ssgetCP", kvEntry<notBuilt>},
-    {L"ssgetC", kvEntry<notBuilt>},
-    {L"ssgetX-block", kvEntry<notBuilt>},
-    {L"ssgetX-circle", kvEntry<notBuilt>},
-    {L"ssgetX-polyline", kvEntry<notBuilt>},
-    {L"ssgetX-all", kvEntry<notBuilt>},
+    {L"kv_kv-entsel", kvEntry<kvEntsel>},
+    {L"ssgetPK", kvEntry<ssgetPk>},
+    {L"ssgetCP", kvEntry<ssgetCp>},
+    {L"ssgetC", kvEntry<ssgetC>},
+    {L"ssgetX-block", kvEntry<ssgetXBlock>},
+    {L"ssgetX-circle", kvEntry<ssgetXCircle>},
+    {L"ssgetX-polyline", kvEntry<ssgetXPolyline>},
+    {L"ssgetX-all", kvEntry<ssgetXAll>},
 
-    {L"kv_kv-getPoint", kvEntry<notBuilt>},
-    {L"kv_kv-getPoint-withKWords", kvEntry<notBuilt>},
-    {L"kv_kv-getCorner", kvEntry<notBuilt>},
+    {L"kv_kv-getPoint", kvEntry<kvGetPoint>},
+    {L"kv_kv-getPoint-withKWords", kvEntry<kvGetPointWithKeywords>},
+    {L"kv_kv-getCorner", kvEntry<kvGetCorner>},
     {L"kv_kv-intersectArcArc", kvEntry<kvIntersectArcArc>},
     {L"kv_kv-intersectArcLine", kvEntry<kvIntersectArcLine>},
     {L"kv_kv-intersectLineArc", kvEntry<kvIntersectLineArc>},
