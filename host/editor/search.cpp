@@ -15,8 +15,9 @@ PlaneBox boxOf(const AcDbExtents& extents) {
   return box;
 }
 
-/// Texts show a little beyond their extents, which their box must not lose.
+/// A quick look that spares most outlines. A block's extents cost more than its outline.
 bool mayTouch(const AcDbEntity& entity, const Region& region) {
+  if (AcDbBlockReference::cast(&entity)) return true;
   AcDbExtents extents;
   if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) return true;
   return region.bounds().meets(boxOf(extents));
