@@ -9,6 +9,8 @@ Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId id);
 int acdbRegApp(const ACHAR* name);
 int acdbHandEnt(const ACHAR* handle, ads_name name);
 int acdbEntDel(const ads_name name);
-/// First entity of model space behind `after` that isn't erased, or the first of all with null.
+/// The entity behind `after` that isn't erased, or the first of all with null. Vertices of polylines and
+/// attributes of block references follow their owners. `RTERROR` at the end.
 int acdbEntNext(const ads_name after, ads_name name);
+/// The last entity of the current space that isn't erased, without its parts.
 int acdbEntLast(ads_name name);

@@ -11,6 +11,9 @@ void defineAccessFunctions(lisp::Interpreter& interpreter);
 
 // A table for each subject.
 std::span<const lisp::Builtin> entityFunctions();
+std::span<const lisp::Builtin> tableFunctions();
+std::span<const lisp::Builtin> dictionaryFunctions();
+std::span<const lisp::Builtin> xdataFunctions();
 std::span<const lisp::Builtin> selectionFunctions();
 
 }  // namespace host

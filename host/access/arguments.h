@@ -28,10 +28,13 @@ enum class Errno : int {
   badField = 30,
   onLockedLayer = 35,
   badType = 36,
+  sequenceEnd = 32,
   badSequence = 38,
+  badBlockName = 39,
   missingBlock = 43,
   missingField = 47,
   badXdata = 48,
+  badNesting = 49,
 };
 /// Sets ERRNO; the answer nil.
 lisp::Value refuse(Errno reason);

@@ -7,6 +7,7 @@
 #include "brx/lisp_calls.h"
 #include "host/access/filter.h"
 #include "host/access/object_list.h"
+#include "host/access/spaces.h"
 #include "host/calls/group_codes.h"
 #include "host/drawing/stubs.h"
 #include "host/lisp/wildcard.h"

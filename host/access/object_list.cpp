@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "brx/lisp_calls.h"
+#include "host/access/spaces.h"
 #include "host/bridge/values.h"
 #include "host/drawing/stubs.h"
 #include "host/lisp/wildcard.h"
@@ -72,6 +73,14 @@ void addAttached(lisp::ListBuilder& list, const AcDbObject& object) {
     list.add(namePair(360, dictionary));
     list.add(textPair(102, L"}"));
   }
+  bool any = false;
+  for (const AcDbObjectId& each : object.reactorIds()) {
+    if (each.isErased()) continue;
+    if (!any) list.add(textPair(102, L"{ACAD_REACTORS"));
+    list.add(namePair(330, each));
+    any = true;
+  }
+  if (any) list.add(textPair(102, L"}"));
 }
 
 void addGroups(lisp::ListBuilder& list, const AcDbObject& object) {
@@ -129,32 +138,6 @@ Value objectList(const AcDbObject& object, const Value& applications) {
 std::wstring typeNameOf(const AcDbObject& object) {
   const AcRxClass* const own = object.isA();
   return own->dxfName() ? own->dxfName() : own->name();
-}
-
-AcDbObjectId blockOf(const AcDbObject& object) {
-  AcDbStub* stub = object.ownerId().stub();
-  // Owners that are no block records are entities: polylines, block references.
-  while (stub && stub->object && AcDbEntity::cast(stub->object)) stub = stub->owner;
-  return AcDbObjectId(stub);
-}
-
-namespace {
-
-const AcDbBlockTableRecord* blockRecord(AcDbObjectId block) {
-  return block.isNull() ? nullptr : AcDbBlockTableRecord::cast(block.stub()->object);
-}
-
-}  // namespace
-
-std::wstring layoutNameOf(AcDbObjectId block) {
-  const AcDbBlockTableRecord* const record = blockRecord(block);
-  if (!record || !record->isLayout()) return {};
-  return isPaperSpace(block) ? L"Layout1" : L"Model";
-}
-
-bool isPaperSpace(AcDbObjectId block) {
-  const AcDbBlockTableRecord* const record = blockRecord(block);
-  return record && record->isLayout() && !(block == block.database()->modelSpaceId());
 }
 
 }  // namespace host

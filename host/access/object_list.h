@@ -18,10 +18,5 @@ lisp::Value xdataList(const AcDbObject& object, const lisp::Value& applications)
 
 /// The name of an object's type in lists and files: "LINE".
 std::wstring typeNameOf(const AcDbObject& object);
-/// The space in which an entity stands: that of the block record, through owners that are entities.
-AcDbObjectId blockOf(const AcDbObject& object);
-/// "Model" or the name of a paper space's layout; "" for any other block.
-std::wstring layoutNameOf(AcDbObjectId block);
-bool isPaperSpace(AcDbObjectId block);
 
 }  // namespace host

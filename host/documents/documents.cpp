@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "brx/db_database.h"
+#include "host/access/access_state.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
 #include "platform/text/utf.h"
@@ -52,7 +53,7 @@ Document::Document(std::wstring fileName, DrawingPointer drawing)
   if (lispMaker()) lisp_ = lispMaker()();
 }
 
-Document::~Document() = default;
+Document::~Document() { forgetDrawing(*drawing_); }
 
 AcApDocumentIterator* DocumentManager::newAcApDocumentIterator() { return new DocumentIterator(open_); }
 

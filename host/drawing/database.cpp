@@ -229,29 +229,3 @@ int acdbEntDel(const ads_name name) {
   if (entity.openStatus() != Acad::eOk) return RTERROR;
   return entity->erase(!entity->isErased()) == Acad::eOk ? RTNORM : RTERROR;
 }
-
-int acdbEntNext(const ads_name after, ads_name name) {
-  AcDbObjectPointer<AcDbBlockTableRecord> space(workingDatabase ? workingDatabase->modelSpaceId()
-                                                                : AcDbObjectId{});
-  if (space.openStatus() != Acad::eOk) return RTERROR;
-  const auto& ids = space->entityIds();
-  size_t index = 0;
-  if (after) {
-    const auto* const stub = reinterpret_cast<const AcDbStub*>(after[0]);
-    if (!stub || stub->position >= ids.size() || ids[stub->position].stub() != stub) return RTERROR;
-    index = stub->position + 1;
-  }
-  while (index < ids.size() && ids[index].isErased()) ++index;
-  return index < ids.size() && acdbGetAdsName(name, ids[index]) == Acad::eOk ? RTNORM : RTERROR;
-}
-
-int acdbEntLast(ads_name name) {
-  AcDbObjectPointer<AcDbBlockTableRecord> space(workingDatabase ? workingDatabase->modelSpaceId()
-                                                                : AcDbObjectId{});
-  if (space.openStatus() != Acad::eOk) return RTERROR;
-  const auto& ids = space->entityIds();
-  for (auto each = ids.rbegin(); each != ids.rend(); ++each) {
-    if (!each->isErased()) return acdbGetAdsName(name, *each) == Acad::eOk ? RTNORM : RTERROR;
-  }
-  return RTERROR;
-}

@@ -1,6 +1,7 @@
 #include "host/drawing/group_list.h"
 
 #include <cstring>
+#include <cwchar>
 #include <utility>
 
 #include "brx/lisp_calls.h"
@@ -64,6 +65,26 @@ void readValue(AcDbDwgFiler& filer, resbuf& item) {
 }
 
 }  // namespace
+
+size_t xdataSize(const resbuf* data) {
+  size_t size = 0;
+  for (; data; data = data->rbnext) {
+    switch (groupKind(data->restype)) {
+      case GroupKind::text:
+        size += 4 + std::wcslen(data->resval.rstring);
+        break;
+      case GroupKind::binary:
+        size += 2 + static_cast<size_t>(data->resval.rbinary.clen);
+        break;
+      case GroupKind::point:
+        size += 25;
+        break;
+      default:
+        size += 9;
+    }
+  }
+  return size;
+}
 
 resbuf* copyGroup(const resbuf& item) {
   resbuf* const made = acutNewRb(item.restype);

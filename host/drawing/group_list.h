@@ -38,6 +38,11 @@ class GroupList {
   resbuf* end_ = nullptr;
 };
 
+/// Extended data of one object above this is refused, as the file format has 16 bits for it.
+constexpr size_t mostXdata = 16383;
+/// Bytes that extended data take in files.
+size_t xdataSize(const resbuf* data);
+
 /// One buffer with text and bytes of its own.
 resbuf* copyGroup(const resbuf& item);
 

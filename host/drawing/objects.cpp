@@ -9,29 +9,6 @@
 
 namespace {
 
-/// Extended data of one object above this is refused, as the file format has 16 bits for it.
-constexpr size_t mostXdata = 16383;
-
-size_t xdataSize(const resbuf* data) {
-  size_t size = 0;
-  for (; data; data = data->rbnext) {
-    switch (host::groupKind(data->restype)) {
-      case host::GroupKind::text:
-        size += 4 + std::wcslen(data->resval.rstring);
-        break;
-      case host::GroupKind::binary:
-        size += 2 + static_cast<size_t>(data->resval.rbinary.clen);
-        break;
-      case host::GroupKind::point:
-        size += 25;
-        break;
-      default:
-        size += 9;
-    }
-  }
-  return size;
-}
-
 bool namesApplication(const resbuf* data, const std::wstring& key) {
   for (; data; data = data->rbnext) {
     if (data->restype == 1001 && host::symbolKey(data->resval.rstring) == key) return true;
@@ -215,7 +192,7 @@ Acad::ErrorStatus AcDbObject::setXData(const resbuf* data) {
     const bool isEmpty = each->restype == 1001 && (!each->rbnext || each->rbnext->restype == 1001);
     if (!isEmpty) made.append(*each);
   }
-  if (xdataSize(made.head()) > mostXdata) return Acad::eXDataSizeExceeded;
+  if (host::xdataSize(made.head()) > host::mostXdata) return Acad::eXDataSizeExceeded;
   if (extras_ || !made.empty()) extrasOf(*this).xdata = std::move(made);
   return Acad::eOk;
 }

@@ -1,0 +1,51 @@
+#include "host/access/modifying.h"
+
+#include "brx/db_subentities.h"
+#include "host/access/group_checks.h"
+#include "host/access/object_building.h"
+#include "host/access/object_list.h"
+#include "host/access/refusal.h"
+#include "host/drawing/stubs.h"
+#include "platform/text/letters.h"
+
+namespace host {
+namespace {
+
+/// Records that are refused a name keep their old one, and the current layer can't be frozen.
+void requireTaken(const AcDbSymbolTableRecord& record, const ListGroups& groups) {
+  const std::wstring name = textGroup(groups, 2);
+  require(name.empty() || name == record.getName(), Errno::invalidTableName);
+  const auto* const layer = AcDbLayerTableRecord::cast(&record);
+  const bool isCurrent = record.objectId() == record.database()->clayer();
+  require(!layer || !isCurrent || !layer->isFrozen(), Errno::badField);
+}
+
+void requireSameType(const AcDbObject& object, const ListGroups& groups) {
+  const std::wstring type = upperCased(textGroup(groups, 0));
+  require(type.empty() || type == typeNameOf(object), Errno::changedType);
+  require(!AcDbSequenceEnd::cast(&object), Errno::sequenceEnd);
+}
+
+}  // namespace
+
+void modifyObject(AcDbDatabase& drawing, const lisp::Value& list) {
+  const ListGroups groups = groupsOf(list);
+  const lisp::Value* const name = findGroup(groups, -1);
+  require(name && name->isTrue(), Errno::invalidName);
+  const AcDbObjectId id(reinterpret_cast<AcDbStub*>(name->entityName()));
+  require(id.isValid() && id.database() == &drawing, Errno::invalidName);
+  require(!id.isErased(), Errno::erased);
+  requireSameType(*objectOf(id), groups);
+  requireSuitable(typeNameOf(*objectOf(id)), groups, drawing);
+  Undoable change(drawing);
+  if (AcDbEntity::cast(objectOf(id))) provideLayer(drawing, groups);
+  AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
+  require(object.openStatus());
+  ListReader reader(drawing, groups);
+  require(object->dxfInFields(&reader));
+  if (const auto* const record = AcDbSymbolTableRecord::cast(object.object())) requireTaken(*record, groups);
+  takeXdata(*object.object(), groups);
+  change.keep();
+}
+
+}  // namespace host

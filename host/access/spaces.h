@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "brx/db_database.h"
+
+namespace host {
+
+/// Where entities stand: model space, paper spaces with their layouts, blocks.
+
+/// The block record around an entity, through owners that are entities.
+AcDbObjectId blockOf(const AcDbObject& object);
+/// "Model" or the name of a paper space's layout; "" for any other block.
+std::wstring layoutNameOf(AcDbObjectId block);
+bool isPaperSpace(AcDbObjectId block);
+/// Null when no layout has the name, case ignored.
+AcDbObjectId spaceOfLayout(const AcDbDatabase& drawing, const std::wstring& layout);
+/// In which entities are made.
+AcDbObjectId currentSpace(const AcDbDatabase& drawing);
+/// Model space first, then paper spaces in the order of their making.
+std::vector<AcDbObjectId> spacesOf(const AcDbDatabase& drawing);
+
+/// The table of a record's class or of a name that LISP has for it ("LAYER", "BLOCK"); null for none.
+AcDbObjectId tableOfRecord(const AcDbDatabase& drawing, const AcRxClass& recordClass);
+AcDbObjectId tableNamed(const AcDbDatabase& drawing, const std::wstring& name);
+
+}  // namespace host
