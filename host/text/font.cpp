@@ -132,6 +132,8 @@ class FontFile {
     if (index == 0 || FT_Load_Glyph(face_, index, FT_LOAD_NO_SCALE) != 0) return nullptr;
     auto glyph = std::make_unique<Glyph>();
     glyph->advance = static_cast<float>(static_cast<double>(face_->glyph->metrics.horiAdvance) * scale_);
+    glyph->face = face_, glyph->index = index;
+    glyph->em = static_cast<float>(face_->units_per_EM * scale_);
     if (face_->glyph->format == FT_GLYPH_FORMAT_OUTLINE) readOutline(face_->glyph->outline, scale_, *glyph);
     return glyph;
   }

@@ -4,6 +4,8 @@
 #include <string_view>
 #include <vector>
 
+struct FT_FaceRec_;
+
 namespace host::text {
 
 /// Outlines and widths of letters. The unit of all lengths is the height of the font's capitals,
@@ -25,6 +27,11 @@ struct Glyph {
   /// Of the ink; left above right for a blank.
   float left = 1, bottom = 0, right = 0, top = 0;
   std::vector<OutlineStep> outline;
+  /// Where the outline comes from, for what writes fonts: FreeType's face, which lives to the end of the
+  /// program, place in it, and the size of its em. No face for the box that stands for a missing letter.
+  FT_FaceRec_* face = nullptr;
+  unsigned index = 0;
+  float em = 0;
   bool blank() const { return outline.empty(); }
 };
 

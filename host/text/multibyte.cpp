@@ -2,6 +2,9 @@
 
 #include <iconv.h>
 
+#include <cstddef>
+#include <iterator>
+
 namespace host::text {
 namespace {
 
@@ -20,16 +23,25 @@ long hexadecimal(std::wstring_view text, size_t at, size_t count) {
   return value;
 }
 
-wchar_t letterOfBytes(const char* codePage, long bytes) {
-  const iconv_t converter = iconv_open("WCHAR_T", codePage);
-  if (converter == reinterpret_cast<iconv_t>(-1)) return L'\uFFFD';
+constexpr const char* codePages[] = {"CP932", "BIG5", "CP949", "JOHAB", "GBK"};
+
+/// Opened at the first use of its code page, and kept.
+iconv_t converter(size_t page) {
+  static iconv_t kept[std::size(codePages)] = {};
+  if (!kept[page]) kept[page] = iconv_open("WCHAR_T", codePages[page]);
+  return kept[page];
+}
+
+wchar_t letterOfBytes(size_t page, long bytes) {
+  const iconv_t conversion = converter(page);
+  if (conversion == reinterpret_cast<iconv_t>(-1)) return L'\uFFFD';
   char source[] = {static_cast<char>(bytes >> 8), static_cast<char>(bytes)};
   wchar_t letter = 0;
   char* from = source;
   char* to = reinterpret_cast<char*>(&letter);
   size_t left = sizeof source, room = sizeof letter;
-  const bool whole = iconv(converter, &from, &left, &to, &room) != static_cast<size_t>(-1) && room == 0;
-  iconv_close(converter);
+  iconv(conversion, nullptr, nullptr, nullptr, nullptr);
+  const bool whole = iconv(conversion, &from, &left, &to, &room) != static_cast<size_t>(-1) && room == 0;
   return whole ? letter : L'\uFFFD';
 }
 
@@ -43,11 +55,10 @@ wchar_t unicodeMark(std::wstring_view text, size_t& at) {
     at += 7;
     return code >= 0xD800 && code < 0xE000 ? L'\uFFFD' : static_cast<wchar_t>(code);
   }
-  constexpr const char* pages[] = {"CP932", "BIG5", "CP949", "JOHAB", "GBK"};
   if (start != L"\\M+" || at + 3 >= text.size() || text[at + 3] < L'1' || text[at + 3] > L'5') return 0;
   const long bytes = hexadecimal(text, at + 4, 4);
   if (bytes < 0) return 0;
-  const char* const page = pages[text[at + 3] - L'1'];
+  const auto page = static_cast<size_t>(text[at + 3] - L'1');
   at += 8;
   return letterOfBytes(page, bytes);
 }

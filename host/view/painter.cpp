@@ -5,6 +5,7 @@
 
 #include "host/view/clip.h"
 #include "host/view/dashes.h"
+#include "host/view/surface_fonts.h"
 
 namespace host::view {
 namespace {
@@ -254,6 +255,7 @@ class Painter {
     const double height = std::hypot(y.x, y.y);
     flush();
     if (canvas_.pixels && height < smallestLetters) return paintBar(letters, x, y);
+    if (!canvas_.pixels && fonts_.show(cairo_, letters, onSurface(letters.origin), x, y)) return;
     PlanePoint pen = onSurface(letters.origin);
     for (const wchar_t letter : letters.letters) {
       const text::Glyph& glyph = letters.font->glyph(letter);
@@ -295,6 +297,7 @@ class Painter {
   cairo_t* cairo_;
   double scale_;
   PlaneBox bounds_;
+  FontsOfSurface fonts_;
   const Style* style_ = nullptr;
   double lineWidth_ = 1;
   int strokes_ = 0;

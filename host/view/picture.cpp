@@ -28,8 +28,12 @@ cairo_status_t append(void* bytes, const unsigned char* data, unsigned length) {
 
 cairo_surface_t* makeSurface(PictureKind kind, const PictureSettings& settings, std::string& bytes) {
   switch (kind) {
-    case PictureKind::svg:
-      return cairo_svg_surface_create_for_stream(append, &bytes, settings.width, settings.height);
+    case PictureKind::svg: {
+      cairo_surface_t* const made =
+          cairo_svg_surface_create_for_stream(append, &bytes, settings.width, settings.height);
+      cairo_svg_surface_set_document_unit(made, CAIRO_SVG_UNIT_PX);
+      return made;
+    }
     case PictureKind::pdf:
       return cairo_pdf_surface_create_for_stream(append, &bytes, settings.width, settings.height);
     default:

@@ -10,9 +10,12 @@ namespace {
 constexpr size_t mostItems = 20'000'000, mostObjects = 50'000'000;
 constexpr double turn = 6.283185307179586477;
 
-bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
-bool isFinite(const AcGeVector3d& v) {
-  return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
+/// Beyond this, products of coordinates would be no numbers any more.
+constexpr double farthest = 1e100;
+bool isNear(double v) { return std::abs(v) < farthest; }
+template <class PointOrVector>
+bool isFinite(const PointOrVector& p) {
+  return isNear(p.x) && isNear(p.y) && isNear(p.z);
 }
 
 class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
@@ -107,7 +110,7 @@ bool Recorder::addPoints(Item::Kind kind, Adesk::UInt32 count, const AcGePoint3d
 bool Recorder::addArc(const Arc& local) {
   Item item{Item::arc, 0, static_cast<std::uint32_t>(list_.arcs.size()), 1};
   const Arc arc{placed(local.centre), placed(local.u), placed(local.v), local.sweep};
-  if (!isFinite(arc.centre) || !isFinite(arc.u) || !isFinite(arc.v) || !std::isfinite(arc.sweep)) {
+  if (!isFinite(arc.centre) || !isFinite(arc.u) || !isFinite(arc.v) || !isNear(arc.sweep)) {
     return ++list_.leftOut, full();
   }
   if (!beginItem(item)) return full();
