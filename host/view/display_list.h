@@ -47,10 +47,18 @@ struct Letters {
   std::wstring letters;
 };
 
-/// One thing drawn: `count` points, or one arc or one line of letters, from `first` of its pool.
+/// One thing drawn: `count` points, one arc, one line of letters or the point of a mark, from `first` of
+/// its pool.
 struct Item {
-  enum Kind : unsigned char { polyline, polygon, arc, letters } kind = polyline;
+  enum Kind : unsigned char { polyline, polygon, arc, letters, mark } kind = polyline;
   std::uint32_t style = 0, first = 0, count = 0;
+};
+
+/// How points show: shape 0 a dot, 1 nothing, 2 +, 3 x, 4 a tick, with 32 in a circle, with 64 in a square.
+struct MarkLook {
+  int shape = 0;
+  /// Drawing units; below 0 percents of the picture's height, and 0 stands for 5 of them.
+  double size = 0;
 };
 
 struct DisplayList {
@@ -61,6 +69,7 @@ struct DisplayList {
   std::vector<AcGePoint3d> points;
   std::vector<Arc> arcs;
   std::vector<Letters> letters;
+  MarkLook marks;
   /// Things that were left out: not finite, or beyond the bound on a list's length.
   size_t leftOut = 0;
 };

@@ -79,6 +79,8 @@ class Painter {
         return style_->filled ? fillArc(list_.arcs[item.first]) : paintArc(list_.arcs[item.first]);
       case Item::letters:
         return paintLetters(list_.letters[item.first]);
+      case Item::mark:
+        return paintMark(onSurface(list_.points[item.first]));
     }
   }
 
@@ -150,6 +152,41 @@ class Painter {
     if (item.count == 1) segment(first, first, false);
     for (std::uint32_t i = 1; i < item.count; ++i)
       segment(onSurface(points[i - 1]), onSurface(points[i]), i > 1);
+    countStroke();
+  }
+
+  void stroke(double x1, double y1, double x2, double y2) { segment({x1, y1}, {x2, y2}, false); }
+
+  void paintMark(const PlanePoint& at) {
+    const MarkLook& look = list_.marks;
+    const double percent = look.size < 0 ? -look.size : 5;
+    const double whole = look.size > 0 ? look.size * scale_ : canvas_.height * percent / 100;
+    const double half = std::min(whole, beyondPicture) / 2;
+    switch (look.shape & 7) {
+      case 0:
+        stroke(at.x, at.y, at.x, at.y);
+        break;
+      case 2:
+        stroke(at.x - 2 * half, at.y, at.x + 2 * half, at.y),
+            stroke(at.x, at.y - 2 * half, at.x, at.y + 2 * half);
+        break;
+      case 3:
+        stroke(at.x - 2 * half, at.y - 2 * half, at.x + 2 * half, at.y + 2 * half);
+        stroke(at.x - 2 * half, at.y + 2 * half, at.x + 2 * half, at.y - 2 * half);
+        break;
+      case 4:
+        stroke(at.x, at.y, at.x, at.y - half);
+        break;
+      default:
+        break;
+    }
+    if (look.shape & 32) tracePart({at, {half, 0}, {0, half}}, 0, 6.283185307179586477, false);
+    if (look.shape & 64) {
+      stroke(at.x - half, at.y - half, at.x + half, at.y - half),
+          stroke(at.x + half, at.y - half, at.x + half, at.y + half);
+      stroke(at.x + half, at.y + half, at.x - half, at.y + half),
+          stroke(at.x - half, at.y + half, at.x - half, at.y - half);
+    }
     countStroke();
   }
 

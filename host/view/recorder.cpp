@@ -1,5 +1,7 @@
 #include "host/view/recorder.h"
 
+#include "brx/db_dictionary.h"
+#include "host/drawing/header_variables.h"
 #include "host/text/single_line.h"
 #include "host/view/traits.h"
 
@@ -21,7 +23,9 @@ bool isFinite(const PointOrVector& p) {
 class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
  public:
   explicit Recorder(AcDbDatabase& drawing)
-      : looks_(drawing, list_), traits_(looks_), linetypeScale_(scaleOf(drawing)) {}
+      : looks_(drawing, list_), traits_(looks_), linetypeScale_(drawing.ltscale()) {
+    list_.marks = {number<int>(drawing, L"PDMODE"), number<double>(drawing, L"PDSIZE")};
+  }
   DisplayList takeList() { return std::move(list_); }
 
   AcGiGeometry& geometry() const override { return const_cast<Recorder&>(*this); }
@@ -54,7 +58,14 @@ class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
   }
 
  private:
-  static double scaleOf(AcDbDatabase&) { return 1; }
+  template <class Number>
+  static Number number(const AcDbDatabase& drawing, std::wstring_view variable) {
+    const auto index = findHeaderVariable(variable);
+    if (!index) return {};
+    const HeaderValue value = headerValue(drawing, *index);
+    const Number* const found = std::get_if<Number>(&value);
+    return found ? *found : Number{};
+  }
   template <class T>
   T placed(const T& local) const {
     return transforms_.empty() ? local : transforms_.back() * local;
@@ -187,16 +198,39 @@ void Recorder::drawEntity(AcDbEntity& entity, const Traits& around) {
   if (entity.visibility() == AcDb::kInvisible) return;
   const Resolved outer = around.resolve();
   traits_.take(entity, around, depth_ > 1 ? &outer : nullptr);
-  if (!looks_.layer(traits_.resolve().layer).frozen) entity.worldDraw(this);
+  if (looks_.layer(traits_.resolve().layer).frozen) return;
+  if (const AcDbPoint* const point = AcDbPoint::cast(&entity)) {
+    const AcGePoint3d place = point->position();
+    addPoints(Item::mark, 1, &place, false);
+  } else {
+    entity.worldDraw(this);
+  }
+}
+
+}  // namespace
+
+namespace {
+
+/// In the order of drawing.
+AcDbObjectIdArray orderOf(AcDbObjectId block) {
+  AcDbObjectIdArray order;
+  AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForRead);
+  if (!record.object()) return order;
+  AcDbSortentsTable* table = nullptr;
+  if (record->getSortentsTable(table, AcDb::kForRead) == Acad::eOk) {
+    const Acad::ErrorStatus status = table->getFullDrawOrder(order);
+    table->close();
+    if (status == Acad::eOk) return order;
+  }
+  for (const AcDbObjectId& id : record->entityIds()) order.append(id);
+  return order;
 }
 
 }  // namespace
 
 DisplayList record(AcDbDatabase& drawing, AcDbObjectId block) {
   Recorder recorder(drawing);
-  AcDbObjectPointer<AcDbBlockTableRecord> record(block.isNull() ? drawing.modelSpaceId() : block);
-  if (!record.object()) return {};
-  for (const AcDbObjectId& id : record->entityIds()) {
+  for (const AcDbObjectId& id : orderOf(block.isNull() ? drawing.modelSpaceId() : block)) {
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) recorder.draw(entity.object());
   }
