@@ -78,10 +78,29 @@ Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Visit visit) {
 
 }  // namespace
 
+/// The block in each place of the grid, and the attributes, which stand for the block's definitions of
+/// them. Files may ask for more places than could be drawn.
 bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
-  draw->geometry().pushModelTransform(blockTransform());
-  forEachEntity(record_, [&](AcDbEntity& entity) { draw->geometry().draw(&entity); });
-  draw->geometry().popModelTransform();
+  constexpr int mostCells = 1'000'000;
+  AcGiGeometry& geometry = draw->geometry();
+  const AcGeMatrix3d first = blockTransform();
+  const AcGeMatrix3d turned =
+      AcGeMatrix3d::planeToWorld(normal_) * AcGeMatrix3d::rotation(rotation_, {0, 0, 1});
+  const int columns = std::max<int>(columns_, 1),
+            cells = std::min(columns * std::max<int>(rows_, 1), mostCells);
+  bool stopped = false;
+  const auto drawOne = [&](AcDbEntity& entity) {
+    const AcDbAttributeDefinition* const definition = AcDbAttributeDefinition::cast(&entity);
+    if (!stopped && (!definition || definition->isConstant())) stopped = geometry.draw(&entity);
+  };
+  for (int cell = 0; cell < cells && !stopped; ++cell) {
+    const AcGeVector3d shift =
+        turned * AcGeVector3d{cell % columns * columnSpacing_, cell / columns * rowSpacing_, 0};
+    geometry.pushModelTransform(AcGeMatrix3d::translation(shift) * first);
+    if (forEachEntity(record_, drawOne) != Acad::eOk) stopped = true;
+    geometry.popModelTransform();
+  }
+  host::forEachSubentity<AcDbAttribute>(attributes_, [&](AcDbAttribute& each) { geometry.draw(&each); });
   return true;
 }
 

@@ -1,6 +1,7 @@
 #include "host/drawing/path.h"
 
 #include "host/drawing/ellipse_arc.h"
+#include "host/drawing/wide_path.h"
 
 namespace host {
 namespace {
@@ -125,7 +126,14 @@ Acad::ErrorStatus Path::paramOf(const AcGePoint3d& point, double& param) const {
 
 void Path::draw(AcGiWorldDraw& draw) const {
   bool reversed = false;
-  for (const Segment& each : segments_) each.curve(reversed)->worldDraw(&draw);
+  for (size_t i = 0; i < segments_.size(); ++i) {
+    const Segment& each = segments_[i];
+    if (each.startWidth == 0 && each.endWidth == 0) {
+      each.curve(reversed)->worldDraw(&draw);
+    } else {
+      drawBand(draw, segments_, i, closed_);
+    }
+  }
 }
 Acad::ErrorStatus Path::addTo(AcDbExtents& extents) const {
   if (segments_.empty()) return Acad::eInvalidExtents;

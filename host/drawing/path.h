@@ -13,6 +13,8 @@ struct Segment {
   AcGePoint3d start, end;
   double bulge = 0;  // tangent of a quarter of the sweep, above 0 to the left about the normal
   AcGeVector3d normal{0, 0, 1};
+  /// Of the band that is drawn along it.
+  double startWidth = 0, endWidth = 0;
 
   double length() const;
   AcGePoint3d at(double share) const;

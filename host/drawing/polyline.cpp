@@ -12,7 +12,10 @@ static host::Path pathOf(const AcDbPolyline& line) {
   };
   host::Path path(line.isClosed());
   const size_t count = vertices.size() < 2 ? 0 : vertices.size() - (line.isClosed() ? 0 : 1);
-  for (size_t i = 0; i < count; ++i) path.add({place(i), place(i + 1), vertices[i].bulge, line.normal()});
+  for (size_t i = 0; i < count; ++i) {
+    const AcDbPolyline::Vertex& v = vertices[i];
+    path.add({place(i), place(i + 1), v.bulge, line.normal(), v.startWidth, v.endWidth});
+  }
   return path;
 }
 

@@ -114,6 +114,7 @@ host::Path pathOf(const AcDb2dPolyline& line) {
     if (!any) first = segment.end, any = true;
     segment.start = segment.end;
     segment.bulge = vertex.bulge();
+    segment.startWidth = vertex.startWidth(), segment.endWidth = vertex.endWidth();
   });
   segment.end = first;
   if (line.isClosed() && !path.segments().empty()) path.add(segment);

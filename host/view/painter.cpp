@@ -70,6 +70,7 @@ class Painter {
 
   void paintItem(const Item& item) {
     useStyle(item.style);
+    if (fills_ > 0 && item.kind != Item::polygon) flush();
     switch (item.kind) {
       case Item::polyline:
         return paintPolyline(item);
@@ -100,7 +101,8 @@ class Painter {
   }
   void flush() {
     if (strokes_ > 0) cairo_stroke(cairo_);
-    strokes_ = 0;
+    if (fills_ > 0) cairo_fill(cairo_);
+    strokes_ = fills_ = 0;
   }
   void countStroke() {
     if (++strokes_ >= mostStrokes) flush();
@@ -278,13 +280,22 @@ class Painter {
     cairo_fill(cairo_);
   }
 
+  /// Neighbours are filled together, all around the same way, so that no seam shows between them.
   void fillPolygon(const Item& item) {
-    flush();
+    if (strokes_ > 0) flush();
     std::vector<PlanePoint> corners;
     for (std::uint32_t i = 0; i < item.count; ++i) corners.push_back(onSurface(list_.points[item.first + i]));
     corners = clipPolygon(bounds_, std::move(corners));
+    double area = 0;
+    for (size_t i = 0; i < corners.size(); ++i) {
+      const PlanePoint &p = corners[i], &q = corners[(i + 1) % corners.size()];
+      area += p.x * q.y - q.x * p.y;
+    }
+    if (area < 0) std::reverse(corners.begin(), corners.end());
+    cairo_new_sub_path(cairo_);
     for (const PlanePoint& each : corners) cairo_line_to(cairo_, each.x, each.y);
-    cairo_fill(cairo_);
+    cairo_close_path(cairo_);
+    if (++fills_ >= mostStrokes) flush();
   }
 
   void paintLetters(const Letters& letters) {
@@ -337,7 +348,7 @@ class Painter {
   FontsOfSurface fonts_;
   const Style* style_ = nullptr;
   double lineWidth_ = 1;
-  int strokes_ = 0;
+  int strokes_ = 0, fills_ = 0;
   bool broken_ = false;
 };
 

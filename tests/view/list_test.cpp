@@ -1,5 +1,7 @@
 #include <cmath>
 
+#include "brx/db_attributes.h"
+#include "brx/db_dictionary.h"
 #include "host/view/clip.h"
 #include "host/view/dashes.h"
 #include "host/view/palette.h"
@@ -82,6 +84,44 @@ TEST_F(Lists, PartsOutsideTheDrawingGoToTheLayerThatTheirHolderSets) {
   const view::DisplayList list = recorded();
   ASSERT_EQ(list.items.size(), 1U);
   EXPECT_EQ(styleOf(list, 0).ink, (Ink{Ink::exact, 0xFF0000}));
+}
+
+TEST_F(Lists, FollowTheDrawOrderAndTheScaleOfLinetypes) {
+  add(new AcDbLine({1, 0, 0}, {1, 1, 0}));
+  const AcDbObjectId second = add(new AcDbLine({2, 0, 0}, {2, 1, 0}));
+  {
+    AcDbObjectPointer<AcDbLine> line(second, AcDb::kForWrite);
+    line->setLinetype(linetype(L"DASHED", {0.5, -0.25})), line->setLinetypeScale(3);
+  }
+  drawing.setLtscale(2);
+  AcDbSortentsTable* table = nullptr;
+  AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId(), AcDb::kForWrite);
+  ASSERT_EQ(space->getSortentsTable(table, AcDb::kForWrite, true), Acad::eOk);
+  AcDbObjectIdArray ids;
+  ids.append(second);
+  EXPECT_EQ(table->moveToBottom(ids), Acad::eOk);
+  table->close(), space.close();
+  const view::DisplayList list = recorded();
+  ASSERT_EQ(list.items.size(), 2U);
+  EXPECT_EQ(list.points[list.items[0].first].x, 2);
+  EXPECT_EQ(styleOf(list, 0).patternScale, 6);
+  EXPECT_EQ(list.points[list.items[1].first].x, 1);
+}
+
+TEST_F(Lists, ShowAttributesInPlaceOfTheirDefinitions) {
+  const AcDbObjectId tagged = block(L"tagged");
+  auto* const definition = new AcDbAttributeDefinition;
+  definition->setHeight(1), definition->setTag(L"ROOM");
+  add(definition, {}, tagged);
+  auto* const placed = new AcDbBlockReference({5, 5, 0}, tagged);
+  auto* const attribute = new AcDbAttribute({5, 5, 0}, L"12", L"ROOM");
+  attribute->setHeight(1);
+  placed->appendAttribute(attribute);
+  add(placed);
+  const view::DisplayList list = recorded();
+  ASSERT_EQ(list.letters.size(), 1U);
+  EXPECT_EQ(list.letters[0].letters, L"12");
+  EXPECT_EQ(list.letters[0].origin.x, 5);
 }
 
 TEST_F(Lists, KeepCurvesExactUnderUnevenScales) {

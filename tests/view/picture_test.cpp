@@ -1,3 +1,4 @@
+#include "host/drawing/header_variables.h"
 #include "tests/view/drawn.h"
 
 namespace {
@@ -49,6 +50,36 @@ TEST_F(Pictures, ShowLinetypesWeightsAndFills) {
   for (int i = 0; i < 5; ++i) EXPECT_EQ(pixels.at(10 + 20 * i, 79.5) == black, expected[i]) << i;
   // 2.11 mm at 96 dots per inch are 8 pixels.
   EXPECT_NEAR(pixels.inked(30, 40, 70, 60), 8.0 / 20, 0.05);
+}
+
+TEST_F(Pictures, ShowWidePolylinesWithFullCorners) {
+  auto* const line = new AcDbPolyline;
+  line->addVertexAt(0, {10, 10}, 0, 10, 10), line->addVertexAt(1, {50, 10}, 0, 10, 10);
+  line->addVertexAt(2, {50, 50}, 1, 10, 0), line->addVertexAt(3, {50, 90});
+  add(line);
+  const Pixels pixels = painted(window(100, 100));
+  for (const auto& [x, y] : {std::pair{12, 6}, {30, 14}, {53, 7}, {46, 40}, {70, 70}}) {
+    EXPECT_EQ(pixels.at(x, y), black) << x << "," << y;
+  }
+  for (const auto& [x, y] : {std::pair{30, 17}, {57, 7}, {40, 40}, {60, 70}}) {
+    EXPECT_EQ(pixels.at(x, y), white) << x << "," << y;
+  }
+}
+
+TEST_F(Pictures, ShowPointsAsTheDrawingSays) {
+  add(new AcDbPoint({50, 50, 0}));
+  const auto shown = [&](int mode, double size) {
+    const auto set = [this](const wchar_t* name, host::HeaderValue value) {
+      EXPECT_EQ(host::setHeaderValue(drawing, *host::findHeaderVariable(name), value), Acad::eOk);
+    };
+    set(L"PDMODE", mode), set(L"PDSIZE", size);
+    return painted(window(100, 100));
+  };
+  EXPECT_EQ(shown(1, 20.0).inked(0, 0, 100, 100), 0);
+  EXPECT_NEAR(shown(0, 20.0).inked(0, 0, 100, 100), 1e-4, 9e-4);
+  EXPECT_NE(shown(2, 20.0).at(68, 49.5), white);
+  EXPECT_NE(shown(32, 20.0).at(60, 50), white);
+  EXPECT_NE(shown(65, 0.0).at(52.5, 50), white);
 }
 
 TEST_F(Pictures, ShowArcsWhereTheyAre) {
