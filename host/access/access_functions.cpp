@@ -3,8 +3,8 @@
 namespace host {
 
 void defineAccessFunctions(lisp::Interpreter& interpreter) {
-  for (const auto table :
-       {entityFunctions(), tableFunctions(), dictionaryFunctions(), xdataFunctions(), selectionFunctions()}) {
+  for (const auto table : {entityFunctions(), tableFunctions(), dictionaryFunctions(), xdataFunctions(),
+                           coordinateFunctions(), selectionFunctions()}) {
     for (const lisp::Builtin& row : table) interpreter.define(row.name, row.body, row.fewest, row.most);
   }
 }

@@ -14,6 +14,7 @@ std::span<const lisp::Builtin> entityFunctions();
 std::span<const lisp::Builtin> tableFunctions();
 std::span<const lisp::Builtin> dictionaryFunctions();
 std::span<const lisp::Builtin> xdataFunctions();
+std::span<const lisp::Builtin> coordinateFunctions();
 std::span<const lisp::Builtin> selectionFunctions();
 
 }  // namespace host

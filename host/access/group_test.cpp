@@ -169,7 +169,8 @@ bool GroupTest::matchesPoint(const Value& point) const {
     if (place == numbers_.size()) break;
     if (!matchesNumber(each.number(), place++)) return false;
   }
-  return true;
+  // Points of the plane lie at height 0.
+  return place == numbers_.size() || matchesNumber(0, place);
 }
 
 bool GroupTest::matchesValue(const Value& value) const {

@@ -42,7 +42,7 @@ void modifyObject(AcDbDatabase& drawing, const lisp::Value& list) {
   AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
   require(object.openStatus());
   ListReader reader(drawing, groups);
-  require(object->dxfInFields(&reader));
+  fillObject(*object.object(), reader);
   if (const auto* const record = AcDbSymbolTableRecord::cast(object.object())) requireTaken(*record, groups);
   takeXdata(*object.object(), groups);
   change.keep();

@@ -95,6 +95,12 @@ void takeXdata(AcDbObject& object, const ListGroups& groups) {
   if (!data.empty()) require(object.setXData(data.head()));
 }
 
+void fillObject(AcDbObject& object, ListReader& reader) {
+  require(object.dxfInFields(&reader));
+  AcDbText* const text = AcDbText::cast(&object);
+  if (text) require(text->adjustAlignment());
+}
+
 std::unique_ptr<AcDbObject> buildObject(AcDbDatabase& drawing, std::wstring_view type,
                                         const ListGroups& given, const AcDbEntity* owner) {
   const AcRxClass& wanted = classOfList(type, given, owner);
@@ -112,7 +118,7 @@ std::unique_ptr<AcDbObject> buildObject(AcDbDatabase& drawing, std::wstring_view
     entity->setDatabaseDefaults(&drawing);
   }
   ListReader reader(drawing, list.groups());
-  require(object->dxfInFields(&reader));
+  fillObject(*object, reader);
   takeXdata(*object, given);
   return result;
 }

@@ -16,6 +16,8 @@ AcRxClass& classOfList(std::wstring_view type, const ListGroups& groups, const A
 /// properties. A layer that the drawing lacks is made.
 std::unique_ptr<AcDbObject> buildObject(AcDbDatabase& drawing, std::wstring_view type,
                                         const ListGroups& groups, const AcDbEntity* owner = nullptr);
+/// Gives an object what the list says, and an aligned text its place by the font's measures.
+void fillObject(AcDbObject& object, ListReader& reader);
 /// Makes the layer of the list unless the drawing has it.
 void provideLayer(AcDbDatabase& drawing, const ListGroups& groups);
 /// Sets the extended data of a list's -3, if it has one.
