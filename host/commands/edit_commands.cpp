@@ -1,5 +1,6 @@
 #include <cmath>
 
+#include "brx/db_dictionary.h"
 #include "host/commands/commands.h"
 #include "host/commands/drawing_edit.h"
 
@@ -168,9 +169,36 @@ Task<> explode(CommandInput& input) {
   if (kept) input.say(L"\n" + std::to_wstring(kept) + L" could not be exploded.");
 }
 
+AcDbObjectIdArray inSpace(const Entities& chosen, AcDbObjectId space) {
+  AcDbObjectIdArray ids;
+  for (const AcDbObjectId& id : chosen) {
+    const AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity.object() && entity->ownerId() == space) ids.append(id);
+  }
+  return ids;
+}
+
+Task<> drawOrder(CommandInput& input) {
+  const Entities chosen = co_await input.objects();
+  if (chosen.empty()) co_return;
+  const Answer order =
+      co_await input.keyword(L"\nEnter object ordering option [Front/Back] <Back>: ", L"Front Back");
+  const AcDbObjectIdArray ids = inSpace(chosen, currentSpace());
+  AcDbObjectPointer<AcDbBlockTableRecord> space(currentSpace(), AcDb::kForWrite);
+  AcDbSortentsTable* table = nullptr;
+  if (!space.object() || space->getSortentsTable(table, AcDb::kForWrite, true) != Acad::eOk)
+    throw CommandFailed();
+  if (order.text == L"Front") {
+    table->moveToTop(ids);
+  } else {
+    table->moveToBottom(ids);
+  }
+  table->close();
+}
+
 constexpr Command rows[] = {{L"ERASE", erase},   {L"SELECT", select, false}, {L"MOVE", move},
                             {L"COPY", copy},     {L"ROTATE", rotate},        {L"SCALE", scale},
-                            {L"MIRROR", mirror}, {L"EXPLODE", explode}};
+                            {L"MIRROR", mirror}, {L"EXPLODE", explode},      {L"DRAWORDER", drawOrder}};
 
 }  // namespace
 
