@@ -1,5 +1,5 @@
 ; Keys and values on entities.
-(progn (command "LINE" '(0 0) '(10 0 0) "") (setq line (entlast)) (host-output) T)
+(progn (setvar "CMDECHO" 0) (command "LINE" '(0 0) '(10 0 0) "") (setq line (entlast)) T)
 ;=> T
 ; The application registers the name; until then nothing can be kept, though the entity could be written.
 (list (zb_xdput-list line '("flow" 400.5)) (zb_xdget line "flow"))
