@@ -11,6 +11,10 @@ namespace {
 
 constexpr int bigNumber = 0x13;  // whole numbers of 64 bits, in the newest files
 
+// libmdb has the two in each other's place.
+int scaleOf(const MdbColumn& column) { return column.col_prec; }
+int precisionOf(const MdbColumn& column) { return column.col_scale; }
+
 jet::Type typeOf(const MdbColumn& column) {
   switch (column.col_type) {
     case MDB_BOOL:
@@ -41,8 +45,8 @@ jet::Type typeOf(const MdbColumn& column) {
       return jet::Type::Guid;
     case MDB_NUMERIC:
       // Amounts hold them exactly as long as they fit.
-      return column.col_scale <= 4 && column.col_prec + 4 - column.col_scale <= 18 ? jet::Type::Currency
-                                                                                   : jet::Type::Double;
+      return scaleOf(column) <= 4 && precisionOf(column) + 4 - scaleOf(column) <= 18 ? jet::Type::Currency
+                                                                                     : jet::Type::Double;
     default:
       return jet::Type::Unknown;
   }
@@ -233,9 +237,9 @@ Stored JetTable::value(const Field& field, const jet::Column& shape, const MdbFi
       return value;
     }
     case MDB_NUMERIC: {
-      if (field.type == jet::Type::Currency) return Stored::of(decimalAsCurrency(bytes, column.col_scale));
+      if (field.type == jet::Type::Currency) return Stored::of(decimalAsCurrency(bytes, scaleOf(column)));
       bool exact = true;
-      const Stored value = Stored::of(decimalAsDouble(bytes, column.col_scale, exact));
+      const Stored value = Stored::of(decimalAsDouble(bytes, scaleOf(column), exact));
       if (!exact) ++changedValues_["digits of '" + shape.name + "' beyond the fifteenth"];
       return value;
     }

@@ -1,0 +1,1 @@
+SELECT -2^2 AS a, 2^3^2 AS b, 7 \ 2 * 2 AS c, 10 Mod 4 \ 2 AS d, 1 + 2 & 3 + 4 AS e, 2 * 3 + 4 AS f

@@ -1,0 +1,1 @@
+SELECT True AS a, False AS b, True + 1 AS c, -True AS d, (1 = 1) + 0 AS e, Yes AS f, Off AS g, On AS h, No AS i

@@ -1,0 +1,1 @@
+SELECT CCur(0.1) + CCur(0.2) AS a, CCur(0.1) * 3 AS b, CCur(1.5) * CCur(1.5) AS c, CCur(1) / 3 AS d, CCur(2.5) & '' AS e, CCur(0.3) = 0.3 AS f, -CCur(1.25) AS g

@@ -1,0 +1,1 @@
+SELECT Len('äbc') AS a, Left('abc', 2) AS b, Right('abc', 2) AS c, Mid('abcdef', 2, 3) AS d, Mid('abc', 9) AS e, UCase('äb') AS f, LCase('ÄB') AS g

@@ -1,0 +1,1 @@
+SELECT IsNumeric('1e5') AS a, IsNumeric('1x') AS b, IsNumeric(Null) AS c, IsDate('1/2/2020') AS d, IsDate('x') AS e, IsDate(#1/2/2020#) AS f, IsNull(Null) AS g, IsNumeric(5) AS h

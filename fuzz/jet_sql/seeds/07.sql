@@ -1,0 +1,1 @@
+SELECT DatePart('q', #5/1/2020#) AS a, DatePart('y', #2/1/2020#) AS b, DatePart('ww', #1/5/2020#) AS c, DatePart('w', #1/5/2020#) AS d, Weekday(#1/6/2020#) AS e, Weekday(#1/6/2020#, 2) AS f

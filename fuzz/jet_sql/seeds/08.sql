@@ -1,0 +1,1 @@
+CREATE TABLE Jobs (id COUNTER PRIMARY KEY, name TEXT(20) NOT NULL, boss LONG, cost CURRENCY, hours DOUBLE, due DATE, done YESNO)

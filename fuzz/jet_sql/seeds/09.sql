@@ -1,0 +1,1 @@
+SELECT a.name, b.name, p.qty FROM (Jobs AS a INNER JOIN Jobs AS b ON a.boss = b.id) LEFT JOIN Parts AS p ON a.id = p.job ORDER BY a.id

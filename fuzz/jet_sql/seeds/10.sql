@@ -1,0 +1,1 @@
+SELECT DISTINCTROW Jobs.name FROM Jobs INNER JOIN Parts ON Jobs.id = Parts.job ORDER BY name

@@ -1,0 +1,1 @@
+PARAMETERS [How Many] LONG, who TEXT; SELECT name, [who] AS w FROM Jobs WHERE id = [How Many]
