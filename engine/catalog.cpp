@@ -50,18 +50,7 @@ jet::Type typeNamed(std::string_view name) {
   return jet::Type::Unknown;
 }
 
-constexpr size_t longestName = 64;
 constexpr size_t mostColumns = 255;
-
-// Names lie between tabs in lists, and quoted in SQL.
-void requireName(std::string_view name) {
-  const bool bad = name.empty() || name.front() == ' ' || name.size() > 4 * longestName ||
-                   std::any_of(name.begin(), name.end(), [](char c) {
-                     return static_cast<unsigned char>(c) < ' ' ||
-                            std::string_view(".![]`").find(c) != std::string_view::npos;
-                   });
-  if (bad) fail(badName, name);
-}
 
 std::vector<std::string> split(std::string_view list) {
   std::vector<std::string> result;
@@ -138,10 +127,24 @@ void requireIndex(const jet::Table& table, const jet::Index& index) {
 
 }  // namespace
 
+// Names lie between tabs in lists, and quoted in SQL.
+void requireName(std::string_view name) {
+  constexpr size_t longestName = 64;
+  const bool bad = name.empty() || name.front() == ' ' || name.size() > 4 * longestName ||
+                   std::any_of(name.begin(), name.end(), [](char c) {
+                     return static_cast<unsigned char>(c) < ' ' ||
+                            std::string_view(".![]`").find(c) != std::string_view::npos;
+                   });
+  if (bad) fail(badName, name);
+}
+
 void createSystemTables(Database& database) { database.execute(systemTables, Access::Schema); }
 
 std::string storedIndexName(const jet::Table& table, const jet::Index& index) {
-  return storedTableName(table.name) + "." + index.name;
+  if (!isLinked(table)) return storedTableName(table.name) + "." + index.name;
+  // A linked table may have another name here; SQLite's is the second part of its full name.
+  const std::string stored = unquoted(table.sqlName.substr(table.sqlName.find("\".\"") + 2));
+  return stored + "." + index.name;
 }
 
 int counterColumn(const jet::Table& table) {
@@ -160,6 +163,7 @@ bool isRowOrder(const jet::Table& table, const jet::Index& index) {
 void DatabaseCatalog::refresh() {
   // Without a lock: statements name their columns, so that a change in this very moment shows at the next
   // call.
+  refreshLinks();
   if (loaded_ && database_.stamp().schema == schema_) return;
   Statement& probe = database_.prepared("SELECT 1 FROM sqlite_schema LIMIT 1", Access::Read);
   {
@@ -175,23 +179,30 @@ void DatabaseCatalog::refresh() {
 
 void DatabaseCatalog::load() {
   ++generation_;
-  tables_.clear();
+  tables_ = readTables("main");
+  readLinks();
+}
+
+DatabaseCatalog::Tables DatabaseCatalog::readTables(const std::string& schema) {
+  Tables found;
   sqlite3* handle = database_.handle();
-  Statement tables(handle, "SELECT name, stored, row_id FROM zb_tables", Access::Read, 0);
+  const std::string in = quoted(schema) + ".";
+  Statement tables(handle, "SELECT name, stored, row_id FROM " + in + "zb_tables", Access::Read, 0);
   while (tables.step()) {
     jet::Table table;
     table.name = tables.text(0);
-    table.sqlName = "\"main\"." + quoted(tables.text(1));
+    table.sqlName = in + quoted(tables.text(1));
     table.rowId = tables.text(2);
-    tables_.emplace(table.name, std::move(table));
+    found.emplace(table.name, std::move(table));
   }
   Statement columns(handle,
                     "SELECT table_name, name, type, size, required, counter, empty_allowed, default_value "
-                    "FROM zb_columns ORDER BY table_name, position",
+                    "FROM " +
+                        in + "zb_columns ORDER BY table_name, position",
                     Access::Read, 0);
   while (columns.step()) {
-    const auto owner = tables_.find(columns.text(0));
-    if (owner == tables_.end()) continue;
+    const auto owner = found.find(columns.text(0));
+    if (owner == found.end()) continue;
     owner->second.columns.push_back({std::string(columns.text(1)),
                                      typeNamed(columns.text(2)),
                                      static_cast<int>(columns.integer(3)),
@@ -203,15 +214,17 @@ void DatabaseCatalog::load() {
   }
   Statement indexes(handle,
                     "SELECT table_name, name, columns, is_primary, is_unique, required, ignore_null "
-                    "FROM zb_indexes ORDER BY table_name, position",
+                    "FROM " +
+                        in + "zb_indexes ORDER BY table_name, position",
                     Access::Read, 0);
   while (indexes.step()) {
-    const auto owner = tables_.find(indexes.text(0));
-    if (owner == tables_.end()) continue;
+    const auto owner = found.find(indexes.text(0));
+    if (owner == found.end()) continue;
     owner->second.indexes.push_back({std::string(indexes.text(1)), readIndexColumns(indexes.text(2)),
                                      indexes.integer(3) != 0, indexes.integer(4) != 0,
                                      indexes.integer(5) != 0, indexes.integer(6) != 0});
   }
+  return found;
 }
 
 std::vector<std::string> DatabaseCatalog::tableNames() const {
@@ -261,7 +274,12 @@ std::vector<std::string> DatabaseCatalog::queryNames() {
 const jet::Table* DatabaseCatalog::findTable(std::string_view name) {
   if (!loaded_) refresh();
   const auto found = tables_.find(name);
-  return found == tables_.end() ? nullptr : &found->second;
+  return found == tables_.end() ? findLinkedTable(name) : &found->second;
+}
+
+bool DatabaseCatalog::hasTable(std::string_view name) {
+  if (!loaded_) refresh();
+  return tables_.contains(name) || links_.contains(name);
 }
 
 std::optional<std::string> DatabaseCatalog::findQuery(std::string_view name) {
@@ -272,7 +290,9 @@ std::optional<std::string> DatabaseCatalog::findQuery(std::string_view name) {
   return std::string(statement.text(0));
 }
 
+// Only the file's own tables change here.
 const jet::Table& DatabaseCatalog::require(std::string_view name) {
+  if (links_.contains(name)) fail(linkedTable, name);
   const jet::Table* table = findTable(name);
   if (!table) fail(tableNotFound, name);
   return *table;
@@ -365,7 +385,7 @@ void DatabaseCatalog::createStoredIndex(const jet::Table& table, const jet::Inde
 jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition, IndexStorage storage) {
   return changing([&] {
     requireDefinition(definition);
-    if (findTable(definition.name)) fail(jet::tableExists, definition.name);
+    if (hasTable(definition.name)) fail(jet::tableExists, definition.name);
     if (findQuery(definition.name)) fail(jet::objectExists, definition.name);
     jet::Table table = definition;
     const int counter = counterColumn(table);
@@ -411,6 +431,7 @@ void DatabaseCatalog::continueCounter(std::string_view name, int64_t last) {
 
 jet::Catalog::Refusal DatabaseCatalog::dropTable(std::string_view name) {
   return changing([&] {
+    if (changeLink(name, "")) return;
     const jet::Table table = require(name);
     for (const jet::Relation& relation : relations()) {
       if (sameText(relation.foreignTable, name) && !sameText(relation.table, name)) {
@@ -493,9 +514,10 @@ std::string conversion(const std::string& source, jet::Type from, jet::Type to) 
 
 jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::string_view newName) {
   return changing([&] {
-    const jet::Table old = require(name);
     requireName(newName);
-    if (!sameText(name, newName) && findTable(newName)) fail(jet::tableExists, newName);
+    if (!sameText(name, newName) && hasTable(newName)) fail(jet::tableExists, newName);
+    if (changeLink(name, newName)) return;
+    const jet::Table old = require(name);
     unguardRelationsOf(old.name);
     jet::Table table = old;
     table.name = newName;
@@ -614,7 +636,7 @@ jet::Catalog::Refusal DatabaseCatalog::dropIndex(std::string_view name, std::str
 jet::Catalog::Refusal DatabaseCatalog::createQuery(std::string_view name, std::string_view sql) {
   return changing([&] {
     requireName(name);
-    if (findTable(name) || findQuery(name)) fail(jet::objectExists, name);
+    if (hasTable(name) || findQuery(name)) fail(jet::objectExists, name);
     run("INSERT INTO zb_queries VALUES(?, ?)", {Stored::of(name), Stored::of(sql)});
   });
 }

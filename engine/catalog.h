@@ -19,6 +19,11 @@ void createSystemTables(Database& database);
 /// changes. A change of the schema, as `jet::Catalog` has it, is part of the caller's transaction.
 class DatabaseCatalog : public jet::Catalog {
  public:
+  /// A table of another database file that shows as one of this.
+  struct Link {
+    std::string name, file, foreignName;
+  };
+
   explicit DatabaseCatalog(Database& database) : database_(database) {}
 
   /// Reads again when the schema isn't the one that was read; to be called inside a read transaction, before
@@ -27,14 +32,18 @@ class DatabaseCatalog : public jet::Catalog {
   /// Another number each time that the schema was read anew.
   uint64_t generation() const { return generation_; }
 
+  /// Of the file's own tables; `links` has the others.
   std::vector<std::string> tableNames() const;
+  std::vector<Link> links() const;
   /// The index of that name, or the one whose only column has it; null when there is none.
   static const jet::Index* findIndex(const jet::Table& table, std::string_view name);
   static int columnPlace(const jet::Table& table, std::string_view name);
   std::vector<jet::Relation> relations();
   std::vector<std::string> queryNames();
 
+  /// A linked table's file is attached when it is asked for; fails when it is gone (3024) or no database.
   const jet::Table* findTable(std::string_view name) override;
+  bool hasTable(std::string_view name) override;
   std::optional<std::string> findQuery(std::string_view name) override;
   enum class IndexStorage { Now, Later };
   Refusal createTable(const jet::Table& definition) override {
@@ -56,6 +65,8 @@ class DatabaseCatalog : public jet::Catalog {
   Refusal dropIndex(std::string_view table, std::string_view index) override;
   Refusal createRelation(const jet::Relation& relation) override;
   Refusal dropRelation(std::string_view table, std::string_view relation) override;
+  /// Doesn't look into the other file.
+  Refusal createLink(const Link& link);
   Refusal createQuery(std::string_view name, std::string_view sql) override;
   Refusal dropQuery(std::string_view name) override;
   void changesUndone() override;
@@ -63,7 +74,24 @@ class DatabaseCatalog : public jet::Catalog {
  private:
   using Tables = std::map<std::string, jet::Table, TextLess>;
 
+  /// What is known of another file while it is attached.
+  struct LinkedFile {
+    std::string schema;  ///< its name in SQLite
+    bool attached = false;
+    Database::Identity identity;
+    uint32_t cookie = 0;  ///< 0: not read
+    Tables tables;
+  };
+
   void load();
+  Tables readTables(const std::string& schema);
+  void readLinks();
+  void refreshLinks();
+  const LinkedFile& linkedFile(const std::string& path);
+  const jet::Table* findLinkedTable(std::string_view name);
+  /// Renames a link, or drops it when `newName` is empty; false when there is none.
+  bool changeLink(std::string_view name, std::string_view newName);
+  void bumpSchema();
   const jet::Table& require(std::string_view name);
   Refusal changing(const std::function<void()>& change);
   /// Gives `table` a new shape; `sources` has the old column for each new one, "" for its default.
@@ -80,10 +108,19 @@ class DatabaseCatalog : public jet::Catalog {
 
   Database& database_;
   Tables tables_;
+  std::map<std::string, Link, TextLess> links_;
+  std::map<std::string, LinkedFile> linkedFiles_;  // by path
+  Tables linkedTables_;                            // of links that were asked for
   uint32_t schema_ = 0;
   uint64_t generation_ = 0;
   bool loaded_ = false;
 };
+
+/// True for a table of another file.
+bool isLinked(const jet::Table& table);
+
+/// Fails (3125) for what can't be a name.
+void requireName(std::string_view name);
 
 /// Name in SQLite of an index of a table.
 std::string storedIndexName(const jet::Table& table, const jet::Index& index);

@@ -312,7 +312,7 @@ bool Cursor::beforeFirst() {
 }
 
 int64_t Cursor::count() {
-  if (count_ && database_.unchangedSince(countStamp_)) return *count_;
+  if (count_ && !isLinked(table_) && database_.unchangedSince(countStamp_)) return *count_;
   Transaction transaction(database_, Transaction::Kind::Read, Access::Read);
   followSchema();
   Statement& statement = database_.prepared("SELECT count(*) FROM " + table_.sqlName, Access::Read);

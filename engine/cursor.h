@@ -62,7 +62,8 @@ class Cursor {
   void bindToSchema(std::string_view indexName);
   void followSchema();
   void resolveTop();
-  bool sameStateAsKept() const { return database_.unchangedSince(stamp_); }
+  /// The stamp is that of the main file, and tells nothing of a linked one.
+  bool sameStateAsKept() const { return !isLinked(table_) && database_.unchangedSince(stamp_); }
   bool stepInKept(int64_t count);
   void search(int64_t count, bool forward);
   bool runLevel(const std::string& sql, const std::vector<Stored>& values, int64_t& toSkip, size_t wanted);

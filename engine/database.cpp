@@ -112,9 +112,8 @@ uint32_t bigEndian(const unsigned char* bytes) {
 Database::Database(const std::string& path, Mode mode, Sharing sharing)
     : path_(path), readOnly_(mode == Mode::Read) {
   if (mode != Mode::Create) requireUsableFile(path, mode == Mode::Write);
-  struct stat attributes {};
-  if (stat(path.c_str(), &attributes) != 0) fail(fileNotFound, path);
-  identity_ = {attributes.st_dev, attributes.st_ino};
+  identity_ = fileIdentity(path);
+  if (identity_ == Identity()) fail(fileNotFound, path);
   if (!OpenFiles::all().add(identity_, sharing == Sharing::NotInThisProcess)) fail(fileInUse, path);
   try {
     openChecked(mode);
@@ -234,15 +233,48 @@ Statement& Database::prepared(const std::string& sql, Access access) {
   return found->second;
 }
 
-FileStamp Database::stamp() const {
+FileStamp Database::stamp(const char* schema) const {
   // Bytes 24 to 43 of the file: counter of changes first, schema cookie last.
   unsigned char bytes[20];
   sqlite3_file* file = nullptr;
-  sqlite3_file_control(handle(), "main", SQLITE_FCNTL_FILE_POINTER, &file);
+  sqlite3_file_control(handle(), schema, SQLITE_FCNTL_FILE_POINTER, &file);
   if (!file || !file->pMethods || file->pMethods->xRead(file, bytes, sizeof bytes, 24) != SQLITE_OK) {
     fail(diskOrNetwork);
   }
   return {bigEndian(bytes), bigEndian(bytes + 16)};
+}
+
+Database::Identity Database::fileIdentity(const std::string& path) {
+  struct stat attributes {};
+  if (stat(path.c_str(), &attributes) != 0) return {};
+  return {attributes.st_dev, attributes.st_ino};
+}
+
+void Database::attach(const std::string& path, const std::string& schema) {
+  requireUsableFile(path, false);
+  if (fileIdentity(path) == identity_) fail(invalidArgument, "a table can't be linked to its own file");
+  try {
+    Statement statement(handle(), "ATTACH ? AS ?", Access::Open, 0);
+    statement.bind(1, path);
+    statement.bind(2, schema);
+    statement.step();
+  } catch (const jet::Failure& failure) {
+    fail(failure.error.number == noRight ? noRight : notADatabase, path);
+  }
+  try {
+    Statement known(handle(), "SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema WHERE name = 'zb_tables'",
+                    Access::Open, 0);
+    if (!known.step()) fail(notADatabase, path);
+    known.reset();
+    execute("PRAGMA " + ::quoted(schema) + ".synchronous=EXTRA", Access::Open);
+  } catch (const jet::Failure&) {
+    detach(schema);
+    fail(notADatabase, path);
+  }
+}
+
+void Database::detach(const std::string& schema) {
+  sqlite3_exec(handle(), ("DETACH " + ::quoted(schema)).c_str(), nullptr, nullptr, nullptr);
 }
 
 bool Database::unchangedSince(const FileStamp& then) const { return stampIsReliable_ && stamp() == then; }
@@ -280,6 +312,15 @@ std::string quoted(std::string_view name) {
     result += c;
   }
   return result + "\"";
+}
+
+std::string unquoted(std::string_view quotedName) {
+  std::string name;
+  for (size_t i = 1; i + 1 < quotedName.size(); ++i) {
+    name += quotedName[i];
+    if (quotedName[i] == '"') ++i;
+  }
+  return name;
 }
 
 std::string fullPath(std::wstring_view path) {

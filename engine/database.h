@@ -30,6 +30,9 @@ class Database {
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
+  /// Device and number of a file.
+  using Identity = std::pair<uint64_t, uint64_t>;
+
   sqlite3* handle() const { return handle_.get(); }
   const std::string& path() const { return path_; }
   bool readOnly() const { return readOnly_; }
@@ -44,8 +47,14 @@ class Database {
   /// Drops the kept statements; nothing may hold one.
   void forgetStatements() { statements_.clear(); }
 
+  /// Adds another database file under a name; fails as opening it would. One that is read only is that here,
+  /// too.
+  void attach(const std::string& path, const std::string& schema);
+  void detach(const std::string& schema);
+  static Identity fileIdentity(const std::string& path);  ///< zeroes when there is no file
+
   /// The file's state now. Reliable as the state of what is read only inside a read transaction.
-  FileStamp stamp() const;
+  FileStamp stamp(const char* schema = "main") const;
   /// True when surely nothing was committed since `then`. Costs one small read of the file, and no lock.
   bool unchangedSince(const FileStamp& then) const;
 
@@ -64,7 +73,7 @@ class Database {
   std::string path_;
   bool readOnly_;
   bool stampIsReliable_ = false;
-  std::pair<uint64_t, uint64_t> identity_;  // device and number of the file
+  Identity identity_;
   std::unique_ptr<sqlite3, Close> handle_;
   std::map<std::string, Statement, std::less<>> statements_;
 };
@@ -89,8 +98,9 @@ class Transaction {
 /// Remembers that damage showed while the file was in use: its next opening checks all of it.
 void noteDamage(const char* path);
 
-/// A name between double quotes, as SQL wants it.
+/// A name between double quotes, as SQL wants it, and back.
 std::string quoted(std::string_view name);
+std::string unquoted(std::string_view quotedName);
 
 /// The full path of a file that a caller named: "\" may stand for "/", a relative path is one of the
 /// process's current folder. Fails for what can't be a path.

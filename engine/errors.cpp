@@ -29,6 +29,7 @@ constexpr Message messages[] = {
     {3045, "The file '%' is in use by somebody else."},
     {3051, "The file '%' can't be opened: it is not a file, or the right to use it is missing."},
     {3055, "'%' is not a valid file name."},
+    {3057, "'%' is a linked table: its definition can be changed in its own file only."},
     {3058, "A primary key or required index can't have an empty value."},
     {3078, "The table '%' can't be found."},
     {3125, "'%' is not a valid name."},

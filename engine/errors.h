@@ -21,6 +21,7 @@ enum EngineError : int {
   fileInUse = 3045,
   noRight = 3051,
   badFileName = 3055,
+  linkedTable = 3057,
   definitionSyntax = 3292,
   tableNotFound = 3078,
   badName = 3125,

@@ -2,7 +2,8 @@
 
 #include "engine/catalog.h"
 
-/// Linked tables: tables of other database files, attached to the connection when the first of them is asked for.
+/// Linked tables: tables of other database files, attached to the connection when the first of them is asked
+/// for.
 
 namespace {
 
@@ -17,7 +18,7 @@ bool isThere(const std::string& path) {
 
 }  // namespace
 
-bool isLinked(const jet::Table& table) { return !table.sqlName.starts_with("\"main\"."); }
+bool isLinked(const jet::Table& table) { return table.sqlName.starts_with("\"link"); }
 
 void DatabaseCatalog::readLinks() {
   links_.clear();

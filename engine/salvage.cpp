@@ -226,12 +226,7 @@ void require(const jet::Catalog::Refusal& refusal) {
 
 // Counters go on where the source's stand, so that no number is given again.
 void copyCounter(Database& from, DatabaseCatalog& catalog, const jet::Table& source) {
-  const std::string quotedName = source.sqlName.substr(7);
-  std::string stored;
-  for (size_t i = 1; i + 1 < quotedName.size(); ++i) {
-    stored += quotedName[i];
-    if (quotedName[i] == '"') ++i;
-  }
+  const std::string stored = unquoted(std::string_view(source.sqlName).substr(7));
   Statement read(from.handle(), "SELECT max(seq) FROM sqlite_sequence WHERE name = ?", Access::Read, 0);
   read.bind(1, stored);
   if (!read.step() || sqlite3_column_type(read.get(), 0) != SQLITE_INTEGER) return;
@@ -271,8 +266,10 @@ void copyRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool dama
   DatabaseCatalog source(from);
   std::vector<jet::Relation> relations;
   std::vector<std::pair<std::string, std::string>> queries;
+  std::vector<DatabaseCatalog::Link> links;
   const auto read = [&] {
     source.refresh();
+    links = source.links();
     relations = source.relations();
     for (const std::string& name : source.queryNames()) {
       if (auto sql = source.findQuery(name)) queries.emplace_back(name, *sql);
@@ -287,6 +284,7 @@ void copyRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool dama
     const auto refusal = catalog.createRelation(relation);
     if (refusal && !damaged) throw jet::Failure{*refusal};
   }
+  for (const DatabaseCatalog::Link& link : links) require(catalog.createLink(link));
   for (const auto& [name, sql] : queries) require(catalog.createQuery(name, sql));
 }
 

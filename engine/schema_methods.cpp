@@ -26,7 +26,7 @@ HRESULT EngineObject::Exists(BSTR name, VARIANT_BOOL* exists, VARIANT_BOOL* ok) 
   if (!exists) return E_POINTER;
   *exists = VARIANT_FALSE;
   return attempt(ok, [&] {
-    if (freshCatalog().findTable(toUtf8(viewOf(name)))) *exists = VARIANT_TRUE;
+    if (freshCatalog().hasTable(toUtf8(viewOf(name)))) *exists = VARIANT_TRUE;
   });
 }
 
@@ -53,7 +53,13 @@ HRESULT EngineObject::ListIndexes(VARIANT* names, VARIANT_BOOL* ok) {
 }
 
 HRESULT EngineObject::ListTables(VARIANT* names, VARIANT_BOOL* ok) {
-  return attempt(names, ok, [&] { return arrayOfNames(freshCatalog().tableNames()); });
+  return attempt(names, ok, [&] {
+    DatabaseCatalog& schema = freshCatalog();
+    std::vector<std::string> all = schema.tableNames();
+    for (const DatabaseCatalog::Link& link : schema.links()) all.push_back(link.name);
+    std::sort(all.begin(), all.end(), TextLess());
+    return arrayOfNames(all);
+  });
 }
 
 HRESULT EngineObject::CreateTable(BSTR table, VARIANT definition, VARIANT_BOOL* ok) {
@@ -122,7 +128,7 @@ HRESULT EngineObject::RenameTable(BSTR oldName, BSTR newName, VARIANT_BOOL* ok) 
 HRESULT EngineObject::DeleteTable(BSTR table, VARIANT_BOOL flag, VARIANT_BOOL* ok) {
   return attempt(ok, [&] {
     const std::string name = toUtf8(viewOf(table));
-    if (flag && !freshCatalog().findTable(name)) return;
+    if (flag && !freshCatalog().hasTable(name)) return;
     require(catalog().dropTable(name));
     if (cursor_ && sameText(cursor_->tableName(), name)) cursor_.reset();
   });
@@ -158,6 +164,14 @@ HRESULT EngineObject::Attributes(BSTR name, VARIANT* pairs, VARIANT_BOOL* ok) {
     const std::string wanted = toUtf8(viewOf(name));
     DatabaseCatalog& schema = freshCatalog();
     std::vector<std::pair<std::string, COleVariant>> result;
+    for (const DatabaseCatalog::Link& link : schema.links()) {
+      if (!sameText(link.name, wanted)) continue;
+      result = {{"Name", COleVariant(fromUtf8(link.name))},
+                {"Kind", COleVariant(L"link")},
+                {"File", COleVariant(fromUtf8(link.file))},
+                {"Table", COleVariant(fromUtf8(link.foreignName))}};
+      return arrayOfPairs(result);
+    }
     if (const jet::Table* table = schema.findTable(wanted)) {
       result = {{"Name", COleVariant(fromUtf8(table->name))},
                 {"Kind", COleVariant(L"table")},

@@ -66,8 +66,24 @@ HRESULT EngineObject::CreateQuery(BSTR name, BSTR sql, VARIANT_BOOL* ok) {
   });
 }
 
-HRESULT EngineObject::LinkTable(BSTR, BSTR, BSTR, VARIANT_BOOL* linked, VARIANT_BOOL* ok) {
+HRESULT EngineObject::LinkTable(BSTR first, BSTR second, BSTR third, VARIANT_BOOL* linked, VARIANT_BOOL* ok) {
   if (!linked) return E_POINTER;
   *linked = VARIANT_FALSE;
-  return attempt(ok, [] { fail(unexpectedFailure, "links are not built in"); });
+  return attempt(ok, [&] {
+    if (database().readOnly()) fail(jet::readOnlyDatabase);
+    DatabaseCatalog::Link link{toUtf8(viewOf(first)), fullPath(viewOf(second)), toUtf8(viewOf(third))};
+    if (link.foreignName.empty()) link.foreignName = link.name;
+    DatabaseCatalog& catalog = freshCatalog();
+    // The link is made, looked through, and taken back when there is no such table.
+    Transaction transaction(database(), Transaction::Kind::Write, Access::Schema);
+    if (const auto refusal = catalog.createLink(link)) throw jet::Failure{*refusal};
+    try {
+      catalog.findTable(link.name);
+    } catch (const jet::Failure&) {
+      catalog.changesUndone();
+      throw;
+    }
+    transaction.commit();
+    *linked = VARIANT_TRUE;
+  });
 }

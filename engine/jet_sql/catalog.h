@@ -79,6 +79,9 @@ class Catalog {
   virtual ~Catalog() = default;
 
   virtual const Table* findTable(std::string_view name) = 0;
+  /// True also for a table that is there but can't be reached at the moment, where `findTable` may throw
+  /// `Failure`.
+  virtual bool hasTable(std::string_view name) { return findTable(name) != nullptr; }
   /// SQL text of a stored query.
   virtual std::optional<std::string> findQuery(std::string_view name) = 0;
 

@@ -156,7 +156,7 @@ int64_t Execution::operator()(SelectStatement& statement) {
 }
 
 int64_t Execution::selectInto(Query& query) {
-  if (catalog_.findTable(query.into))
+  if (catalog_.hasTable(query.into))
     binder_.fail(tableExists, "The table '" + query.into + "' exists already", query.place);
   Printer rows;
   rows.query(query);

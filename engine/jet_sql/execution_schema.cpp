@@ -43,7 +43,7 @@ void Execution::addRelations(std::vector<Relation>& relations) {
 
 int64_t Execution::operator()(CreateTableStatement& statement) {
   const Table& table = statement.table;
-  if (catalog_.findTable(table.name) || catalog_.findQuery(table.name)) {
+  if (catalog_.hasTable(table.name) || catalog_.findQuery(table.name)) {
     throw Failure{{tableExists, "The table '" + table.name + "' exists already.", std::nullopt}};
   }
   if (table.columns.empty())
@@ -122,11 +122,12 @@ int64_t Execution::operator()(AlterTableStatement& statement) {
 int64_t Execution::operator()(DropStatement& statement) {
   switch (statement.kind) {
     case DropKind::Table:
-      if (!catalog_.findTable(statement.name) && catalog_.findQuery(statement.name)) {
+      if (catalog_.hasTable(statement.name)) {
+        require(catalog_.dropTable(statement.name));
+      } else if (catalog_.findQuery(statement.name)) {
         require(catalog_.dropQuery(statement.name));
       } else {
         existing(statement.name, noSuchTable);
-        require(catalog_.dropTable(statement.name));
       }
       break;
     case DropKind::Index: {
@@ -150,7 +151,7 @@ int64_t Execution::operator()(DropStatement& statement) {
 }
 
 int64_t Execution::operator()(CreateQueryStatement& statement) {
-  if (catalog_.findTable(statement.name) || catalog_.findQuery(statement.name)) {
+  if (catalog_.hasTable(statement.name) || catalog_.findQuery(statement.name)) {
     throw Failure{{objectExists, "The object '" + statement.name + "' exists already.", std::nullopt}};
   }
   require(catalog_.createQuery(statement.name, statement.sql));
