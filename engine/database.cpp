@@ -266,7 +266,10 @@ void Database::attach(const std::string& path, const std::string& schema) {
                     Access::Open, 0);
     if (!known.step()) fail(notADatabase, path);
     known.reset();
-    execute("PRAGMA " + ::quoted(schema) + ".synchronous=EXTRA", Access::Open);
+    // Within a transaction this is refused, and FULL stays, which only leaves the end of the journal to
+    // chance.
+    sqlite3_exec(handle(), ("PRAGMA " + ::quoted(schema) + ".synchronous=EXTRA").c_str(), nullptr, nullptr,
+                 nullptr);
   } catch (const jet::Failure&) {
     detach(schema);
     fail(notADatabase, path);

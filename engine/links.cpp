@@ -107,6 +107,6 @@ bool DatabaseCatalog::changeLink(std::string_view name, std::string_view newName
 
 // Links are rows: only a change of the schema's counter makes other connections read them anew.
 void DatabaseCatalog::bumpSchema() {
-  run("CREATE TABLE zb_changed(nothing INTEGER) STRICT");
+  run("CREATE TABLE zb_changed(x INTEGER) STRICT");
   run("DROP TABLE zb_changed");
 }

@@ -44,6 +44,7 @@
 (zb_sql "SELECT sName, dSize FROM Pipes ORDER BY sName")   ;=> ((("sName" . "a") ("dSize" . 10.0)) (("sName" . "b") ("dSize" . 21.0)) (("sName" . "c") ("dSize" . 30.0)))
 (zb_modify_table "Pipes" '(("more" . "long")))       ;=> "Pipes"
 ; Links stay with their database, also with a compacted one; a reader stays a reader through them.
+(zb_connect here)                                    ;=> T
 (zb_close_db)
 (zb_compact here (strcat here "2"))                  ;=> "OK"
 (zb_connect (strcat here "2") "r")                   ;=> T
