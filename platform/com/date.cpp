@@ -3,9 +3,11 @@
 #include <langinfo.h>
 #include <clocale>
 #include <cmath>
+#include <cstdlib>
 #include <ctime>
 #include <cwchar>
 #include <cwctype>
+#include <optional>
 #include <string>
 
 #include "platform/com/automation.h"
@@ -93,6 +95,28 @@ Patterns userPatterns(const UserLocale& locale) {
   result.dayFirst =
       result.date.rfind("%d", 0) == 0 || result.date.rfind("%e", 0) == 0 || result.date.rfind("%-d", 0) == 0;
   return result;
+}
+
+/// The user's locale with its patterns. Looking a locale up costs far more than using it, so it is kept as
+/// long as the environment names the same one.
+struct UserDates {
+  UserLocale locale;
+  Patterns patterns = userPatterns(locale);
+};
+
+const UserDates& userDates() {
+  thread_local std::string names;
+  thread_local std::optional<UserDates> dates;
+  std::string now;
+  for (const char* name : {"LC_ALL", "LC_TIME", "LC_CTYPE", "LANG"}) {
+    const char* value = std::getenv(name);
+    now.append(value ? value : "").push_back('\n');
+  }
+  if (!dates || now != names) {
+    dates.emplace();
+    names = std::move(now);
+  }
+  return *dates;
 }
 
 std::wstring american(const Moment& moment, int year, int month, int day) {
@@ -242,8 +266,7 @@ HRESULT VarBstrFromDate(DATE date, LCID, ULONG, BSTR* text) {
   if (!momentOf(date, moment)) return E_INVALIDARG;
   int year, month, day;
   dateFromDays(moment.day - epochOffset, year, month, day);
-  const UserLocale locale;
-  const Patterns patterns = userPatterns(locale);
+  const auto& [locale, patterns] = userDates();
   const std::wstring result = patterns.american ? american(moment, year, month, day)
                                                 : localized(patterns, locale.get(), moment, year, month, day);
   *text = SysAllocStringLen(result.data(), static_cast<UINT>(result.size()));
@@ -252,11 +275,10 @@ HRESULT VarBstrFromDate(DATE date, LCID, ULONG, BSTR* text) {
 
 HRESULT VarDateFromStr(const OLECHAR* text, LCID, ULONG, DATE* date) {
   if (!text || !date) return E_INVALIDARG;
-  const UserLocale locale;
   SYSTEMTIME parts{1899, 12, 0, 30, 0, 0, 0, 0};
   Scanner in(text);
   const wchar_t* start = in.place();
-  const bool hasDate = readDate(in, userPatterns(locale).dayFirst, parts);
+  const bool hasDate = readDate(in, userDates().patterns.dayFirst, parts);
   if (!hasDate) in.rewind(start);
   if (hasDate && !in.take(L'T')) in.skipBlanks();
   const bool good = (hasDate && in.atEnd()) || readTime(in, parts);
