@@ -78,6 +78,10 @@
 ;=> nil
 (kv_kv-SHGetFolderPath "PROGRAM_FILES")
 ;=> "/opt"
+(= (kv_kv-SHGetFolderPath "FLAG_CREATE") (kv_kv-SHGetFolderPath "DESKTOP"))
+;=> T
+(kv_kv-SHGetFolderPath 5)
+;=> ; error: ADS request error
 (RegEnumKey "HKEY_NOWHERE")
 ;=> nil
 (list (PathIsNetworkPath "\\\\server\\share") (PathIsNetworkPath "C:\\a"))
@@ -92,8 +96,32 @@
 ;=> nil
 (kv_kv-shellExecute "open" "/nowhere/at/all")
 ;=> nil
+(acedSetStatusBarProgressMeterPos 5)
+;=> -1
 (list (acedSetStatusBarProgressMeter "Work" 0 10) (acedSetStatusBarProgressMeterPos 5))
 ;=> (0 0)
+(progn (acedRestoreStatusBar) (acedSetStatusBarProgressMeterPos 6))
+;=> -1
+(acedSetStatusBarProgressMeter "Work" 0)
+;=> ; error: ADS request error
+(list (GetSystemMetrics::SM_CXSCREEN) (GetSystemMetrics::SM_CYSCREEN))
+;=> (1920 1080)
+(kv_kv-SHOpenFolderAndSelect nil)
+;=> ; error: ADS request error
+(RegEnumKey "HKEY_LOCAL_MACHINE")
+;=> nil
+(RegEnumKey 5)
+;=> nil
+; The settings of the user are the branch of the current user.
+(progn (setq f (open (strcat (getenv "ZARBO_SCRATCH") "/settings/settings.txt") "w"))
+       (foreach name '("Software\\Maker\\Beta" "SOFTWARE\\maker\\alpha\\deep" "Software\\Maker" "Software\\Makers")
+         (write-line (strcat "[" name "]") f))
+       (close f) (RegEnumKey "HKEY_CURRENT_USER\\software\\MAKER"))
+;=> ("alpha" "Beta")
+(RegEnumKey "HKEY_CURRENT_USER")
+;=> ("Software")
+(list (RegEnumKey "HKEY_CURRENT_USER\\Software\\Maker\\Beta") (RegEnumKey "HKEY_CURRENT_USER\\Missing") (RegEnumKey "hkey_current_user"))
+;=> (nil nil nil)
 
 ; The note of the drawing with work
 (kv_kv-getToDoDrawing)
