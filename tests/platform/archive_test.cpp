@@ -68,6 +68,27 @@ TEST(Archive, LeavesNothingOfHostileArchives) {
   EXPECT_FALSE(extract(folder, {1, 1000})) << "too many entries";
 }
 
+TEST(Archive, RefusesEncryptedEntriesAndSizesThatLie) {
+  const TemporaryFolder folder;
+  const std::string text(5000, 'x');
+  zip_t* const archive = zip_open((folder / "a.zip").c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
+  zip_file_add(archive, "secret", zip_source_buffer(archive, text.data(), text.size(), 0), 0);
+  zip_file_set_encryption(archive, 0, ZIP_EM_TRAD_PKWARE, "password");
+  ASSERT_EQ(zip_close(archive), 0);
+  EXPECT_FALSE(extract(folder));
+
+  // A bomb says that it is small: the size stands in the local header and in the directory.
+  writeZip(folder / "a.zip", {{"bomb", text}});
+  std::string bytes = folder.read("a.zip");
+  const std::string size("\x88\x13\0\0", 4), lie("\x0a\0\0\0", 4);
+  int places = 0;
+  for (size_t at = 0; (at = bytes.find(size, at)) != std::string::npos; ++places) bytes.replace(at, 4, lie);
+  ASSERT_EQ(places, 2);
+  folder.write("a.zip", bytes);
+  EXPECT_FALSE(extract(folder));
+  EXPECT_EQ(folder.count(), 1u);
+}
+
 TEST(Archive, KeepsTheTargetWhenSomethingIsBroken) {
   const TemporaryFolder folder;
   writeZip(folder / "a.zip", {{"file", std::string(5000, 'x')}, {"other", "text"}});
