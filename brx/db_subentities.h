@@ -7,11 +7,10 @@
 
 /// Entities that belong to another entity: vertices of polylines, attributes of block references.
 
-/// Ends the subentities of an entity in drawing files.
+/// Ends the subentities of an entity in drawing files, where it has no fields of its own.
 class BRX_API AcDbSequenceEnd : public AcDbEntity {
  public:
   ACRX_DECLARE_MEMBERS(AcDbSequenceEnd)
-  BRX_FILES_ITSELF
 };
 
 /// The subentities of one owner: `loose` ones are the owner's while it is in no database; they enter

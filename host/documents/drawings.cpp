@@ -1,25 +1,47 @@
 #include "host/documents/drawings.h"
 
-#include <filesystem>
+#include <cstdio>
 
 #include "brx/db_database.h"
+#include "host/calls/command_line.h"
+#include "host/drawing/stubs.h"
+#include "host/filing/files.h"
 #include "platform/text/utf.h"
 
 namespace host {
+namespace {
 
-DrawingPointer newDrawing() {
-  return {new AcDbDatabase, [](AcDbDatabase* drawing) { delete drawing; }};
+void closeDrawing(AcDbDatabase* drawing) { delete drawing; }
+
+/// What was wrong in a file goes to the command line, or to standard error where nobody sees that.
+void tell(const FilingReport& report, const std::wstring& path) {
+  if (!report.count()) return;
+  const std::wstring text = report.text(path);
+  commandLine().print(L"\n" + text);
+  if (!commandLine().isShown()) std::fprintf(stderr, "%s", toUtf8(text).c_str());
 }
+
+}  // namespace
+
+DrawingPointer newDrawing() { return {new AcDbDatabase, closeDrawing}; }
 
 DrawingPointer openDrawing(const std::wstring& path, std::wstring& problem) {
-  std::error_code ignored;
-  if (std::filesystem::exists(toUtf8(path), ignored)) {
-    problem = path + L": this host can't read drawings yet";
-    return {nullptr, [](AcDbDatabase*) {}};
+  DrawingPointer drawing(new AcDbDatabase(false), closeDrawing);
+  FilingReport report;
+  if (readDrawingFile(*drawing, path, report) != Acad::eOk) {
+    problem = report.text(path);
+    while (!problem.empty() && problem.back() == L'\n') problem.pop_back();
+    return {nullptr, closeDrawing};
   }
-  return newDrawing();
+  tell(report, path);
+  drawing->imp().fileName = path;
+  return drawing;
 }
 
-Acad::ErrorStatus saveDrawing(AcDbDatabase&, const std::wstring&) { return Acad::eOk; }
+Acad::ErrorStatus saveDrawing(AcDbDatabase& drawing, const std::wstring& path) {
+  const Acad::ErrorStatus status = writeDrawingFile(drawing, path);
+  if (status == Acad::eOk) drawing.imp().fileName = path;
+  return status;
+}
 
 }  // namespace host

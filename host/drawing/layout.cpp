@@ -55,6 +55,7 @@ void writeStandardPlotSettings(AcDbDxfFiler& filer, bool isModel) {
 }
 
 void writeStandardSheet(AcDbDxfFiler& filer) {
+  filer.writeInt16(70, 1);
   filer.writePoint2d(10, {0, 0});
   filer.writePoint2d(11, {12, 9});
   filer.writePoint3d(12, {0, 0, 0});
@@ -76,7 +77,6 @@ Acad::ErrorStatus AcDbLayout::dxfOutFields(AcDbDxfFiler* filer) const {
   plotSettings_->dxfOut(*filer);
   filer->writeSubclass(L"AcDbLayout");
   filer->writeString(1, name_.c_str());
-  if (others_->empty()) filer->writeInt16(70, 1);
   filer->writeInt16(71, tab_);
   if (others_->empty()) writeStandardSheet(*filer);
   others_->dxfOut(*filer);

@@ -302,14 +302,14 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
     if (item.restype == 63) backgroundColor_.setColorIndex(static_cast<Adesk::UInt16>(item.resval.rint));
     if (item.restype == 421) setExact(backgroundColor_, item.resval.rlong);
     background_ = background;
-    if (item.restype == 90) background_ = static_cast<Adesk::Int16>(item.resval.rlong & 3);
+    if (item.restype == 90) background_ = static_cast<Adesk::Int16>(item.resval.rlong & 0x7FFF);
     // Of direction and angle the one that comes last counts.
     if (item.restype == 50) rotation = item.resval.rreal, turned = true;
     if (item.restype == 11) turned = false;
   }
   contents_ = former + contents_;
   // A value of 2 alone means the ground as well.
-  if (background_ == 2) background_ = 3;
+  if ((background_ & 3) == 2) background_ |= 1;
   if (normal_.isZeroLength()) normal_ = AcGeVector3d::kZAxis;
   if (turned) setRotation(rotation);
   if (direction_.isZeroLength()) setRotation(0);

@@ -253,7 +253,7 @@ AcRxObject* AcDbObject::clone() const {
 namespace {
 
 /// What stands in the first byte of an object's fields.
-enum : Adesk::UInt8 { hasXdata = 1, hasExtension = 2, hasReactors = 4 };
+enum : Adesk::UInt8 { hasXdata = 1, hasExtension = 2, hasReactors = 4, hasKept = 8 };
 
 }  // namespace
 
@@ -264,11 +264,13 @@ Acad::ErrorStatus AcDbObject::dwgOutFields(AcDbDwgFiler* filer) const {
   if (extras_ && !extras_->xdata.empty()) has |= hasXdata;
   if (extras_ && !copying && !extras_->extensionDictionary.isNull()) has |= hasExtension;
   if (extras_ && !copying && !extras_->reactors.empty()) has |= hasReactors;
+  if (extras_ && !extras_->kept.empty()) has |= hasKept;
   filer->writeUInt8(has);
   host::DwgWriter writer{*filer};
   if (has & hasXdata) extras_->xdata.dwgOut(*filer);
   if (has & hasExtension) filer->writeHardOwnershipId(extras_->extensionDictionary);
   if (has & hasReactors) writer.list(330, extras_->reactors);
+  if (has & hasKept) extras_->kept.dwgOut(*filer);
   return filer->filerStatus();
 }
 
@@ -286,6 +288,7 @@ Acad::ErrorStatus AcDbObject::dwgInFields(AcDbDwgFiler* filer) {
     extras.extensionDictionary = id;
   }
   if (has & hasReactors) reader.list(330, extras.reactors);
+  if (has & hasKept) extras.kept.dwgIn(*filer);
   return filer->filerStatus();
 }
 

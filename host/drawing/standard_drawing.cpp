@@ -73,7 +73,7 @@ void completeLayout(AcDbObjectId layouts, AcDbObjectId space, const ACHAR* name,
 
 }  // namespace
 
-void completeDrawing(AcDbDatabase& drawing) {
+void completeTables(AcDbDatabase& drawing) {
   completeLinetypes(drawing);
   AcDbObjectPointer<AcDbLayerTableRecord> zero(ensure<AcDbLayerTable, AcDbLayerTableRecord>(drawing, L"0"),
                                                AcDb::kForWrite);
@@ -84,14 +84,18 @@ void completeDrawing(AcDbDatabase& drawing) {
   ensure<AcDbTextStyleTable, AcDbTextStyleTableRecord>(drawing, L"Standard");
   ensure<AcDbRegAppTable, AcDbRegAppTableRecord>(drawing, L"ACAD");
   ensure<AcDbDimStyleTable, AcDbDimStyleTableRecord>(drawing, L"Standard");
-  const AcDbObjectId model = ensure<AcDbBlockTable, AcDbBlockTableRecord>(drawing, ACDB_MODEL_SPACE);
-  const AcDbObjectId paper = ensure<AcDbBlockTable, AcDbBlockTableRecord>(drawing, ACDB_PAPER_SPACE);
+  ensure<AcDbBlockTable, AcDbBlockTableRecord>(drawing, ACDB_MODEL_SPACE);
+  ensure<AcDbBlockTable, AcDbBlockTableRecord>(drawing, ACDB_PAPER_SPACE);
+}
+
+void completeDrawing(AcDbDatabase& drawing) {
+  completeTables(drawing);
   const AcDbObjectId root = rootDictionary(drawing);
   ensureIn<AcDbDictionary>(root, L"ACAD_GROUP");
   completePlotStyles(root);
   const AcDbObjectId layouts = ensureIn<AcDbDictionary>(root, L"ACAD_LAYOUT");
-  completeLayout(layouts, model, L"Model", 0);
-  completeLayout(layouts, paper, L"Layout1", 1);
+  completeLayout(layouts, drawing.modelSpaceId(), L"Model", 0);
+  completeLayout(layouts, drawing.paperSpaceId(), L"Layout1", 1);
 }
 
 }  // namespace host

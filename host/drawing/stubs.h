@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <deque>
 #include <memory>
 #include <unordered_map>
@@ -30,6 +31,15 @@ struct AcDbObjectExtras {
   host::GroupList xdata;
   AcDbObjectId extensionDictionary;
   std::vector<AcDbObjectId> reactors;
+  /// Groups of a drawing file that the object's class doesn't know, with the marks of their subclasses.
+  host::GroupList kept;
+};
+
+/// What a drawing file held that the host has no place for.
+struct KeptGroups {
+  std::wstring version;  // of the file's format; empty for a new drawing
+  host::GroupList header, classes, tables, sections;
+  std::array<host::GroupList*, 4> lists() { return {&header, &classes, &tables, &sections}; }
 };
 
 /// One change that can be taken back. `before` is empty for a change of the erased flag alone. Without
@@ -43,7 +53,7 @@ struct UndoRecord {
 };
 
 struct AcDbDatabaseImp {
-  static constexpr AcDbHandle pageSize = 1024;
+  static constexpr AcDbHandle pageSize = 64;
   std::deque<AcDbStub> stubs;
   /// Handles come in runs, so that pages of neighbours cost one pointer for each.
   std::unordered_map<AcDbHandle, std::unique_ptr<AcDbStub*[]>> pages;
@@ -53,6 +63,7 @@ struct AcDbDatabaseImp {
   std::map<std::pair<const AcRxClass*, std::wstring_view>, AcDbObjectId> standards;
   AcDbObjectId namedObjects;
   std::wstring fileName;
+  KeptGroups kept;
   bool undoing = false;
   size_t openMarks = 0;
   Adesk::UInt32 markSerial = 0;  // number of the mark set last
@@ -131,6 +142,9 @@ struct HostAccess {
   static void setPosition(AcDbStub* stub, size_t position) {
     stub->position = static_cast<Adesk::UInt32>(position);
   }
+  /// A name of a file is taken as it stands.
+  static void setName(AcDbSymbolTableRecord& record, std::wstring name) { record.name_ = std::move(name); }
+  static Adesk::Int16 flags(const AcDbSymbolTableRecord& record) { return record.flags_; }
   static const auto& names(const AcDbSymbolTable& table) { return table.byName_; }
 };
 

@@ -9,9 +9,6 @@
 
 ACRX_DEFINE_MEMBERS(AcDbSequenceEnd)
 
-static constexpr auto noFields = [](auto&, auto&) {};
-HOST_FILING(AcDbSequenceEnd, AcDbEntity, noFields)
-
 AcDbObjectIterator::AcDbObjectIterator(const BrxSubentities& list, bool skipDeleted) : list_(list) {
   if (skipDeleted && !done() && objectId().isErased()) step();
 }

@@ -1,0 +1,95 @@
+#include "host/filing/dxf_sink.h"
+
+#include <charconv>
+#include <cmath>
+
+#include "host/filing/dxf_text.h"
+#include "platform/files/whole_file.h"
+
+namespace host {
+
+namespace {
+constexpr size_t pieceSize = 1 << 20;
+}
+
+void DxfSink::code(int code) {
+  char digits[8];
+  const auto [end, problem] = std::to_chars(digits, digits + sizeof digits, code);
+  const auto length = static_cast<size_t>(end - digits);
+  if (length < 3) buffer_.append(3 - length, ' ');
+  buffer_.append(digits, length);
+  buffer_ += '\n';
+}
+
+void DxfSink::endGroup() {
+  buffer_ += '\n';
+  if (file_ && buffer_.size() >= pieceSize) flush();
+}
+
+bool DxfSink::flush() {
+  if (file_) {
+    good_ = file_->write(buffer_) && good_;
+    buffer_.clear();
+  }
+  return good_;
+}
+
+void DxfSink::text(int group, std::wstring_view value) {
+  code(group);
+  encodeDxfText(value, buffer_);
+  endGroup();
+}
+
+void DxfSink::word(int group, std::string_view value) {
+  code(group);
+  buffer_ += value;
+  endGroup();
+}
+
+void DxfSink::real(int group, double value) {
+  code(group);
+  char digits[40];
+  const auto [end, problem] =
+      std::to_chars(digits, digits + sizeof digits, std::isfinite(value) ? value : 0.0);
+  const std::string_view made(digits, static_cast<size_t>(end - digits));
+  buffer_ += made;
+  if (made.find_first_of(".e") == std::string_view::npos) buffer_ += ".0";
+  endGroup();
+}
+
+void DxfSink::integer(int group, Adesk::Int64 value) {
+  code(group);
+  char digits[24];
+  const auto [end, problem] = std::to_chars(digits, digits + sizeof digits, value);
+  buffer_.append(digits, static_cast<size_t>(end - digits));
+  endGroup();
+}
+
+void DxfSink::handle(int group, Adesk::UInt64 value) {
+  code(group);
+  char digits[20];
+  const auto [end, problem] = std::to_chars(digits, digits + sizeof digits, value, 16);
+  for (char* each = digits; each != end; ++each) {
+    if (*each >= 'a') *each = static_cast<char>(*each - 'a' + 'A');
+  }
+  buffer_.append(digits, static_cast<size_t>(end - digits));
+  endGroup();
+}
+
+void DxfSink::chunk(int group, std::string_view bytes) {
+  // The format's own limit for one group.
+  constexpr size_t most = 127;
+  constexpr char digits[] = "0123456789ABCDEF";
+  do {
+    const std::string_view part = bytes.substr(0, most);
+    code(group);
+    for (const char c : part) {
+      buffer_ += digits[static_cast<unsigned char>(c) >> 4];
+      buffer_ += digits[static_cast<unsigned char>(c) & 15];
+    }
+    endGroup();
+    bytes.remove_prefix(part.size());
+  } while (!bytes.empty());
+}
+
+}  // namespace host

@@ -1,0 +1,164 @@
+#include "host/filing/dxf_text.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <cctype>
+
+#include "platform/text/utf.h"
+
+namespace host {
+namespace {
+
+const iconv_t noConverter = reinterpret_cast<iconv_t>(-1);
+
+/// The library's name of a code page; empty for one that it can't know.
+std::string pageName(std::string_view name) {
+  std::string lower;
+  for (const char c : name) lower += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
+  const auto digitsBehind = [&](std::string_view prefix) {
+    const bool fits = lower.starts_with(prefix) && lower.size() > prefix.size() &&
+                      std::all_of(lower.begin() + static_cast<ptrdiff_t>(prefix.size()), lower.end(),
+                                  [](unsigned char c) { return std::isdigit(c); });
+    return fits ? lower.substr(prefix.size()) : std::string();
+  };
+  for (const std::string_view prefix : {"ansi_", "dos", "cp", "windows-"}) {
+    const std::string digits = digitsBehind(prefix);
+    if (digits == "1361") return "JOHAB";
+    if (!digits.empty()) return "CP" + digits;
+  }
+  if (const std::string part = digitsBehind("iso8859-"); !part.empty()) return "ISO-8859-" + part;
+  if (lower == "ascii") return "CP1252";
+  if (lower == "mac-roman" || lower == "macroman") return "MACINTOSH";
+  if (lower == "ksc5601") return "CP949";
+  if (lower == "big5") return "CP950";
+  if (lower == "gb2312") return "CP936";
+  return lower == "johab" ? "JOHAB" : "";
+}
+
+bool isPlain(std::string_view bytes) {
+  return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+/// Value of `count` hexadecimal digits at `at`; -1 when they aren't there.
+int hexadecimal(const std::wstring& text, size_t at, size_t count) {
+  if (at + count > text.size()) return -1;
+  int value = 0;
+  for (size_t i = at; i < at + count; ++i) {
+    const wchar_t c = text[i];
+    if (c >= L'0' && c <= L'9') {
+      value = value * 16 + (c - L'0');
+    } else if ((c | 32) >= L'a' && (c | 32) <= L'f') {
+      value = value * 16 + ((c | 32) - L'a' + 10);
+    } else {
+      return -1;
+    }
+  }
+  return value;
+}
+
+bool standsForControl(wchar_t behindCaret) { return behindCaret >= L'@' && behindCaret <= L'_'; }
+
+/// `\U+XXXX` at `at`, two of them when they are a pair of surrogates. 0 when there is none.
+size_t takeUnicodeMark(const std::wstring& text, size_t at, wchar_t& c) {
+  constexpr size_t length = 7;
+  const auto unit = [&](size_t place) {
+    return text.compare(place, 3, L"\\U+") == 0 ? hexadecimal(text, place + 3, 4) : -1;
+  };
+  const int first = unit(at);
+  if (first <= 0) return 0;
+  if (first < 0xD800 || first > 0xDFFF) {
+    c = static_cast<wchar_t>(first);
+    return length;
+  }
+  const int second = first < 0xDC00 && at + length < text.size() ? unit(at + length) : -1;
+  if (second < 0xDC00 || second > 0xDFFF) return 0;
+  c = static_cast<wchar_t>(0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00));
+  return 2 * length;
+}
+
+/// Resolves the marks in place.
+void resolveMarks(std::wstring& text) {
+  size_t to = 0;
+  for (size_t from = 0; from < text.size(); ++to) {
+    const wchar_t c = text[from];
+    wchar_t made = c;
+    size_t used = 1;
+    if (c == L'^' && from + 1 < text.size()) {
+      const wchar_t next = text[from + 1];
+      if (next == L' ') used = 2;
+      // A NUL would end the text for its readers.
+      if (standsForControl(next) && next != L'@') made = static_cast<wchar_t>(next - L'@'), used = 2;
+    } else if (c == L'\\') {
+      used = std::max<size_t>(takeUnicodeMark(text, from, made), 1);
+    }
+    text[to] = made;
+    from += used;
+  }
+  text.resize(to);
+}
+
+}  // namespace
+
+DxfTextDecoder::DxfTextDecoder() : converter_(iconv_open("UTF-8", "CP1252")) {}
+DxfTextDecoder::~DxfTextDecoder() {
+  if (converter_ != noConverter) iconv_close(converter_);
+}
+
+bool DxfTextDecoder::useCodePage(std::string_view name) {
+  utf8_ = false;
+  const std::string page = pageName(name);
+  const iconv_t opened = page.empty() ? noConverter : iconv_open("UTF-8", page.c_str());
+  if (opened == noConverter) return false;
+  if (converter_ != noConverter) iconv_close(converter_);
+  converter_ = opened;
+  return true;
+}
+
+std::wstring DxfTextDecoder::convert(std::string_view bytes) {
+  std::string utf8;
+  char* from = const_cast<char*>(bytes.data());
+  size_t left = bytes.size();
+  iconv(converter_, nullptr, nullptr, nullptr, nullptr);
+  while (left && converter_ != noConverter) {
+    char buffer[512];
+    char* to = buffer;
+    size_t room = sizeof buffer;
+    const size_t result = iconv(converter_, &from, &left, &to, &room);
+    utf8.append(buffer, static_cast<size_t>(to - buffer));
+    if (result == static_cast<size_t>(-1) && errno != E2BIG) {
+      utf8 += "\xEF\xBF\xBD";
+      ++from, --left;
+    }
+  }
+  return fromUtf8(utf8);
+}
+
+void DxfTextDecoder::decode(std::string_view bytes, std::wstring& text) {
+  if (isPlain(bytes)) {
+    text.assign(bytes.begin(), bytes.end());
+  } else {
+    text = utf8_ && isValidUtf8(bytes) ? fromUtf8(bytes) : convert(bytes);
+  }
+  if (text.find_first_of(L"^\\") != std::wstring::npos) resolveMarks(text);
+}
+
+void encodeDxfText(std::wstring_view text, std::string& bytes) {
+  for (size_t i = 0; i < text.size(); ++i) {
+    const wchar_t c = text[i];
+    if (c >= 0x80) {
+      size_t end = i + 1;
+      while (end < text.size() && text[end] >= 0x80) ++end;
+      bytes += toUtf8(text.substr(i, end - i));
+      i = end - 1;
+    } else if (c < L' ') {
+      bytes += '^';
+      bytes += static_cast<char>(c + L'@');
+    } else {
+      bytes += static_cast<char>(c);
+      if (c == L'^') bytes += ' ';
+    }
+  }
+}
+
+}  // namespace host

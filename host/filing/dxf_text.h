@@ -1,0 +1,43 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace host {
+
+/// Texts of a drawing exchange file. In files, control characters stand as `^` and a letter ("^J" for
+/// a new line, "^ " for `^` itself), and characters beyond the file's code page as `\U+XXXX`.
+
+/// Turns a file's bytes into text. Bytes that are not valid in the code page become U+FFFD.
+class DxfTextDecoder {
+ public:
+  /// UTF-8 to begin with.
+  DxfTextDecoder();
+  ~DxfTextDecoder();
+  DxfTextDecoder(const DxfTextDecoder&) = delete;
+  DxfTextDecoder& operator=(const DxfTextDecoder&) = delete;
+
+  /// By the file's name for it ("ANSI_1252", "dos437", …). False for an unknown one: western is taken.
+  bool useCodePage(std::string_view name);
+  /// Bytes that aren't valid UTF-8 are still read in the code page that was set before.
+  void useUtf8() { utf8_ = true; }
+
+  void decode(std::string_view bytes, std::wstring& text);
+  std::wstring decode(std::string_view bytes) {
+    std::wstring text;
+    decode(bytes, text);
+    return text;
+  }
+
+ private:
+  std::wstring convert(std::string_view bytes);
+
+  void* converter_;  // of iconv, from the code page to UTF-8
+  bool utf8_ = true;
+};
+
+/// The text as it stands in a UTF-8 file, appended to `bytes`.
+void encodeDxfText(std::wstring_view text, std::string& bytes);
+
+}  // namespace host

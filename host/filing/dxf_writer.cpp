@@ -1,0 +1,158 @@
+#include "host/filing/dxf_writer.h"
+
+#include <map>
+
+#include "brx/db_proxy.h"
+#include "host/drawing/standard_drawing.h"
+#include "host/filing/block_ends.h"
+#include "host/filing/dxf_classes.h"
+#include "host/filing/dxf_header.h"
+#include "host/filing/dxf_out_filer.h"
+#include "host/filing/object_walk.h"
+#include "host/filing/table_names.h"
+#include "platform/text/utf.h"
+
+namespace host {
+namespace {
+
+std::string dxfNameOf(const AcDbObject& object) {
+  if (const auto* const entity = AcDbProxyEntity::cast(&object)) return toUtf8(entity->originalDxfName());
+  if (const auto* const other = AcDbProxyObject::cast(&object)) return toUtf8(other->originalDxfName());
+  const ACHAR* const name = object.isA()->dxfName();
+  return name ? toUtf8(name) : std::string();
+}
+
+class DrawingWriter {
+ public:
+  DrawingWriter(AcDbDatabase& drawing, DxfSink& sink)
+      : drawing_(drawing), sink_(sink), filer_(drawing, sink) {}
+
+  void write() {
+    prepare();
+    writeDxfHeader(drawing_, sink_);
+    writeDxfClasses(drawing_, sink_);
+    section("TABLES", [&] { tables(); });
+    section("BLOCKS", [&] { forEachBlock([&](AcDbBlockTableRecord& each) { block(each); }); });
+    section("ENTITIES", [&] {
+      for (const AcDbObjectId& space : {drawing_.modelSpaceId(), drawing_.paperSpaceId()}) {
+        contents(static_cast<AcDbBlockTableRecord&>(*space.stub()->object));
+      }
+    });
+    section("OBJECTS", [&] { forEachPlainObject(drawing_, [&](AcDbObject& each) { object(each, 5); }); });
+    putGroups(drawing_.imp().kept.sections.head(), sink_);
+    sink_.word(0, "EOF");
+  }
+
+ private:
+  template <class Contents>
+  void section(std::string_view name, Contents write) {
+    sink_.word(0, "SECTION"), sink_.word(2, name);
+    write();
+    sink_.word(0, "ENDSEC");
+  }
+
+  template <class Visit>
+  void forEachBlock(Visit visit) {
+    const AcDbStub& table = *drawing_.tableId(AcDbBlockTable::desc()).stub();
+    forEachRecord<AcDbBlockTableRecord>(static_cast<AcDbSymbolTable&>(*table.object), visit);
+  }
+
+  /// Handles are given before the header tells the next free one.
+  void prepare() {
+    completeDrawing(drawing_);
+    forEachBlock([](AcDbBlockTableRecord& each) {
+      prepareBlockEnds(each);
+      forEachEntity(each, [](AcDbEntity& entity) {
+        const BrxSubentities* const list = subentitiesOf(entity);
+        if (list && !list->ids.empty()) sequenceEnd(entity);
+      });
+    });
+  }
+
+  void head(const AcDbObject& object, std::string_view name, int handleCode) {
+    sink_.word(0, name);
+    sink_.handle(handleCode, object.handle());
+    if (const AcDbObjectExtras* const extras = HostAccess::extras(object)) attachments(*extras);
+    const AcDbObjectId owner = object.ownerId();
+    sink_.handle(330, isLiving(owner) ? owner.handle() : 0);
+  }
+
+  void attachments(const AcDbObjectExtras& extras) {
+    putBraces(extras.kept.head(), sink_);
+    bool begun = false;
+    for (const AcDbObjectId& each : extras.reactors) {
+      if (!isLiving(each)) continue;
+      if (!begun) sink_.word(102, "{ACAD_REACTORS");
+      begun = true;
+      sink_.handle(330, each.handle());
+    }
+    if (begun) sink_.word(102, "}");
+    if (!isLiving(extras.extensionDictionary)) return;
+    sink_.word(102, "{ACAD_XDICTIONARY");
+    sink_.handle(360, extras.extensionDictionary.handle());
+    sink_.word(102, "}");
+  }
+
+  void object(const AcDbObject& object, int handleCode, bool inPaperSpace = false) {
+    const std::string name = dxfNameOf(object);
+    if (name.empty()) return;
+    head(object, name, handleCode);
+    const AcDbObjectExtras* const extras = HostAccess::extras(object);
+    filer_.begin(extras ? extras->kept.head() : nullptr, inPaperSpace);
+    object.dxfOutFields(&filer_);
+    filer_.end();
+    if (extras) putGroups(extras->xdata.head(), sink_);
+  }
+
+  void contents(AcDbBlockTableRecord& block) {
+    const bool inPaperSpace = block.objectId() == drawing_.paperSpaceId();
+    forEachEntity(block, [&](AcDbEntity& entity) {
+      object(entity, 5, inPaperSpace);
+      forEachFiledSubentity(entity, [&](AcDbEntity& each) { object(each, 5, inPaperSpace); });
+    });
+  }
+
+  void block(AcDbBlockTableRecord& block) {
+    writeBlockBegin(block, sink_);
+    const bool isElsewhere =
+        block.objectId() == drawing_.modelSpaceId() || block.objectId() == drawing_.paperSpaceId();
+    if (!isElsewhere) contents(block);
+    writeBlockEnd(block, sink_);
+  }
+
+  void tables() {
+    for (const TableName& each : tableNames()) {
+      const AcDbObjectId id = drawing_.tableId(each.table());
+      if (isLiving(id)) table(static_cast<AcDbSymbolTable&>(*id.stub()->object), each.name);
+    }
+    putGroups(drawing_.imp().kept.tables.head(), sink_);
+  }
+
+  void table(const AcDbSymbolTable& table, std::string_view name) {
+    Adesk::Int64 count = 0;
+    forEachRecord(table, [&](AcDbSymbolTableRecord&) { ++count; });
+    sink_.word(0, "TABLE"), sink_.word(2, name);
+    sink_.handle(5, table.handle());
+    if (const AcDbObjectExtras* const extras = HostAccess::extras(table)) attachments(*extras);
+    sink_.handle(330, 0);
+    sink_.word(100, "AcDbSymbolTable");
+    sink_.integer(70, count);
+    const bool isDimensions = name == "DIMSTYLE";
+    if (isDimensions) sink_.word(100, "AcDbDimStyleTable"), sink_.integer(71, 0);
+    forEachRecord(table, [&](AcDbSymbolTableRecord& each) { object(each, isDimensions ? 105 : 5); });
+    sink_.word(0, "ENDTAB");
+  }
+
+  AcDbDatabase& drawing_;
+  DxfSink& sink_;
+  DxfOutFiler filer_;
+};
+
+}  // namespace
+
+bool writeDxf(AcDbDatabase& drawing, DxfSink& sink) {
+  DrawingWriter(drawing, sink).write();
+  return sink.flush();
+}
+
+}  // namespace host

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "brx/db_database.h"
+#include "host/filing/dxf_sink.h"
+
+namespace host {
+
+/// Writes a drawing as a drawing exchange file in text. The drawing gets what every file must hold, if
+/// it lacks it, and handles for what has none. `sink` is flushed; false when a write has failed.
+bool writeDxf(AcDbDatabase& drawing, DxfSink& sink);
+
+}  // namespace host

@@ -1,0 +1,28 @@
+#include "host/filing/report.h"
+
+#include <cstdio>
+
+namespace host {
+
+void FilingReport::add(size_t place, AcDbHandle handle, std::wstring text) {
+  if (++count_ <= mostKept) messages_.push_back({place, handle, std::move(text)});
+}
+
+std::wstring FilingReport::text(const std::wstring& file, size_t most) const {
+  std::wstring all;
+  for (size_t i = 0; i < messages_.size() && i < most; ++i) {
+    const FilingMessage& each = messages_[i];
+    all += file;
+    if (each.place) all += L", line " + std::to_wstring(each.place);
+    if (each.handle) {
+      wchar_t digits[24];
+      std::swprintf(digits, 24, L"%llX", static_cast<unsigned long long>(each.handle));
+      all += std::wstring(L", handle ") + digits;
+    }
+    all += L": " + each.text + L"\n";
+  }
+  if (count_ > most) all += file + L": " + std::to_wstring(count_ - most) + L" more messages\n";
+  return all;
+}
+
+}  // namespace host
