@@ -13,9 +13,11 @@
 #include "host/app/output.h"
 #include "host/app/prompt.h"
 #include "host/app/session.h"
+#include "host/app/terminal_line.h"
 #include "host/bridge/document_lisp.h"
 #include "host/calls/command_line.h"
 #include "host/documents/documents.h"
+#include "host/editor/user_input.h"
 #include "host/lisp/printer.h"
 #include "platform/text/utf.h"
 
@@ -91,6 +93,8 @@ int run(const host::Options& options) {
     batch = readWhole(options.batch);
     if (!batch) return refuse(options.batch + ": can't be read");
   }
+  // Prompts of scripts wait for a person only where there is one.
+  if (isatty(STDIN_FILENO)) host::setLineReader(host::readTerminalLine);
   // A script's output is its own; the modules' greetings are for the person at the prompt.
   host::commandLine().setShown(!scripted && !batch);
   const host::Session session(options);

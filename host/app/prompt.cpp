@@ -17,6 +17,7 @@
 
 #include "host/bridge/document_lisp.h"
 #include "host/calls/command_line.h"
+#include "host/commands/typed_commands.h"
 #include "host/documents/documents.h"
 #include "host/lisp/printer.h"
 #include "platform/text/utf.h"
@@ -44,7 +45,26 @@ std::optional<std::string> readLine(bool interactive, const char* prompt) {
   return text;
 }
 
+/// The symbol that a line is, when it has a value: then it is LISP although a command has its name.
+bool isBoundSymbol(const std::wstring& line) {
+  const size_t end = line.find_last_not_of(L" \t\r\n");
+  const lisp::Symbol* const symbol =
+      currentInterpreter().find(end == std::wstring::npos ? std::wstring() : line.substr(0, end + 1));
+  return symbol && symbol->value.isTrue();
+}
+
+bool runCommand(const std::string& source) {
+  const std::wstring line = fromUtf8(source);
+  if (isBoundSymbol(line)) return false;
+  const DocumentManager::Busy busy(documents());
+  return runTypedCommand(line);
+}
+
 void evaluate(const std::string& source) {
+  if (runCommand(source)) {
+    commandLine().freshLine();
+    return goIdle();
+  }
   running = &currentInterpreter();
   try {
     const std::wstring value = lisp::printed(evaluateSource(source, L""), lisp::Style::readable);
@@ -55,6 +75,7 @@ void evaluate(const std::string& source) {
     if (!error.handled) commandLine().show(L"; error: " + error.message + L"\n");
   }
   running = nullptr;
+  if (isatty(STDIN_FILENO)) finishOpenCommand();
   goIdle();
 }
 

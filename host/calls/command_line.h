@@ -19,6 +19,8 @@ class CommandLine {
   void show(std::wstring_view text);
   /// A line break, unless the shown text stands at the begin of a line.
   void freshLine();
+  /// A person has ended a line, which the terminal has shown.
+  void cursorAtLineBegin() { atLineBegin_ = true; }
   /// Text printed since the last call, shown or not.
   std::wstring takeRecord();
   void setShown(bool shown) { shown_ = shown; }

@@ -29,7 +29,11 @@ InputItem CommandInput::take(Wanted wanted) {
   Argument argument = std::move(arguments.front());
   arguments.pop_front();
   if (!argument) {
-    userInput().prompt(prompted_);
+    if (isOn(L"CMDECHO")) {
+      userInput().promptShown(prompted_);
+    } else {
+      userInput().prompt(prompted_);
+    }
     argument = userInput().take(wanted);
   }
   if (std::holds_alternative<Cancel>(*argument)) throw CommandCancelled();

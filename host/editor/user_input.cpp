@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "brx/db_calls.h"
+#include "host/bridge/document_lisp.h"
 #include "host/bridge/values.h"
 #include "host/calls/command_line.h"
 #include "host/lisp/printer.h"
@@ -66,30 +67,15 @@ InputItem itemOfList(const Value& list) {
   return Typed{lisp::printed(list, lisp::Style::readable)};
 }
 
-/// What a person has typed behind the blank that ended a word.
-std::wstring& typedAhead() {
-  static std::wstring text;
-  return text;
-}
-
-/// A blank ends what is typed, but in a text.
-InputItem typedItem(std::wstring line, Wanted wanted) {
-  if (wanted != Wanted::text) {
-    const size_t blank = line.find(L' ');
-    if (blank != std::wstring::npos) {
-      typedAhead() = line.substr(blank + 1);
-      line.resize(blank);
-    }
+/// A LISP form, or "!" and a symbol, stands for its value. Nothing after an error, which is told.
+std::optional<InputItem> evaluated(const std::wstring& line) {
+  const std::wstring source = line[0] == L'!' ? line.substr(1) : line;
+  try {
+    return itemOf(currentInterpreter().evalSource(toUtf8(source), L""));
+  } catch (const lisp::LispError& error) {
+    if (!error.handled) commandLine().print(L"\n; error: " + error.message);
+    return std::nullopt;
   }
-  if (line.empty()) return Enter{};
-  return Typed{std::move(line)};
-}
-
-InputItem takeTyped(Wanted wanted) {
-  if (!typedAhead().empty()) return typedItem(std::exchange(typedAhead(), {}), wanted);
-  auto line = lineReader()();
-  if (!line) return Cancel{};
-  return typedItem(std::move(*line), wanted);
 }
 
 }  // namespace
@@ -124,6 +110,10 @@ void setLineReader(LineReader reader) { lineReader() = std::move(reader); }
 
 void UserInput::prompt(const std::wstring& text) {
   commandLine().print(text);
+  promptShown(text);
+}
+
+void UserInput::promptShown(const std::wstring& text) {
   scriptQueues().prompts.push_back(text);
   shown_ = text;
 }
@@ -137,7 +127,7 @@ InputItem UserInput::take(Wanted wanted) {
     queue.pop_front();
     return itemOf(first);
   }
-  if (lineReader()) return takeTyped(wanted);
+  if (lineReader() || !typedAhead_.empty()) return takeTyped(wanted);
   const size_t begin = shown_.find_first_not_of(L"\r\n");
   std::fprintf(stderr, "zarbo-host: nobody answers \"%s\": cancelled\n",
                toUtf8(begin == std::wstring::npos ? L"" : shown_.substr(begin)).c_str());
@@ -145,6 +135,31 @@ InputItem UserInput::take(Wanted wanted) {
 }
 
 bool UserInput::endsSelection() const { return scriptQueues().input.empty() && !lineReader(); }
+
+/// A blank ends what is typed, but in a text.
+InputItem UserInput::typedItem(std::wstring line, Wanted wanted) {
+  if (wanted != Wanted::text) {
+    const size_t blank = line.find(L' ');
+    if (blank != std::wstring::npos) {
+      typedAhead_ = line.substr(blank + 1);
+      line.resize(blank);
+    }
+  }
+  if (line.empty()) return Enter{};
+  return Typed{std::move(line)};
+}
+
+InputItem UserInput::takeTyped(Wanted wanted) {
+  if (!typedAhead_.empty()) return typedItem(std::exchange(typedAhead_, {}), wanted);
+  while (true) {
+    auto line = lineReader()();
+    if (!line) return Cancel{};
+    const bool isForm = line->starts_with(L'(') || line->starts_with(L'!');
+    if (!isForm || wanted == Wanted::text) return typedItem(std::move(*line), wanted);
+    if (auto item = evaluated(*line)) return std::move(*item);
+    commandLine().print(shown_);
+  }
+}
 
 UserInput& userInput() {
   static UserInput instance;

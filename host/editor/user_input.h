@@ -18,9 +18,16 @@ class UserInput : public InputSource {
   bool ready() const override { return true; }
   InputItem take(Wanted wanted) override;
   bool endsSelection() const override;
+  /// A prompt that the user sees already.
+  void promptShown(const std::wstring& text);
+  /// What the user has typed before anything asked for it; each blank ends an input.
+  void typeAhead(std::wstring text) { typedAhead_ = std::move(text); }
 
  private:
-  std::wstring shown_;
+  InputItem takeTyped(Wanted wanted);
+  InputItem typedItem(std::wstring line, Wanted wanted);
+
+  std::wstring shown_, typedAhead_;
 };
 
 UserInput& userInput();
