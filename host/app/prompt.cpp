@@ -1,6 +1,7 @@
 #include "host/app/prompt.h"
 
 #include "host/app/idle.h"
+#include "host/app/terminal_line.h"
 
 #include <unistd.h>
 
@@ -28,6 +29,7 @@ namespace {
 std::atomic<lisp::Interpreter*> running = nullptr;
 
 void onInterrupt(int) {
+  noteInterrupt();
   if (lisp::Interpreter* const interpreter = running.load()) interpreter->interrupt();
 }
 
@@ -61,6 +63,7 @@ bool runCommand(const std::string& source) {
 }
 
 void evaluate(const std::string& source) {
+  forgetInterrupts();
   if (runCommand(source)) {
     commandLine().freshLine();
     return goIdle();

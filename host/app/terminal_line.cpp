@@ -1,43 +1,74 @@
 #include "host/app/terminal_line.h"
 
+#include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <csignal>
 
+#include "host/bridge/document_lisp.h"
 #include "host/calls/command_line.h"
 #include "platform/text/utf.h"
 
 namespace host {
 namespace {
 
-volatile std::sig_atomic_t interrupted = 0;
+/// An interrupt puts a byte into the pipe, so that none is lost between a look and the wait behind it.
+struct InterruptPipe {
+  int out = -1, in = -1;
+  InterruptPipe() {
+    int ends[2];
+    if (pipe2(ends, O_NONBLOCK | O_CLOEXEC) == 0) out = ends[0], in = ends[1];
+  }
+};
 
-void onInterrupt(int) { interrupted = 1; }
+InterruptPipe& interruptPipe() {
+  static InterruptPipe instance;
+  return instance;
+}
 
-/// As long as this lives, an interrupt ends a read that waits, and does nothing else.
-class InterruptEndsRead {
+/// As long as this lives, an interrupt is noted and does nothing else.
+class InterruptIsNoted {
  public:
-  InterruptEndsRead() {
-    interrupted = 0;
+  InterruptIsNoted() {
     struct sigaction own {};
-    own.sa_handler = onInterrupt;  // without SA_RESTART
+    own.sa_handler = [](int) { noteInterrupt(); };
     sigaction(SIGINT, &own, &former_);
   }
-  ~InterruptEndsRead() { sigaction(SIGINT, &former_, nullptr); }
-  InterruptEndsRead(const InterruptEndsRead&) = delete;
-  InterruptEndsRead& operator=(const InterruptEndsRead&) = delete;
+  ~InterruptIsNoted() { sigaction(SIGINT, &former_, nullptr); }
+  InterruptIsNoted(const InterruptIsNoted&) = delete;
+  InterruptIsNoted& operator=(const InterruptIsNoted&) = delete;
 
  private:
   struct sigaction former_ {};
 };
 
+enum class Waited { input, interrupt };
+
+Waited waitForInput() {
+  pollfd watched[] = {{STDIN_FILENO, POLLIN, 0}, {interruptPipe().out, POLLIN, 0}};
+  while (poll(watched, 2, -1) < 0 && errno == EINTR) continue;
+  return (watched[1].revents & POLLIN) != 0 ? Waited::interrupt : Waited::input;
+}
+
 }  // namespace
 
+void noteInterrupt() {
+  const ssize_t ignored = write(interruptPipe().in, "", 1);
+  (void)ignored;
+}
+
+void forgetInterrupts() {
+  char bytes[64];
+  while (read(interruptPipe().out, bytes, sizeof bytes) > 0) continue;
+}
+
 std::optional<std::wstring> readTerminalLine() {
-  const InterruptEndsRead guard;
+  interruptPipe();
+  const InterruptIsNoted guard;
   std::string line;
-  while (!interrupted) {
+  while (waitForInput() == Waited::input) {
     char c = 0;
     const ssize_t got = read(STDIN_FILENO, &c, 1);
     if (got < 0 && errno == EINTR) continue;
@@ -50,6 +81,9 @@ std::optional<std::wstring> readTerminalLine() {
     }
     line += c;
   }
+  // The interrupt was for the prompt, and not for what runs behind it.
+  forgetInterrupts();
+  currentInterpreter().forgetInterrupt();
   return std::nullopt;
 }
 

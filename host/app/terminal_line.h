@@ -5,7 +5,12 @@
 
 namespace host {
 
-/// A line from the terminal, without its end. Nothing at the end of input, and when the user interrupts.
+/// A line from the terminal, without its end. Nothing at the end of input, and when the user interrupts or
+/// has interrupted since `forgetInterrupts`.
 std::optional<std::wstring> readTerminalLine();
+
+/// Safe to call from a signal handler.
+void noteInterrupt();
+void forgetInterrupts();
 
 }  // namespace host
