@@ -21,6 +21,17 @@ view::PictureSettings settingsOf(const PictureOptions& options) {
   return settings;
 }
 
+/// Recorded anew, finer, when chords of the first list could be seen as such.
+bool writePicture(AcDbDatabase& drawing, const Options& options, std::string& problem) {
+  constexpr double seenPart = 0.25;  // of a pixel
+  const view::PictureSettings settings = settingsOf(options.picture);
+  view::DisplayList list = view::record(drawing);
+  const view::PlaneBox shown = view::shownWindow(list, settings);
+  const double fine = (shown.right - shown.left) / settings.width * seenPart;
+  if (list.deviation > fine) list = view::record(drawing, {}, fine);
+  return view::writePicture(list, settings, options.output, problem);
+}
+
 bool writeDrawing(AcDbDatabase& drawing, const std::string& file, std::string& problem) {
   if (saveDrawing(drawing, fromUtf8(file)) == Acad::eOk) return true;
   return problem = "can't be written", false;
@@ -32,11 +43,9 @@ bool canOutput(const std::string& file) { return isDrawing(file) || view::pictur
 
 bool writeOutput(const Options& options, std::string& problem) {
   const Document* const document = documents().current();
-  const bool done = !document ? (problem = "no drawing is open", false)
-                    : isDrawing(options.output)
-                        ? writeDrawing(*document->database(), options.output, problem)
-                        : view::writePicture(view::record(*document->database()), settingsOf(options.picture),
-                                             options.output, problem);
+  const bool done = !document                   ? (problem = "no drawing is open", false)
+                    : isDrawing(options.output) ? writeDrawing(*document->database(), options.output, problem)
+                                                : writePicture(*document->database(), options, problem);
   if (!done) problem = options.output + ": " + problem;
   return done;
 }

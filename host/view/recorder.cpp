@@ -22,13 +22,23 @@ bool isFinite(const PointOrVector& p) {
 
 class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
  public:
-  explicit Recorder(AcDbDatabase& drawing)
-      : looks_(drawing, list_), traits_(looks_), linetypeScale_(drawing.ltscale()) {
+  Recorder(AcDbDatabase& drawing, double deviation)
+      : looks_(drawing, list_), traits_(looks_), linetypeScale_(drawing.ltscale()), deviation_(deviation) {
     list_.marks = {number<int>(drawing, L"PDMODE"), number<double>(drawing, L"PDSIZE")};
   }
   DisplayList takeList() { return std::move(list_); }
 
   AcGiGeometry& geometry() const override { return const_cast<Recorder&>(*this); }
+  /// In the units of the block that is drawn, which its placement may enlarge.
+  double deviation() const override {
+    list_.deviation = deviation_;
+    double enlarged = 1;
+    if (!transforms_.empty()) {
+      const AcGeMatrix3d& matrix = transforms_.back();
+      for (const unsigned axis : {0, 1, 2}) enlarged = std::max(enlarged, matrix.column(axis).length());
+    }
+    return deviation_ / enlarged;
+  }
   AcGiSubEntityTraits& subEntityTraits() const override { return const_cast<Traits&>(traits_); }
 
   bool polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*, Adesk::Int64) override {
@@ -79,10 +89,10 @@ class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
   void addLetters(Letters letters);
   void drawEntity(AcDbEntity& entity, const Traits& around);
 
-  DisplayList list_;
+  mutable DisplayList list_;
   Looks looks_;
   Traits traits_;
-  double linetypeScale_;
+  double linetypeScale_, deviation_;
   std::vector<AcGeMatrix3d> transforms_;
   Resolved last_;
   bool lastFilled_ = false, hasLast_ = false;
@@ -228,8 +238,8 @@ AcDbObjectIdArray orderOf(AcDbObjectId block) {
 
 }  // namespace
 
-DisplayList record(AcDbDatabase& drawing, AcDbObjectId block) {
-  Recorder recorder(drawing);
+DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation) {
+  Recorder recorder(drawing, deviation);
   for (const AcDbObjectId& id : orderOf(block.isNull() ? drawing.modelSpaceId() : block)) {
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) recorder.draw(entity.object());

@@ -6,7 +6,8 @@
 namespace host::view {
 
 /// Records the entities of a block, model space for a null id, in their draw order. Layers that are off
-/// or frozen are left out.
-DisplayList record(AcDbDatabase& drawing, AcDbObjectId block = {});
+/// or frozen are left out. Curves that can't be recorded exactly are drawn as chords that are off by no
+/// more than `deviation` drawing units.
+DisplayList record(AcDbDatabase& drawing, AcDbObjectId block = {}, double deviation = 0.01);
 
 }  // namespace host::view

@@ -86,6 +86,27 @@ TEST_F(Lists, PartsOutsideTheDrawingGoToTheLayerThatTheirHolderSets) {
   EXPECT_EQ(styleOf(list, 0).ink, (Ink{Ink::exact, 0xFF0000}));
 }
 
+/// Draws one chord as long as it may be off.
+class Chord final : public AcDbEntity {
+ protected:
+  bool subWorldDraw(AcGiWorldDraw* draw) override {
+    const AcGePoint3d ends[] = {{0, 0, 0}, {draw->deviation(), 0, 0}};
+    return draw->geometry().polyline(2, ends);
+  }
+};
+
+TEST_F(Lists, TellTheDeviationInTheWorldsUnits) {
+  EXPECT_EQ(recorded().deviation, 0);
+  const AcDbObjectId curved = block(L"curved");
+  add(new Chord, {}, curved);
+  auto* const placed = new AcDbBlockReference({0, 0, 0}, curved);
+  placed->setScaleFactors({20, 20, 20});
+  add(placed);
+  const view::DisplayList list = view::record(drawing, {}, 0.5);
+  EXPECT_EQ(list.deviation, 0.5);
+  EXPECT_NEAR(list.points.at(1).x, 0.5, 1e-12);
+}
+
 TEST_F(Lists, FollowTheDrawOrderAndTheScaleOfLinetypes) {
   add(new AcDbLine({1, 0, 0}, {1, 1, 0}));
   const AcDbObjectId second = add(new AcDbLine({2, 0, 0}, {2, 1, 0}));
