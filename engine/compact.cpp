@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "engine/catalog.h"
+#include "engine/mended_copy.h"
 #include "engine/salvage.h"
 
 namespace {
@@ -102,6 +103,14 @@ void compactDatabaseFile(const std::string& source, const std::string& destinati
   Database from(source, Database::Mode::Read, Database::Sharing::NotInThisProcess);
   struct stat attributes {};
   if (::lstat(destination.c_str(), &attributes) == 0) fail(databaseExists, destination);
-  const bool damaged = from.examine() == Database::Health::Damaged;
-  buildDatabaseFile(destination, [&](Database& to) { copyContent(from, to, damaged); });
+  if (from.examine() == Database::Health::Good) {
+    try {
+      return buildDatabaseFile(destination, [&](Database& to) { copyContent(from, to, false); });
+    } catch (const jet::Failure& failure) {
+      // Of a large file not all was looked at: then damage shows on the way.
+      if (failure.error.number != notADatabase) throw;
+    }
+  }
+  MendedCopy mended(from, destination + ".mended");
+  buildDatabaseFile(destination, [&](Database& to) { copyContent(mended.database(), to, true); });
 }

@@ -10,6 +10,7 @@
 #include <mutex>
 #include <set>
 
+#include "engine/file_header.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "platform/text/utf.h"
 
@@ -102,11 +103,6 @@ bool onNetwork(const std::string& path) {
   return false;
 }
 
-uint32_t bigEndian(const unsigned char* bytes) {
-  return static_cast<uint32_t>(bytes[0]) << 24 | static_cast<uint32_t>(bytes[1]) << 16 |
-         static_cast<uint32_t>(bytes[2]) << 8 | bytes[3];
-}
-
 }  // namespace
 
 Database::Database(const std::string& path, Mode mode, Sharing sharing)
@@ -171,26 +167,55 @@ int Database::firstRead() {
   return sqlite3_exec(handle(), "SELECT count(*) FROM sqlite_schema", nullptr, nullptr, nullptr);
 }
 
-// A writer that was killed in the middle leaves its journal. A connection for reading can't play it back, so
-// one for writing does it, once.
-void Database::recoverFromKilledWriter() {
-  open(SQLITE_OPEN_READWRITE);
-  const int code = firstRead();
-  if (code != SQLITE_OK) failSqlite(handle(), code, Access::Open);
-  open(SQLITE_OPEN_READONLY);
+// Work that a connection for reading can't do is done by one for writing, once.
+void Database::withRightToWrite(const std::function<void()>& work) {
+  if (readOnly_) open(SQLITE_OPEN_READWRITE);
+  if (sqlite3_db_readonly(handle(), "main") == 1) fail(noRight, path_);
+  work();
+  if (readOnly_) open(SQLITE_OPEN_READONLY);
 }
 
-Database::Health Database::examine() {
+// A write-ahead log is not safe on network shares, and with it a commit doesn't show in the file's counter.
+// False when the file is damaged.
+bool Database::leaveWriteAheadLog() try {
+  withRightToWrite([&] {
+    Statement mode(handle(), "PRAGMA journal_mode=DELETE", Access::Open, 0);
+    if (!mode.step() || mode.text(0) != "delete") fail(fileInUse, path_);
+  });
+  return true;
+} catch (const jet::Failure& failure) {
+  if (failure.error.number == notADatabase) return false;
+  throw;
+}
+
+Database::Health Database::firstLook() {
+  FileHeader header;
+  const bool hasName = readBytes(0, header.bytes(), FileHeader::size) && header.hasName();
+  // Before SQLite looks: it would make files for a log that isn't there.
+  if (hasName && header.journal() == FileHeader::Journal::Unknown) return Health::Damaged;
+  if (hasName && header.journal() == FileHeader::Journal::WriteAhead && !leaveWriteAheadLog()) {
+    return Health::Damaged;
+  }
   int code = firstRead();
   if (code == SQLITE_READONLY_ROLLBACK || code == SQLITE_READONLY_RECOVERY) {
-    recoverFromKilledWriter();
-    code = firstRead();
+    // A writer that was killed in the middle left its journal, which has to be played back.
+    withRightToWrite([&] { code = firstRead(); });
+    if (code == SQLITE_OK) code = firstRead();
   }
   if ((code & 0xFF) == SQLITE_CORRUPT) return Health::Damaged;
-  if ((code & 0xFF) == SQLITE_NOTADB) fail(notADatabase, path_);
+  if ((code & 0xFF) == SQLITE_NOTADB) {
+    // Under the right name it is one, with a header that can't be understood.
+    if (hasName) return Health::Damaged;
+    fail(notADatabase, path_);
+  }
   // An unreadable schema is told as a plain error with a text of its own.
   if (code == SQLITE_ERROR) return Health::Damaged;
   if (code != SQLITE_OK) failSqlite(handle(), code, Access::Open);
+  return Health::Good;
+}
+
+Database::Health Database::examine() {
+  if (firstLook() == Health::Damaged) return Health::Damaged;
   setModes();
   if (!contentIsGood()) return Health::Damaged;
   SuspectFiles::all().remove(path_);
@@ -221,6 +246,11 @@ bool Database::contentIsGood() {
   }
 }
 
+void Database::tolerateDamagedSchema() {
+  sqlite3_db_config(handle(), SQLITE_DBCONFIG_DEFENSIVE, 0, nullptr);
+  execute("PRAGMA writable_schema=ON", Access::Open);
+}
+
 void Database::execute(std::string_view sql, Access access) {
   const int code = sqlite3_exec(handle(), std::string(sql).c_str(), nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) failSqlite(handle(), code, access);
@@ -233,14 +263,16 @@ Statement& Database::prepared(const std::string& sql, Access access) {
   return found->second;
 }
 
+bool Database::readBytes(int64_t place, void* bytes, int count, const char* schema) const {
+  sqlite3_file* file = nullptr;
+  sqlite3_file_control(handle(), schema, SQLITE_FCNTL_FILE_POINTER, &file);
+  return file && file->pMethods && file->pMethods->xRead(file, bytes, count, place) == SQLITE_OK;
+}
+
 FileStamp Database::stamp(const char* schema) const {
   // Bytes 24 to 43 of the file: counter of changes first, schema cookie last.
   unsigned char bytes[20];
-  sqlite3_file* file = nullptr;
-  sqlite3_file_control(handle(), schema, SQLITE_FCNTL_FILE_POINTER, &file);
-  if (!file || !file->pMethods || file->pMethods->xRead(file, bytes, sizeof bytes, 24) != SQLITE_OK) {
-    fail(diskOrNetwork);
-  }
+  if (!readBytes(24, bytes, sizeof bytes, schema)) fail(diskOrNetwork);
   return {bigEndian(bytes), bigEndian(bytes + 16)};
 }
 

@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -37,10 +38,14 @@ class Database {
   const std::string& path() const { return path_; }
   bool readOnly() const { return readOnly_; }
 
-  /// Reads the file for the first time: finishes what a killed writer left, and fails for what is no
-  /// database. How deep the content is checked depends on the file's size.
+  /// Reads the file for the first time: finishes what a killed writer left, takes a write-ahead log away that
+  /// another program gave it, and fails for what is no database. How deep the content is checked depends on
+  /// the file's size.
   Health examine();
 
+  /// From now on entries of SQLite's schema that it can't understand are passed over. Before the first
+  /// statement, and only for a file of our own.
+  void tolerateDamagedSchema();
   void execute(std::string_view sql, Access access);
   /// A prepared statement that is kept for the next time.
   Statement& prepared(const std::string& sql, Access access);
@@ -55,6 +60,8 @@ class Database {
 
   /// The file's state now. Reliable as the state of what is read only inside a read transaction.
   FileStamp stamp(const char* schema = "main") const;
+  /// Bytes of the file as they are on it, past all caches; false when there are not so many.
+  bool readBytes(int64_t place, void* bytes, int count, const char* schema = "main") const;
   /// True when surely nothing was committed since `then`. Costs one small read of the file, and no lock.
   bool unchangedSince(const FileStamp& then) const;
 
@@ -66,7 +73,9 @@ class Database {
   void open(int flags);
   void configure();
   void setModes();
-  void recoverFromKilledWriter();
+  void withRightToWrite(const std::function<void()>& work);
+  bool leaveWriteAheadLog();
+  Health firstLook();
   bool contentIsGood();
   int firstRead();
 
