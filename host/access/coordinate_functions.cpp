@@ -7,6 +7,7 @@
 #include "host/access/group_checks.h"
 #include "host/access/object_list.h"
 #include "host/access/refusal.h"
+#include "host/bridge/lisp_points.h"
 #include "host/calls/variables.h"
 #include "host/drawing/stubs.h"
 
@@ -15,23 +16,6 @@ namespace {
 
 using lisp::Call;
 using lisp::Value;
-
-AcGePoint3d pointArgument(const Call& call, size_t place) {
-  double at[3] = {};
-  size_t count = 0;
-  const Value* rest = &call[place];
-  for (; rest->isCons() && count < 3 && lisp::car(*rest).isNumber(); rest = &lisp::cdr(*rest)) {
-    at[count++] = lisp::car(*rest).number();
-  }
-  if (count < 2 || rest->isTrue()) lisp::failType(L"point:", call[place]);
-  return {at[0], at[1], at[2]};
-}
-
-Value listOf(const AcGePoint3d& point) {
-  lisp::ListBuilder list;
-  for (const double each : {point.x, point.y, point.z}) list.add(Value(each));
-  return list.take();
-}
 
 AcGePoint3d pointVariable(const wchar_t* name, const AcGePoint3d& missing) {
   const auto value = getVariable(name);
@@ -102,7 +86,7 @@ Value trans(const Call& call) {
   const AcGePoint3d point = pointArgument(call, 0);
   const AcGeMatrix3d map = systemArgument(call, 2).inverse() * systemArgument(call, 1);
   const bool isDirection = call.has(3) && call[3].isTrue();
-  return listOf(isDirection ? AcGePoint3d{} + map * point.asVector() : map * point);
+  return pointValue(isDirection ? AcGePoint3d{} + map * point.asVector() : map * point);
 }
 
 double numberOf(const ListGroups& groups, int code, double missing) {
@@ -137,8 +121,8 @@ Value textbox(const Call& call) {
     text.getGeomExtents(box);
     if (box.isEmpty()) box.addPoint({});
     lisp::ListBuilder corners;
-    corners.add(listOf(box.minPoint()));
-    corners.add(listOf(box.maxPoint()));
+    corners.add(pointValue(box.minPoint()));
+    corners.add(pointValue(box.maxPoint()));
     return corners.take();
   } catch (const Refusal& refusal) {
     return refuse(refusal.reason);

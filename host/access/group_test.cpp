@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "brx/db_block.h"
+#include "brx/db_proxy.h"
 #include "brx/lisp_calls.h"
 #include "host/access/filter.h"
 #include "host/access/object_list.h"
@@ -220,6 +221,7 @@ bool GroupTest::matches(Candidate& candidate) {
     case -3:
       return matchesXdata(entity);
     case 0:
+      if (AcDbProxyEntity::cast(&entity)) return matchesText(typeNameOf(entity));
       return matchesNamed(entity.isA(), [&] { return typeNameOf(entity); });
     case 2:
       if (const auto* const reference = AcDbBlockReference::cast(&entity)) {

@@ -11,6 +11,14 @@
 namespace host {
 namespace {
 
+/// Records that the host finds by their names.
+bool isNameFixed(const AcDbSymbolTableRecord& record) {
+  const AcDbDatabase& drawing = *record.database();
+  const auto* const block = AcDbBlockTableRecord::cast(&record);
+  const AcDbObjectId id = record.objectId();
+  return (block && block->isLayout()) || id == drawing.byLayerLinetype() || id == drawing.byBlockLinetype();
+}
+
 /// Records that are refused a name keep their old one, and the current layer can't be frozen.
 void requireTaken(const AcDbSymbolTableRecord& record, const ListGroups& groups) {
   const std::wstring name = textGroup(groups, 2);
@@ -39,6 +47,10 @@ void modifyObject(AcDbDatabase& drawing, const lisp::Value& list) {
   requireSuitable(typeNameOf(*objectOf(id)), groups, drawing);
   Undoable change(drawing);
   if (AcDbEntity::cast(objectOf(id))) provideLayer(drawing, groups);
+  if (const auto* const record = AcDbSymbolTableRecord::cast(objectOf(id)); record && isNameFixed(*record)) {
+    const std::wstring given = textGroup(groups, 2);
+    require(given.empty() || given == record->getName(), Errno::invalidTableName);
+  }
   AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
   require(object.openStatus());
   ListReader reader(drawing, groups);

@@ -3,8 +3,10 @@
 #include <cwchar>
 #include <iterator>
 
+#include "brx/db_proxy.h"
 #include "brx/lisp_calls.h"
 #include "host/access/spaces.h"
+#include "host/access/walk.h"
 #include "host/bridge/values.h"
 #include "host/drawing/stubs.h"
 #include "host/lisp/wildcard.h"
@@ -83,6 +85,17 @@ void addAttached(lisp::ListBuilder& list, const AcDbObject& object) {
   if (any) list.add(textPair(102, L"}"));
 }
 
+/// A block's record stands for the block too: its base point and its first entity.
+void addBlock(lisp::ListBuilder& list, const AcDbBlockTableRecord& record) {
+  const AcGePoint3d origin = record.origin();
+  lisp::ListBuilder point;
+  point.add(Value(int32_t{10}));
+  for (const double each : {origin.x, origin.y, origin.z}) point.add(Value(each));
+  list.add(point.take());
+  const AcDbObjectId first = nextEntity(record.objectId());
+  if (!first.isNull()) list.add(namePair(-2, first));
+}
+
 void addGroups(lisp::ListBuilder& list, const AcDbObject& object) {
   const std::wstring type = typeNameOf(object);
   list.add(namePair(-1, object.objectId()));
@@ -92,6 +105,7 @@ void addGroups(lisp::ListBuilder& list, const AcDbObject& object) {
   addAttached(list, object);
   ListWriter writer(object, list);
   object.dxfOutFields(&writer);
+  if (const auto* const block = AcDbBlockTableRecord::cast(&object)) addBlock(list, *block);
 }
 
 bool isAsked(std::wstring_view application, const Value& patterns) {
@@ -136,6 +150,8 @@ Value objectList(const AcDbObject& object, const Value& applications) {
 }
 
 std::wstring typeNameOf(const AcDbObject& object) {
+  if (const auto* const proxy = AcDbProxyEntity::cast(&object)) return proxy->originalDxfName();
+  if (const auto* const proxy = AcDbProxyObject::cast(&object)) return proxy->originalDxfName();
   const AcRxClass* const own = object.isA();
   return own->dxfName() ? own->dxfName() : own->name();
 }

@@ -16,7 +16,8 @@ lisp::Value objectList(const AcDbObject& object, const lisp::Value& applications
 /// Extended data as `-3` holds it: `(("APP" (1000 . "x") …) …)`.
 lisp::Value xdataList(const AcDbObject& object, const lisp::Value& applications);
 
-/// The name of an object's type in lists and files: "LINE".
+/// The name of an object's type in lists and files: "LINE". What stands for objects of a class that isn't
+/// here has that class's name.
 std::wstring typeNameOf(const AcDbObject& object);
 
 }  // namespace host

@@ -12,5 +12,6 @@ void defineEditorFunctions(lisp::Interpreter& interpreter);
 // A table for each subject.
 std::span<const lisp::Builtin> getFunctions();
 std::span<const lisp::Builtin> selectFunctions();
+std::span<const lisp::Builtin> snapFunctions();
 
 }  // namespace host

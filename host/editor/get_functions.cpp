@@ -1,7 +1,7 @@
 #include "brx/editor_input.h"
+#include "host/bridge/lisp_points.h"
 #include "host/editor/acquisition.h"
 #include "host/editor/editor_functions.h"
-#include "host/editor/lisp_points.h"
 #include "host/lisp/builtins.h"
 
 namespace host {

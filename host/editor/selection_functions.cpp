@@ -1,10 +1,10 @@
 #include "host/access/arguments.h"
+#include "host/bridge/lisp_points.h"
 #include "host/bridge/values.h"
 #include "host/calls/variables.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/editor_functions.h"
 #include "host/editor/entity_pick.h"
-#include "host/editor/lisp_points.h"
 #include "host/editor/selection_request.h"
 
 namespace host {

@@ -33,3 +33,17 @@
 (list (< 80.0 left 100.0) (near (caddr (assoc 10 (entget text))) 40.0))   ;=> (T T)
 (entmod (list (cons -1 text) '(1 . "HIHI")))
 (near (- 100 (car (cdr (assoc 10 (entget text))))) (* 2 (- 100 left)))   ;=> T
+
+; Object snaps: the nearest of the points that the modes name, of what lies under the pick
+(setvar "LASTPOINT" '(0 0 0))
+(mapcar 'entmake '(((0 . "LINE") (10 0 0) (11 10 0)) ((0 . "LINE") (10 5 -5) (11 5 5)) ((0 . "CIRCLE") (10 20 0) (40 . 3))))
+(osnap '(1 0) "end")                            ;=> (0.0 0.0 0.0)
+(osnap '(9 0) "_ENDP,_MID")                     ;=> (10.0 0.0 0.0)
+(osnap '(6 0) "end,mid")                        ;=> (5.0 0.0 0.0)
+(near (osnap '(5 0.001) "int") '(5.0 0.0 0.0))  ;=> T
+(osnap '(23 0) "CEN")                           ;=> (20.0 0.0 0.0)
+(near (osnap '(20 3) "qua") '(20.0 3.0 0.0))    ;=> T
+(near (osnap '(7 0.001) "nea") '(7.0 0.0 0.0))  ;=> T
+(osnap '(7 0.001) "nea,end")                    ;=> (10.0 0.0 0.0)
+(list (osnap '(50 50) "end") (osnap '(1 0) "") (osnap '(1 0) "zzz"))   ;=> (nil nil nil)
+(osnap "x" "end")                               ;=> ; error: bad argument type: point: "x"

@@ -83,3 +83,9 @@
 (repeat 300 (setq many (cons (cons 1000 long) many)))
 (entmod (list (cons -1 e) (list -3 (cons "MINE" many))))   ;=> nil
 (cdr (assoc -3 (entget e '("*"))))              ;=> (("MINE" (1000 . "x")))
+; Names by which the host finds records are fixed; a block's record shows the block.
+(defun renamed (table old new) (entmod (list (assoc -1 (entget (tblobjname table old))) (cons 2 new))))
+(list (renamed "BLOCK" "*Model_Space" "x") (renamed "LTYPE" "ByLayer" "x") (renamed "LTYPE" "Continuous" "x"))   ;=> (nil nil nil)
+(mapcar '(lambda (code) (car (assoc code (entget (tblobjname "BLOCK" "*Model_Space"))))) '(10 -2))   ;=> (10 -2)
+(entdel (tblobjname "LAYER" "0"))               ;=> nil
+(entdel (namedobjdict))                         ;=> nil

@@ -1,4 +1,4 @@
-#include "host/editor/lisp_points.h"
+#include "host/bridge/lisp_points.h"
 
 #include "host/lisp/builtins.h"
 
