@@ -83,6 +83,7 @@ Session::~Session() {
   // What modules say at the end is of no interest to anybody.
   commandLine().setShown(false);
   documents().closeAll();
+  documents().deleteClosedDrawings();
   modules().unloadAll();
 }
 

@@ -173,6 +173,10 @@ void DocumentManager::discardClosed() {
   }
 }
 
+void DocumentManager::deleteClosedDrawings() {
+  for (const auto& each : closed_) each->deleteDrawing();
+}
+
 void DocumentManager::forEach(const std::function<void(Document&)>& work) {
   Document* const former = current_;
   for (const auto& each : open_) {

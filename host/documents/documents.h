@@ -25,6 +25,7 @@ class Document : public AcApDocument {
   /// Null where no maker was set.
   DocumentLisp* lisp() const { return lisp_.get(); }
   void setFileName(std::wstring fileName) { fileName_ = std::move(fileName); }
+  void deleteDrawing() { drawing_.reset(); }
 
  private:
   std::wstring fileName_;
@@ -88,6 +89,8 @@ class DocumentManager : public AcApDocManager {
   void close(Document& document);
   void closeAll();
   void discardClosed();
+  /// Deletes the drawings of closed documents, whose objects may be of modules that are about to go.
+  void deleteClosedDrawings();
 
   /// Calls back with each document as the current one.
   void forEach(const std::function<void(Document&)>& work);

@@ -1,0 +1,17 @@
+// Reads any bytes as a drawing exchange file; what is read must be written and read again.
+#include <cstddef>
+#include <cstdint>
+
+#include "host/filing/dxf_reader.h"
+#include "host/filing/dxf_writer.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  AcDbDatabase drawing(false);
+  host::FilingReport report;
+  if (host::readDxf({reinterpret_cast<const char*>(data), size}, drawing, report) != Acad::eOk) return 0;
+  host::DxfSink sink;
+  host::writeDxf(drawing, sink);
+  AcDbDatabase again(false);
+  if (host::readDxf(sink.bytes(), again, report) != Acad::eOk) __builtin_trap();
+  return 0;
+}
