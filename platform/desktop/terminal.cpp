@@ -1,6 +1,8 @@
 #include "platform/desktop/terminal.h"
 
+#include <algorithm>
 #include <iostream>
+#include <utility>
 
 #include "platform/desktop/file_choice.h"
 #include "platform/files/files.h"
@@ -16,6 +18,14 @@ std::optional<std::wstring> ask(const std::wstring& question) {
   std::string line;
   if (!std::getline(std::cin, line)) return std::nullopt;
   return fromUtf8(line);
+}
+
+// Empty while no meter is shown.
+std::wstring progressText(const Desktop::MainWindow& window) {
+  if (!window.meterShown) return {};
+  const int64_t span = std::max<int64_t>(int64_t{window.progressMaximum} - window.progressMinimum, 1);
+  const int64_t done = std::clamp<int64_t>(int64_t{window.progress} - window.progressMinimum, 0, span);
+  return window.progressLabel + L" " + std::to_wstring(done * 100 / span) + L"%";
 }
 
 bool confirmOverwrite(const FileChoice& choice, const std::wstring& path) {
@@ -64,6 +74,18 @@ std::optional<std::wstring> TerminalDesktop::chooseFolder(const std::wstring& ti
   if (path && path->empty()) path = initial;
   if (!path || !folderExists(*path)) return std::nullopt;
   return path;
+}
+
+void TerminalDesktop::mainWindowChanged() {
+  const std::wstring former = std::exchange(progress_, progressText(mainWindow()));
+  if (progress_ == former) return;
+  if (progress_.empty()) {
+    std::cerr << '\n';
+  } else {
+    // Blanks wipe out what a longer line left.
+    const std::wstring rest(std::max(former.size(), progress_.size()) - progress_.size(), L' ');
+    std::cerr << '\r' << toUtf8(progress_ + rest) << std::flush;
+  }
 }
 
 std::pair<int, int> TerminalDesktop::screenSize() { return {1920, 1080}; }

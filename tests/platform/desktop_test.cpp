@@ -76,6 +76,19 @@ TEST(TerminalDesktop, ChoosesFilesInTheFolderWithTheExtension) {
   EXPECT_EQ(TerminalDesktop().chooseFile(choice), std::nullopt);
 }
 
+TEST(TerminalDesktop, ShowsProgressInOneLine) {
+  std::ostringstream errors;
+  std::streambuf* const former = std::cerr.rdbuf(errors.rdbuf());
+  TerminalDesktop desktop;
+  desktop.setMainWindow({L"Title", true, true, L"Work", -2147483647, 2147483647, 0});
+  desktop.setMainWindow({L"Title", true, true, L"Work", 0, 200, 1});
+  desktop.setMainWindow({L"Other", true, true, L"Work", 0, 200, 0});
+  desktop.setMainWindow({L"Other", true, true, L"W", 0, 0, 99});
+  desktop.setMainWindow({L"Other", true, false, L"W", 0, 0, 99});
+  std::cerr.rdbuf(former);
+  EXPECT_EQ(errors.str(), "\rWork 50%\rWork 0% \rW 100% \n");
+}
+
 TEST(FileChoice, FinishesWhatAPersonTyped) {
   FileChoice choice;
   choice.folder = L"/nowhere/";

@@ -7,6 +7,7 @@
 #include <QProgressDialog>
 #include <QStatusBar>
 #include <algorithm>
+#include <climits>
 
 namespace platform {
 
@@ -16,9 +17,10 @@ constexpr int meterWidth = 240;
 
 // A meter without a span would be shown as busy without end.
 void setSpan(auto& meter, const Desktop::MainWindow& state) {
-  const int last = std::max(state.progressMaximum, state.progressMinimum + 1);
-  meter.setRange(state.progressMinimum, last);
-  meter.setValue(std::clamp(state.progress, state.progressMinimum, last));
+  const int first = std::min(state.progressMinimum, INT_MAX - 1);
+  const int last = std::max(state.progressMaximum, first + 1);
+  meter.setRange(first, last);
+  meter.setValue(std::clamp(state.progress, first, last));
 }
 
 }  // namespace
