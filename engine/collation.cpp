@@ -40,8 +40,8 @@ int compareWide(std::string_view a, std::string_view b) {
   const std::wstring left = fromUtf8(a), right = fromUtf8(b);
   const size_t shared = std::min(left.size(), right.size());
   for (size_t i = 0; i < shared; ++i) {
-    const auto l = static_cast<uint32_t>(lowerCharacter(left[i]));
-    const auto r = static_cast<uint32_t>(lowerCharacter(right[i]));
+    const auto l = static_cast<uint32_t>(foldCharacter(left[i]));
+    const auto r = static_cast<uint32_t>(foldCharacter(right[i]));
     if (l != r) return l < r ? -1 : 1;
   }
   return left.size() == right.size() ? 0 : left.size() < right.size() ? -1 : 1;
@@ -59,6 +59,12 @@ wchar_t upperCharacter(wchar_t c) {
   return mapCase(upperRuns, c);
 }
 
+wchar_t foldCharacter(wchar_t c) {
+  constexpr wchar_t dotlessI = 0x131;  // its capital is that of another letter
+  if (static_cast<uint32_t>(c) < 128) return asciiLower[static_cast<size_t>(c)];
+  return c == dotlessI ? c : lowerCharacter(upperCharacter(c));
+}
+
 int compareText(std::string_view a, std::string_view b) {
   const size_t shared = std::min(a.size(), b.size());
   for (size_t i = 0; i < shared; ++i) {
@@ -73,6 +79,6 @@ int compareText(std::string_view a, std::string_view b) {
 
 std::string foldText(std::string_view text) {
   std::wstring wide = fromUtf8(text);
-  std::transform(wide.begin(), wide.end(), wide.begin(), lowerCharacter);
+  std::transform(wide.begin(), wide.end(), wide.begin(), foldCharacter);
   return toUtf8(wide);
 }

@@ -10,6 +10,9 @@ int compareText(std::string_view a, std::string_view b);
 /// Simple case mappings, one character to one; a character without a mapping stays.
 wchar_t lowerCharacter(wchar_t c);
 wchar_t upperCharacter(wchar_t c);
+/// The same for all characters that are equal without regard to case, also for those that have several small
+/// forms, as the sigma has one for the end of a word.
+wchar_t foldCharacter(wchar_t c);
 
 /// Same name in the database's sense: equal without regard to case.
 inline bool sameText(std::string_view a, std::string_view b) { return compareText(a, b) == 0; }

@@ -118,13 +118,13 @@ Stored searchValue(const VARIANT& value, const jet::Column& column) {
   const bool whole = column.type == jet::Type::Byte || column.type == jet::Type::Integer ||
                      column.type == jet::Type::Long || column.type == jet::Type::Currency;
   if (whole) {
-    // Out of the type's range, or between two of its values, is simply not there.
+    // Out of the type's range, or between two of its values, is simply not there. An amount is meant by the
+    // real number that is nearest to it.
     const double scale = column.type == jet::Type::Currency ? 10'000 : 1;
-    const double number = converted(value, VT_R8, column).dblVal * scale;
-    if (std::isfinite(number) && number == std::nearbyint(number) && std::fabs(number) < 9e15) {
-      return Stored::of(static_cast<int64_t>(number));
-    }
-    return real(number, column);
+    const double number = converted(value, VT_R8, column).dblVal;
+    const double units = std::nearbyint(number * scale);
+    if (std::fabs(units) < 9e15 && units / scale == number) return Stored::of(static_cast<int64_t>(units));
+    return real(number * scale, column);
   }
   if (column.type == jet::Type::Single) {
     // A single that was stored from a double is found by that double.
