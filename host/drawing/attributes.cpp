@@ -45,10 +45,15 @@ Acad::ErrorStatus AcDbAttributeDefinition::setInvisible(bool on) {
 Acad::ErrorStatus AcDbAttributeDefinition::setConstant(bool on) {
   return assertWriteEnabled(), flags_ = with(flags_, constantFlag, on), Acad::eOk;
 }
-/// A definition shows its tag in the place where the attributes' texts will stand.
+/// A definition shows its tag in the place where the attributes' texts will stand; a constant one its text.
 bool AcDbAttributeDefinition::subWorldDraw(AcGiWorldDraw* draw) {
   if (isInvisible()) return true;
-  AcDbText shown(position(), tag_.c_str(), textStyle(), height(), rotation());
+  host::MemoryFiler filer(AcDb::kCopyFiler);
+  AcDbText::dwgOutFields(&filer);
+  filer.rewind();
+  AcDbText shown;
+  shown.dwgInFields(&filer);
+  if (!isConstant()) shown.setTextString(tag_.c_str());
   return shown.worldDraw(draw);
 }
 

@@ -41,19 +41,20 @@ void drawBand(AcGiWorldDraw& draw, const std::vector<Segment>& path, size_t inde
   const size_t count = path.size();
   const Segment& segment = path[index];
   const AcGeVector3d first = leftOf(segment, 0), last = leftOf(segment, 1);
-  const bool joinsBefore = index > 0 || closed, joinsBehind = index + 1 < count || closed;
+  // Bands of different widths end square.
+  const Segment &before = path[(index + count - 1) % count], &behind = path[(index + 1) % count];
+  const bool joinsBefore = (index > 0 || closed) && before.endWidth == segment.startWidth;
+  const bool joinsBehind = (index + 1 < count || closed) && behind.startWidth == segment.endWidth;
   const double sweep = 4 * std::atan(std::abs(segment.bulge));
   const int chords = std::max(1, static_cast<int>(std::ceil(sweep / chordAngle)));
   Band band;
-  band.add(segment.start, joinsBefore ? mitre(leftOf(path[(index + count - 1) % count], 1), first) : first,
-           segment.startWidth);
+  band.add(segment.start, joinsBefore ? mitre(leftOf(before, 1), first) : first, segment.startWidth);
   for (int k = 1; k < chords; ++k) {
     const double share = static_cast<double>(k) / chords;
     band.add(segment.at(share), leftOf(segment, share),
              segment.startWidth + (segment.endWidth - segment.startWidth) * share);
   }
-  band.add(segment.end, joinsBehind ? mitre(last, leftOf(path[(index + 1) % count], 0)) : last,
-           segment.endWidth);
+  band.add(segment.end, joinsBehind ? mitre(last, leftOf(behind, 0)) : last, segment.endWidth);
   draw.subEntityTraits().setFillType(kAcGiFillAlways);
   band.draw(draw);
   draw.subEntityTraits().setFillType(kAcGiFillNever);
