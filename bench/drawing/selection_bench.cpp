@@ -1,5 +1,5 @@
-// Selections over a million entities: the module's walks, called from LISP, beside the same walk in plain C++,
-// and crossing windows of the host.
+// Selections over a million entities: the module's walks, called from LISP, beside the same walk in plain
+// C++, and crossing windows of the host.
 #include <benchmark/benchmark.h>
 
 #include <memory>
@@ -89,7 +89,8 @@ void plainWalk(benchmark::State& state) {
 }
 
 BENCHMARK(plainWalk)->Unit(benchmark::kMillisecond);
-BENCHMARK_CAPTURE(callLisp, ssgetX_block_100000_hits, "(ssgetX-block \"VALVE\")")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(callLisp, ssgetX_block_100000_hits, "(ssgetX-block \"VALVE\")")
+    ->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(callLisp, ssgetX_block_no_hits, "(ssgetX-block \"NONE\")")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(callLisp, ssgetX_all_1000000_hits, "(ssgetX-all)")->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(callLisp, ssget_X_by_type_and_block, "(ssget \"X\" '((0 . \"INSERT\") (2 . \"Valve\")))")

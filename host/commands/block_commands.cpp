@@ -1,3 +1,5 @@
+#include "brx/db_attributes.h"
+#include "host/calls/variables.h"
 #include "host/commands/block_files.h"
 #include "host/commands/commands.h"
 #include "host/commands/drawing_edit.h"
@@ -50,6 +52,50 @@ Task<> askScale(CommandInput& input, Placing& placing, AcGePoint3d at) {
   if (z.given()) placing.scale.sz = z.real;
 }
 
+bool asksForAttributes() {
+  const auto value = getVariable(L"ATTREQ");
+  const int* const asks = value ? std::get_if<int>(&*value) : nullptr;
+  return !asks || *asks != 0;
+}
+
+/// The definitions of a block that each reference fills in.
+Entities variableDefinitions(AcDbObjectId block) {
+  Entities found;
+  AcDbObjectPointer<AcDbBlockTableRecord> record(block);
+  if (!record.object()) return found;
+  for (const AcDbObjectId& id : record->entityIds()) {
+    AcDbObjectPointer<AcDbAttributeDefinition> definition(id);
+    if (definition.object() && !definition->isConstant()) found.push_back(id);
+  }
+  return found;
+}
+
+void addAttribute(AcDbObjectId reference, AcDbObjectId definition, const std::wstring& text) {
+  AcDbObjectPointer<AcDbBlockReference> owner(reference, AcDb::kForWrite);
+  AcDbObjectPointer<AcDbAttributeDefinition> pattern(definition);
+  if (!owner.object() || !pattern.object()) return;
+  auto attribute = std::make_unique<AcDbAttribute>();
+  attribute->setPropertiesFrom(pattern);
+  attribute->setAttributeFromBlock(pattern, owner->blockTransform());
+  if (!text.empty()) attribute->setTextString(text.c_str());
+  if (owner->appendAttribute(attribute.get()) == Acad::eOk) attribute.release()->close();
+}
+
+/// Enter takes the definition's own text.
+Task<> fillInAttributes(CommandInput& input, AcDbObjectId reference, AcDbObjectId block) {
+  const bool asks = asksForAttributes();
+  for (const AcDbObjectId& id : variableDefinitions(block)) {
+    std::wstring prompt, text;
+    {
+      AcDbObjectPointer<AcDbAttributeDefinition> definition(id);
+      prompt = definition->prompt().empty() ? definition->tag() : definition->prompt();
+      prompt = L"\n" + prompt + L" <" + definition->textString() + L">: ";
+    }
+    if (asks) text = co_await input.text(prompt);
+    addAttribute(reference, id, text);
+  }
+}
+
 Task<> insert(CommandInput& input) {
   const std::wstring name = co_await input.text(L"\nEnter block name: ");
   std::wstring problem;
@@ -68,7 +114,12 @@ Task<> insert(CommandInput& input) {
   auto made = std::make_unique<AcDbBlockReference>(at, block);
   made->setScaleFactors(placing.scale);
   made->setRotation(placing.rotation);
-  addEntity(std::move(made));
+  const AcDbObjectId reference = addEntity(std::move(made));
+  if (reference.isNull()) {
+    input.say(L"\nThe block can't be inserted here.");
+    throw CommandFailed();
+  }
+  co_await fillInAttributes(input, reference, block);
 }
 
 AcDbObjectId newBlock(const std::wstring& name, const AcGePoint3d& origin) {

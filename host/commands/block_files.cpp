@@ -40,9 +40,18 @@ AcDbObjectId findOrLoadBlock(const std::wstring& text, std::wstring& problem) {
     if (const AcDbObjectId found = findBlock(name); !found.isNull()) return found;
   }
   const std::wstring file = findDrawing(source);
-  problem = file.empty() ? L"\"" + source + L".dwg\": Can't find file in search path."
-                         : L"\"" + file + L"\": can't be read as a block";
-  return {};
+  if (file.empty()) {
+    problem = L"\"" + source + L".dwg\": Can't find file in search path.";
+    return {};
+  }
+  AcDbDatabase drawing(false, false);
+  AcDbObjectId block;
+  const Acad::ErrorStatus read = drawing.readDwgFile(file.c_str());
+  if (read != Acad::eOk || acdbHostWorkingDatabase()->insert(block, name.c_str(), &drawing) != Acad::eOk) {
+    problem = L"\"" + file + L"\": can't be read as a block";
+    return {};
+  }
+  return block;
 }
 
 }  // namespace host

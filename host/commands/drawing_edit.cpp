@@ -29,18 +29,12 @@ void transformAll(const Entities& entities, const AcGeMatrix3d& matrix) {
 }
 
 Entities copyAll(const Entities& entities, AcDbObjectId block) {
-  Entities copies;
+  AcDbObjectIdArray originals, copies;
   for (const AcDbObjectId& id : entities) {
-    AcDbObjectPointer<AcDbEntity> original(id);
-    if (!original.object()) continue;
-    std::unique_ptr<AcRxObject> copy(original->clone());
-    if (!AcDbEntity::cast(copy.get())) continue;
-    original.close();
-    const AcDbObjectId made =
-        appendTo(block, std::unique_ptr<AcDbEntity>(static_cast<AcDbEntity*>(copy.release())));
-    if (!made.isNull()) copies.push_back(made);
+    if (id.isValid() && !id.isErased()) originals.append(id);
   }
-  return copies;
+  acdbHostWorkingDatabase()->deepCloneObjects(originals, block, copies);
+  return {copies.begin(), copies.end()};
 }
 
 }  // namespace host

@@ -47,12 +47,51 @@ Task<double> askHeight(CommandInput& input, AcGePoint3d base) {
   co_return height.given() ? height.real : lastHeight();
 }
 
+struct Justification {
+  const wchar_t* name;
+  AcDb::TextHorzMode horizontal;
+  AcDb::TextVertMode vertical;
+};
+constexpr Justification justifications[] = {
+    {L"Left", AcDb::kTextLeft, AcDb::kTextBase},    {L"Center", AcDb::kTextCenter, AcDb::kTextBase},
+    {L"Right", AcDb::kTextRight, AcDb::kTextBase},  {L"Middle", AcDb::kTextMid, AcDb::kTextBase},
+    {L"TL", AcDb::kTextLeft, AcDb::kTextTop},       {L"TC", AcDb::kTextCenter, AcDb::kTextTop},
+    {L"TR", AcDb::kTextRight, AcDb::kTextTop},      {L"ML", AcDb::kTextLeft, AcDb::kTextVertMid},
+    {L"MC", AcDb::kTextCenter, AcDb::kTextVertMid}, {L"MR", AcDb::kTextRight, AcDb::kTextVertMid},
+    {L"BL", AcDb::kTextLeft, AcDb::kTextBottom},    {L"BC", AcDb::kTextCenter, AcDb::kTextBottom},
+    {L"BR", AcDb::kTextRight, AcDb::kTextBottom},
+};
+const wchar_t* const justificationNames = L"Left Center Right Middle TL TC TR ML MC MR BL BC BR";
+
+const Justification& justificationNamed(const std::wstring& name) {
+  for (const Justification& each : justifications) {
+    if (name == each.name) return each;
+  }
+  return justifications[0];
+}
+
+/// Its name may stand where the start point is asked for, too.
+Task<Justification> askJustification(CommandInput& input) {
+  const Answer answer = co_await input.keyword(
+      L"\nEnter an option [Left/Center/Right/Middle/TL/TC/TR/ML/MC/MR/BL/BC/BR]: ", justificationNames);
+  co_return justificationNamed(answer.text);
+}
+
 Task<> text(CommandInput& input) {
   AcDbObjectId style = currentStyle();
+  Justification justification = justifications[0];
   Answer start;
   do {
-    start = co_await input.point(L"\nSpecify start point of text or [Style]: ", {}, L"Style", noNull);
-    if (start.status == RTKWORD) style = co_await askStyle(input, style);
+    start = co_await input.point(L"\nSpecify start point of text or [Justify/Style]: ", {},
+                                 std::wstring(L"Justify Style ") + justificationNames, noNull);
+    if (start.status != RTKWORD) continue;
+    if (start.text == L"Style") {
+      style = co_await askStyle(input, style);
+    } else if (start.text == L"Justify") {
+      justification = co_await askJustification(input);
+    } else {
+      justification = justificationNamed(start.text);
+    }
   } while (!start.given());
   double height = fixedHeight(style);
   if (height <= 0) height = co_await askHeight(input, start.point);
@@ -60,8 +99,13 @@ Task<> text(CommandInput& input) {
       co_await input.number(Wanted::orientation, L"\nSpecify rotation angle of text <0>: ", start.point);
   const std::wstring content = co_await input.text(L"\nEnter text: ");
   if (content.empty()) co_return;
-  addEntity(
-      std::make_unique<AcDbText>(start.point, content.c_str(), style, height, turn.given() ? turn.real : 0));
+  auto made =
+      std::make_unique<AcDbText>(start.point, content.c_str(), style, height, turn.given() ? turn.real : 0);
+  made->setHorizontalMode(justification.horizontal);
+  made->setVerticalMode(justification.vertical);
+  made->setAlignmentPoint(start.point);
+  made->adjustAlignment();
+  addEntity(std::move(made));
 }
 
 struct MTextLayout {

@@ -13,7 +13,8 @@
 (progn (command "PLINE" '(0 0) '(4 0) "A" '(4 2) "L" '(0 2) "C") (found '((0 . "LWPOLYLINE") (70 . 1) (90 . 4) (42 . 1.0))))   ;=> 1
 (progn (command "PLINE" '(0 0) "W" 0.5 "" '(4 0) '(4 4) "U" "") (found '((0 . "LWPOLYLINE") (90 . 2) (40 . 0.5) (41 . 0.5))))   ;=> 1
 (progn (command "TEXT" '(1 2) 2.5 90 "Two words") (found (list '(0 . "TEXT") '(1 . "Two words") '(40 . 2.5) (cons 50 (/ pi 2)))))   ;=> 1
-(getvar "TEXTSIZE")                                      ;=> 2.5
+(progn (command "TEXT" "J" "MC" '(7 7) 1 0 "Middle" "TEXT" "R" '(8 8) 1 0 "Right") (list (found '((72 . 1) (73 . 2) (11 7.0 7.0 0.0))) (found '((72 . 2) (73 . 0) (11 8.0 8.0 0.0)))))   ;=> (1 1)
+(getvar "TEXTSIZE")                                      ;=> 1.0
 (progn (command "MTEXT" '(0 0) "H" 3 "J" "MC" '(20 10) "First" "Second" "") (found '((0 . "MTEXT") (1 . "First`\\PSecond") (40 . 3.0) (41 . 20.0) (71 . 5))))   ;=> 1
 ; A command that was left open takes the next call's arguments.
 (command "LINE" '(100 0))
@@ -67,6 +68,18 @@
 (progn (setvar "CMDECHO" 1) (host-output) (command "INSERT" "no such block" '(0 0) 1 1 0) (host-output))
 ;=> "\nEnter block name: \n\"no such block.dwg\": Can't find file in search path."
 (setvar "CMDECHO" 0)
+; Blocks that are drawings of their own, by path and under another name
+(setq folder (getenv "ZARBO_SCRATCH"))
+(progn (host-new "Part.dwg") (setvar "CMDECHO" 0) (command "CIRCLE" '(0 0) 3 "SAVEAS" "" (strcat folder "/Part.dwg")) (command "_.LINE" '(0 0) '(9 9) "" "QSAVE") (host-activate "Drawing1.dwg"))
+(progn (command "INSERT" (strcat folder "/Part") '(300 0) 1 1 0) (list (found '((0 . "INSERT") (2 . "Part"))) (ssget "C" '(302.9 -0.1) '(303.1 0.1))) (sslength (ssget "C" '(302.9 -0.1) '(303.1 0.1))))   ;=> 1
+(progn (command "INSERT" (strcat "Other=" folder "/Part.dwg") '(310 0) 1 1 0) (found '((0 . "INSERT") (2 . "OTHER"))))   ;=> 1
+; Attributes are asked for, as ATTREQ says.
+(progn (entmake '((0 . "BLOCK") (2 . "Tag") (70 . 2) (10 0.0 0.0 0.0))) (entmake '((0 . "ATTDEF") (10 0.0 0.0 0.0) (40 . 1.0) (1 . "none") (3 . "Number?") (2 . "NO") (70 . 0))) (entmake '((0 . "ENDBLK"))))
+(defun attribute () (cdr (assoc 1 (entget (entnext (ssname (ssget "L") 0))))))
+(progn (command "INSERT" "Tag" '(400 0) 1 1 0 "A 42") (attribute))   ;=> "A 42"
+(progn (command "INSERT" "Tag" '(400 9) 1 1 0 "") (attribute))       ;=> "none"
+(progn (command "COPY" "L" "" '(0 0) '(0 9) "") (attribute))         ;=> "none"
+(progn (setvar "ATTREQ" 0) (command "INSERT" "Tag" '(400 20) 1 1 0) (getvar "CMDACTIVE"))   ;=> 0
 ; Layers
 (command "-LAYER" "N" "A-WALL,A-DOOR" "C" "red" "A-*" "M" "M-DUCT" "C" 5 "" "LT" "Continuous" "" "")
 (getvar "CLAYER")                                        ;=> "M-DUCT"
