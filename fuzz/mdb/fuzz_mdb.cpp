@@ -11,6 +11,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <random>
 
 #include "engine/mdb/jet_schema.h"
 #include "engine/mdb/jet_table.h"
@@ -71,13 +72,19 @@ void readInProcessOfItsOwn(const std::vector<uint8_t>& content) {
 std::vector<uint8_t> damaged(const uint8_t* data, size_t size) {
   static const std::vector<uint8_t> sample = sampleJetFile().finish();
   std::vector<uint8_t> content = sample;
+  uint32_t hash = 1;
+  for (size_t i = 0; i < size; ++i) hash = hash * 16777619 ^ data[i];
   for (; size >= 6; data += 6, size -= 6) {
-    size_t place = (data[0] | data[1] << 8 | data[2] << 16) % content.size();
+    size_t place = static_cast<size_t>(data[0] | data[1] << 8 | data[2] << 16) % content.size();
     uint8_t byte = data[4];
     for (int i = 0; i <= data[3] && place < content.size();
          ++i, ++place, byte = static_cast<uint8_t>(byte + data[5]))
       content[place] = byte;
   }
+  // Each input brings some more of its own: the file is large, and inputs begin small.
+  std::minstd_rand random(hash);
+  for (auto count = random() % 30; count > 0; --count)
+    content[random() % content.size()] = static_cast<uint8_t>(random());
   return content;
 }
 

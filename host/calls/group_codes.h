@@ -33,14 +33,15 @@ constexpr GroupKind kindByRange(int code) {
   return GroupKind::int16;
 }
 
+/// Of the codes from 0 on. At this level, since a table inside the function is built anew at each call.
+inline constexpr auto kindsByCode = [] {
+  std::array<GroupKind, 1072> made{};
+  for (size_t each = 0; each < made.size(); ++each) made[each] = kindByRange(static_cast<int>(each));
+  return made;
+}();
+
 constexpr GroupKind groupKind(int code) {
-  constexpr int count = 1072;
-  constexpr auto kinds = [] {
-    std::array<GroupKind, count> made{};
-    for (int each = 0; each < count; ++each) made[static_cast<size_t>(each)] = kindByRange(each);
-    return made;
-  }();
-  if (code >= 0 && code < count) return kinds[static_cast<size_t>(code)];
+  if (code >= 0 && code < static_cast<int>(kindsByCode.size())) return kindsByCode[static_cast<size_t>(code)];
   // Filters and entity lists of LISP: operators are texts, names stand for objects.
   if (code == -4) return GroupKind::text;
   return code == -1 || code == -2 || code == -5 ? GroupKind::handle : GroupKind::int16;
