@@ -4,6 +4,7 @@
 #include <array>
 
 #include "engine/errors.h"
+#include "engine/jet_sql/printer.h"
 
 namespace {
 
@@ -494,20 +495,11 @@ std::vector<std::string> sameSources(const jet::Table& table) {
   return sources;
 }
 
-// SQL that brings a value from one type's storage to another's; a text that is no number becomes null.
-std::string conversion(const std::string& source, jet::Type from, jet::Type to) {
-  const std::string_view fromStorage = rowOf(from).storage, toStorage = rowOf(to).storage;
-  std::string value = source;
-  if (from == jet::Type::Currency) value = "(" + source + " / 10000.0)";
-  if (toStorage == "REAL") return "CAST(" + value + " AS REAL)";
-  if (to == jet::Type::Currency) return from == to ? source : "CAST(round(" + value + " * 10000) AS INTEGER)";
-  if (to == jet::Type::YesNo) return "CASE WHEN coalesce(" + value + ", 0) <> 0 THEN -1 ELSE 0 END";
-  if (toStorage == "INTEGER") {
-    return fromStorage == "INTEGER" && from != jet::Type::Currency ? source
-                                                                   : "CAST(round(" + value + ") AS INTEGER)";
-  }
-  if (toStorage.starts_with("TEXT")) return "CAST(" + value + " AS TEXT)";
-  return "CAST(" + value + " AS BLOB)";
+// SQL that gives a column's values as another column stores them; fails where a value doesn't fit there.
+std::string conversion(const jet::Column& from, const jet::Column& to, const std::string& table) {
+  jet::Printer printer;
+  printer.storedText(quoted(from.name), from.type, to, table, -1);
+  return printer.take();
 }
 
 }  // namespace
@@ -561,7 +553,7 @@ jet::Catalog::Refusal DatabaseCatalog::alterColumn(std::string_view name, const 
     shape.columns[at] = column;
     shape.columns[at].name = old.columns[at].name;
     std::vector<std::string> sources = sameSources(old);
-    sources[at] = conversion(sources[at], old.columns[at].type, column.type);
+    sources[at] = conversion(old.columns[at], shape.columns[at], old.name);
     rebuild(old, shape, sources);
   });
 }

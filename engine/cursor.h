@@ -76,6 +76,7 @@ class Cursor {
   std::string notNullTerms() const;
   std::string selection(const std::string& condition, bool forward) const;
   std::vector<Assignment> assignments(const VARIANT& fields) const;
+  std::optional<COleVariant> evaluated(std::string_view expression) const;
   void applyDefaults(std::vector<Assignment>& values) const;
   void requireKeyValues(const std::vector<Assignment>& values) const;
   COleSafeArray recordOf(const RowBatch& rows, size_t at) const;

@@ -2,11 +2,13 @@
 #include <charconv>
 
 #include "engine/cursor.h"
+#include "engine/jet_sql/jet_sql.h"
+#include "engine/row_set.h"
 #include "platform/text/utf.h"
 
 namespace {
 
-/// A default that is a plain value; anything else is left to the caller's evaluation.
+/// A default that is a plain value.
 std::optional<COleVariant> literalDefault(std::string_view text) {
   while (!text.empty() && (text.front() == ' ' || text.front() == '=')) text.remove_prefix(1);
   while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
@@ -51,6 +53,19 @@ std::vector<Cursor::Assignment> Cursor::assignments(const VARIANT& fields) const
   return result;
 }
 
+// The value of a default that is an expression, such as Date(); nothing when it can't be worked out.
+std::optional<COleVariant> Cursor::evaluated(std::string_view expression) const {
+  while (expression.starts_with('=') || expression.starts_with(' ')) expression.remove_prefix(1);
+  RowSet rows;
+  if (jet::execute(database_.handle(), catalog_, "SELECT " + std::string(expression), {}, &rows).error)
+    return std::nullopt;
+  const COleSafeArray array = rows.take();
+  constexpr ULONG valuePlace = 2;  // behind the mark of the record and the name
+  const VariantElements elements(array);
+  if (elements.size() <= valuePlace) return std::nullopt;
+  return COleVariant(elements[valuePlace]);
+}
+
 void Cursor::applyDefaults(std::vector<Assignment>& values) const {
   for (size_t i = 0; i < table_.columns.size(); ++i) {
     const jet::Column& column = table_.columns[i];
@@ -58,6 +73,7 @@ void Cursor::applyDefaults(std::vector<Assignment>& values) const {
     if (std::any_of(values.begin(), values.end(), [&](auto& each) { return each.column == i; })) continue;
     std::optional<COleVariant> value;
     if (!column.defaultValue.empty()) value = literalDefault(column.defaultValue);
+    if (!value && !column.defaultValue.empty()) value = evaluated(column.defaultValue);
     const COleVariant nothing = COleVariant::null();
     values.push_back({i, storedValue(value ? *value : nothing, column)});
   }

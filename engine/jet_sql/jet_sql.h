@@ -10,7 +10,7 @@
 #include "engine/jet_sql/catalog.h"
 
 /// The Jet SQL dialect over SQLite: statements are parsed, resolved against a catalog and printed as
-/// SQLite statements that give Jet's answers. See docs/sql.md for the dialect.
+/// SQLite statements that give Jet's answers. See docs/database.md for the dialect.
 namespace jet {
 
 /// Makes the dialect's functions and the collation JET known to a connection. Once for each connection,

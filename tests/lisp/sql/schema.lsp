@@ -34,6 +34,20 @@
 (zb_modify_table "Ducts" '(("dDepth" . "double") ("nope" . "drop")))                 ;=> nil
 (zb_table "Ducts" "ixDuct")
 (length (zb_top))                                    ;=> 4
+; A new type converts the values, or changes nothing when one doesn't fit; defaults may be expressions.
+(zb_create_table "Kinds" '(("sCode" . "text(10)") ("dtMade" . "date default Date()") ("iTwice" . "long default 2 * 21")))   ;=> "Kinds"
+(zb_command "INSERT INTO Kinds (sCode) VALUES ('12')")   ;=> 1
+(zb_table "Kinds")
+(cdr (assoc "iTwice" (zb_append '(("sCode" . "7")))))   ;=> 42
+(zb_sql "SELECT Count(*) AS n FROM Kinds WHERE dtMade = Date() AND iTwice = 42")   ;=> ((("n" . 2)))
+(zb_modify_table "Kinds" '(("sCode" . "long")))      ;=> "Kinds"
+(zb_sql "SELECT Sum(sCode) AS n FROM Kinds")         ;=> ((("n" . 19.0)))
+(zb_modify_table "Kinds" '(("sCode" . "text(10)")))  ;=> "Kinds"
+(zb_command "UPDATE Kinds SET sCode = 'word' WHERE sCode = '7'")   ;=> 1
+(zb_modify_table "Kinds" '(("iTwice" . "double") ("sCode" . "long")))   ;=> nil
+(substr (zb_lastError) 1 6)                          ;=> "(3464)"
+(zb_sql "SELECT sCode, iTwice FROM Kinds ORDER BY sCode")   ;=> ((("sCode" . "12") ("iTwice" . 42)) (("sCode" . "word") ("iTwice" . 42)))
+(zb_delete_table "Kinds")                            ;=> nil
 (zb_create_index "Ducts" "dBreadth" nil nil)         ;=> T
 (zb_create_index "Ducts" "dBreadth")                 ;=> ; error: ADS request error
 (zb_rename_table "Ducts" "DUCT")                     ;=> "DUCT"
@@ -49,6 +63,25 @@
 (zb_relationDelete "Fittings" "ofDuct")              ;=> T
 (zb_relationExists "ofDuct")                         ;=> nil
 (zb_command "DELETE FROM DUCT")                      ;=> 1
+; Cascades carry changes and deletions to the many side, at any depth, in one statement.
+(zb_sql "CREATE TABLE Runs (ixRun LONG CONSTRAINT pk PRIMARY KEY, sName TEXT(9))")   ;=> nil
+(zb_sql "CREATE TABLE Pieces (ixPiece LONG CONSTRAINT pk PRIMARY KEY, ixRun LONG, CONSTRAINT ofRun FOREIGN KEY (ixRun) REFERENCES Runs ON UPDATE CASCADE ON DELETE CASCADE)")   ;=> nil
+(zb_sql "CREATE TABLE Bolts (ixPiece LONG, CONSTRAINT ofPiece FOREIGN KEY (ixPiece) REFERENCES Pieces ON DELETE SET NULL)")   ;=> nil
+(zb_command "INSERT INTO Runs VALUES (1, 'a')")      ;=> 1
+(zb_command "INSERT INTO Pieces VALUES (10, 1)")     ;=> 1
+(zb_command "INSERT INTO Bolts VALUES (10)")         ;=> 1
+(zb_command "UPDATE Runs SET ixRun = 2")             ;=> 1
+(zb_sql "SELECT ixRun FROM Pieces")                  ;=> ((("ixRun" . 2)))
+(zb_command "UPDATE Pieces SET ixPiece = 11")        ;=> nil
+(substr (zb_lastError) 1 6)                          ;=> "(3200)"
+(zb_table "Runs" "pk")
+(zb_seek 2)                                          ;=> (("ixRun" . 2) ("sName" . "a"))
+(zb_delete)                                          ;=> T
+(zb_sql "SELECT (SELECT Count(*) FROM Pieces) AS p, ixPiece FROM Bolts")   ;=> ((("p" . 0) ("ixPiece")))
+(zb_sql "DROP TABLE Runs")                           ;=> nil
+(zb_command "DROP TABLE Bolts")                      ;=> 0
+(zb_command "DROP TABLE Pieces")                     ;=> 0
+(zb_command "DROP TABLE Runs")                       ;=> 0
 ; Dropping tells nothing, but for the failure.
 (zb_delete_table "Copy")                             ;=> nil
 (zb_list_tables)                                     ;=> ("DUCT" "Fittings")
