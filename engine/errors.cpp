@@ -121,6 +121,11 @@ jet::Error errorOfSqlite(sqlite3* database, int code, Access access) {
   for (const int wanted : {extended, code & 0xFF}) {
     for (const Meaning& meaning : meanings) {
       if (meaning.code != wanted) continue;
+      // SQLite names the field at the end of its text, behind the table.
+      if (meaning.number == jet::valueRequired) {
+        const std::string_view text = message;
+        return engineError(meaning.number, text.substr(text.rfind('.') + 1));
+      }
       const bool aboutFile = meaning.number == noRight || meaning.number == notADatabase;
       return engineError(meaning.number, aboutFile && file ? file : message);
     }

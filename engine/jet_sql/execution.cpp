@@ -227,7 +227,7 @@ void Execution::addLeftOut(const Table& table, std::vector<const Column*>& colum
                            std::vector<std::string>& values) {
   for (const Column& column : table.columns) {
     if (std::find(columns.begin(), columns.end(), &column) != columns.end() || column.counter) continue;
-    if (column.defaultValue.empty() && !column.required) continue;
+    if (column.defaultValue.empty() && !column.required && column.type != Type::YesNo) continue;
     columns.push_back(&column);
     if (!column.defaultValue.empty()) {
       values.push_back(defaultSql(column, table));

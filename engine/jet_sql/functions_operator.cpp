@@ -153,6 +153,7 @@ void store(Call& call) {
   const auto type = static_cast<Type>(call.whole(1));
   const int64_t flags = call.whole(4);
   if (call.isNull(0)) {
+    if (type == Type::YesNo) return call.giveTruth(false);  // it knows no null
     if (flags & 1) Call::fail(valueRequired, ("The field '" + call.text(5) + "' needs a value").c_str());
     return call.null();
   }

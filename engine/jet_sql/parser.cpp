@@ -114,6 +114,8 @@ bool Parser::atEnd() const {
 }
 
 void Parser::expectEnd() {
+  // Whose rights a stored query runs with: there are none here.
+  if (isWord("WITH") && isWord("OWNERACCESS", 1) && isWord("OPTION", 2)) at_ += 3;
   if (!atEnd()) fail(trailingText);
 }
 
