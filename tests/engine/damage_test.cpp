@@ -196,4 +196,38 @@ TEST_F(DamageTest, CostsTheRowsOnDamagedPagesAndNoOthers) {
   }
 }
 
+// Not all of a large file is looked at when it is opened.
+TEST_F(DamageTest, OfALargeFileIsRepairedWhenItIsMet) {
+  constexpr int largeRows = 20000;
+  const std::string other = folder.file("o.kv");
+  { const TestEngine engine = TestEngine::fresh(path, L"T", {{L"id", L"counter"}, {L"m", L"memo"}}); }
+  sqlite3* database;
+  sqlite3_open(path.c_str(), &database);
+  sqlite3_exec(database,
+               "BEGIN; WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 20000) "
+               "INSERT INTO T SELECT i, printf('%.*c', 3500, 'x') FROM n; COMMIT",
+               nullptr, nullptr, nullptr);
+  sqlite3_close(database);
+  std::string file = contentOf(path);
+  ASSERT_GT(file.size(), size_t{64} << 20);
+  for (const size_t page : pagesOfKind(file, {5})) file.replace(page * pageSize, pageSize, pageSize, 'x');
+  writeFile(path, file);
+  writeFile(other, file);
+
+  TestEngine engine;
+  ASSERT_EQ(engine.connect(path), L"OK");
+  ASSERT_EQ(engine.table(L"T"), 0);
+  EXPECT_EQ(engine.top(), 3343);
+  EXPECT_EQ(engine.connect(path), L"*REPAIR*") << "what was met is remembered";
+  for (const std::string& each : {path, other}) {
+    ASSERT_EQ(engine.compact(each, repaired), 0);
+    ASSERT_EQ(engine.connect(repaired), L"OK");
+    ASSERT_EQ(engine.table(L"T"), 0);
+    EXPECT_EQ(engine.count(), largeRows);
+    VARIANT_BOOL ok;
+    engine->CloseDatabase(&ok);
+    std::filesystem::remove(repaired);
+  }
+}
+
 }  // namespace
