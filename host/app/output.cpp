@@ -1,5 +1,7 @@
 #include "host/app/output.h"
 
+#include <algorithm>
+
 #include "host/documents/documents.h"
 #include "host/view/picture.h"
 #include "host/view/recorder.h"
@@ -8,7 +10,12 @@
 namespace host {
 namespace {
 
-bool isDrawing(const std::string& file) { return file.ends_with(".dxf") || file.ends_with(".dwg"); }
+bool isDrawing(const std::string& file) {
+  std::string ending = file.substr(file.size() - std::min<size_t>(file.size(), 4));
+  for (char& letter : ending)
+    letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
+  return ending == ".dxf" || ending == ".dwg";
+}
 
 view::PictureSettings settingsOf(const PictureOptions& options) {
   view::PictureSettings settings;

@@ -11,6 +11,8 @@ host::TextFrame frameOf(const AcDbMText& text) {
 }
 
 host::text::Layout layOut(const AcDbMText& text, bool exactSpacing) {
+  // Files may hold any height.
+  if (!(text.textHeight() > 0)) return {};
   host::text::LayoutSettings settings;
   settings.base = host::formatOf(text.textStyle());
   settings.base.height = text.textHeight();

@@ -21,7 +21,8 @@ holds() { # FILE BYTES: the file begins so
 run --output "$work/a.png" --size 320x200 --view iso --ground dark; status=$?; expect 0 png
 [ "$(od -An -tu4 --endian=big -j16 -N8 "$work/a.png" | tr -s ' ')" = " 320 200" ] || { echo "a.png: wrong size"; failed=1; }
 run --output "$work/a.svg" --zoom 0,0,10,10; status=$?; expect 0 svg; holds "$work/a.svg" "<?xml"
-run --output "$work/a.pdf"; status=$?; expect 0 pdf; holds "$work/a.pdf" "%PDF"
+run --output "$work/a.PDF"; status=$?; expect 0 pdf; holds "$work/a.PDF" "%PDF"
+run --output "$work/a.DXF"; status=$?; expect 0 dxf; [ -s "$work/a.DXF" ] || { echo "a.DXF: not written"; failed=1; }
 
 for bad in "--output $work/b.gif" "--output $work/none/b.png" "--output $work/b.png --size 0x5" \
   "--output $work/b.png --size 5" "--output $work/b.png --view top" "--output $work/b.png --zoom 1,0,0,1"; do
