@@ -98,7 +98,8 @@ void DxfOutFiler::endSection() {
   for (const resbuf* each = kept_; each && each->restype != 0 && !isSecond; each = each->rbnext) {
     if (isMark(*each)) {
       wanted = each->restype == 100 && section_ == each->resval.rstring;
-    } else if (wanted && !codes_.test(static_cast<size_t>(each->restype))) {
+    } else if (wanted && wireKind(each->restype) != WireKind::none &&
+               !codes_.test(static_cast<size_t>(each->restype))) {
       put(*each);
     }
   }
@@ -130,6 +131,7 @@ void DxfOutFiler::put(const resbuf& item) {
 
 void putGroup(const resbuf& item, DxfSink& sink) {
   const int code = item.restype;
+  if (wireKind(code) == WireKind::none) return;
   switch (groupKind(code)) {
     case GroupKind::text:
       return sink.text(code, item.resval.rstring ? item.resval.rstring : L"");

@@ -4,13 +4,17 @@
 #include <map>
 #include <memory>
 
+#include "brx/db_dictionary.h"
 #include "brx/db_proxy.h"
+#include "host/drawing/standard_drawing.h"
 #include "host/drawing/stubs.h"
 #include "host/drawing/subentities.h"
+#include "host/filing/block_cycles.h"
 #include "host/filing/handles.h"
 #include "host/filing/object_walk.h"
 #include "host/filing/snapshot_chunks.h"
 #include "host/filing/snapshot_filer.h"
+#include "host/filing/table_names.h"
 #include "host/rx/registry.h"
 #include "platform/files/whole_file.h"
 
@@ -170,6 +174,8 @@ class SnapshotLoader {
     for (ObjectEntry& each : objects_) readFields(each);
     for (ObjectEntry& each : objects_) link(each);
     readVariables(variables);
+    completeDrawing(drawing_);
+    breakBlockCycles(drawing_, report_);
     settleNextHandle(drawing_, static_cast<AcDbHandle>(seed));
   }
 
@@ -226,7 +232,8 @@ class SnapshotLoader {
     auto* object = entry.type->known ? static_cast<AcDbObject*>(entry.type->known->create()) : nullptr;
     if (!object) object = newProxy(entry);
     entry.id = addWithHandle(drawing_, object, {}, entry.handle);
-    if (entry.handle == root) drawing_.imp().namedObjects = entry.id;
+    if (entry.handle == root && object->isKindOf(AcDbDictionary::desc()))
+      drawing_.imp().namedObjects = entry.id;
   }
 
   static AcDbObject* newProxy(const ObjectEntry& entry) {
@@ -278,7 +285,8 @@ class SnapshotLoader {
     const AcDbStub& stub = *entry.id.stub();
     AcDbObject* const owner = stub.owner ? stub.owner->object : nullptr;
     if (AcDbSymbolTable* const table = AcDbSymbolTable::cast(owner)) {
-      if (const auto* const record = AcDbSymbolTableRecord::cast(stub.object)) {
+      const auto* const record = AcDbSymbolTableRecord::cast(stub.object);
+      if (record && isRecordOf(*table, *record)) {
         HostAccess::addRecord(*table, symbolKey(record->getName().c_str()), entry.id);
       }
     }
@@ -288,9 +296,17 @@ class SnapshotLoader {
     if (block && AcDbEntity::cast(stub.object)) HostAccess::addEntity(*block, entry.id);
   }
 
+  static bool isRecordOf(const AcDbSymbolTable& table, const AcDbSymbolTableRecord& record) {
+    for (const TableName& each : tableNames()) {
+      if (each.table() == table.isA()) return record.isKindOf(each.record());
+    }
+    return false;
+  }
+
   static void linkSubentity(const AcDbEntity& owner, AcDbObjectId id) {
     BrxSubentities* const list = subentitiesOf(owner);
-    if (!list) return;
+    // What may own others is never owned so, or erasing would have no end.
+    if (!list || subentitiesOf(*static_cast<AcDbEntity*>(id.stub()->object))) return;
     if (AcDbSequenceEnd::cast(id.stub()->object)) {
       list->end = id;
     } else {
