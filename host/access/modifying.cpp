@@ -11,12 +11,15 @@
 namespace host {
 namespace {
 
-/// Records that the host finds by their names.
-bool isNameFixed(const AcDbSymbolTableRecord& record) {
+/// Records that the host finds by their names keep them.
+void requireNameKept(const AcDbSymbolTableRecord& record, const ListGroups& groups) {
   const AcDbDatabase& drawing = *record.database();
   const auto* const block = AcDbBlockTableRecord::cast(&record);
   const AcDbObjectId id = record.objectId();
-  return (block && block->isLayout()) || id == drawing.byLayerLinetype() || id == drawing.byBlockLinetype();
+  const bool isFixed =
+      (block && block->isLayout()) || id == drawing.byLayerLinetype() || id == drawing.byBlockLinetype();
+  const std::wstring name = textGroup(groups, 2);
+  require(!isFixed || name.empty() || name == record.getName(), Errno::invalidTableName);
 }
 
 /// Records that are refused a name keep their old one, and the current layer can't be frozen.
@@ -45,17 +48,15 @@ void modifyObject(AcDbDatabase& drawing, const lisp::Value& list) {
   require(!id.isErased(), Errno::erased);
   requireSameType(*objectOf(id), groups);
   requireSuitable(typeNameOf(*objectOf(id)), groups, drawing);
+  const auto* const record = AcDbSymbolTableRecord::cast(objectOf(id));
+  if (record) requireNameKept(*record, groups);
   Undoable change(drawing);
   if (AcDbEntity::cast(objectOf(id))) provideLayer(drawing, groups);
-  if (const auto* const record = AcDbSymbolTableRecord::cast(objectOf(id)); record && isNameFixed(*record)) {
-    const std::wstring given = textGroup(groups, 2);
-    require(given.empty() || given == record->getName(), Errno::invalidTableName);
-  }
   AcDbObjectPointer<AcDbObject> object(id, AcDb::kForWrite);
   require(object.openStatus());
   ListReader reader(drawing, groups);
   fillObject(*object.object(), reader);
-  if (const auto* const record = AcDbSymbolTableRecord::cast(object.object())) requireTaken(*record, groups);
+  if (record) requireTaken(*record, groups);
   takeXdata(*object.object(), groups);
   change.keep();
 }
