@@ -17,8 +17,7 @@ using lisp::Value;
 Value regapp(const Call& call) {
   const auto* const table = AcDbRegAppTable::cast(objectOf(currentDrawing().regAppTableId()));
   if (table->has(call.text(0).c_str())) return {};
-  acdbRegApp(call.text(0).c_str());
-  return table->has(call.text(0).c_str()) ? call[0] : refuse(Errno::invalidTableName);
+  return acdbRegApp(call.text(0).c_str()) == RTNORM ? call[0] : refuse(Errno::invalidTableName);
 }
 
 /// Of a list of applications, with or without the -3 before it.

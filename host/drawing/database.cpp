@@ -201,15 +201,13 @@ Acad::ErrorStatus acdbGetAdsName(ads_name name, AcDbObjectId id) {
 }
 
 int acdbRegApp(const ACHAR* name) {
-  AcDbRegAppTable* table = nullptr;
   if (!workingDatabase || !name || !*name) return RTERROR;
-  if (workingDatabase->getRegAppTable(table, AcDb::kForWrite) != Acad::eOk) return RTERROR;
-  if (!table->has(name)) {
-    auto* const record = new AcDbRegAppTableRecord;
-    record->setName(name);
-    if (table->add(record) == Acad::eOk) record->close();
-  }
-  table->close();
+  AcDbObjectPointer<AcDbRegAppTable> table(workingDatabase->regAppTableId(), AcDb::kForWrite);
+  if (!table.object()) return RTERROR;
+  if (table->has(name)) return RTNORM;
+  auto record = std::make_unique<AcDbRegAppTableRecord>();
+  if (record->setName(name) != Acad::eOk || table->add(record.get()) != Acad::eOk) return RTERROR;
+  record.release()->close();
   return RTNORM;
 }
 
