@@ -81,6 +81,36 @@ Acad::ErrorStatus enterSubentities(AcDbEntity& owner) {
   return Acad::eOk;
 }
 
+Acad::ErrorStatus interleave(AcDbEntity& owner, const std::vector<AcDbEntity*>& followers) {
+  BrxSubentities& list = *subentitiesOf(owner);
+  if (!owner.database()) {
+    auto own = std::exchange(list.loose, {});
+    for (size_t i = 0; i < own.size(); ++i) {
+      list.loose.push_back(std::move(own[i]));
+      if (i < followers.size() && followers[i]) list.loose.emplace_back(followers[i]);
+    }
+    return Acad::eOk;
+  }
+  const std::vector<AcDbObjectId> own = std::exchange(list.ids, {});
+  size_t living = 0;
+  Acad::ErrorStatus status = Acad::eOk;
+  for (const AcDbObjectId& id : own) {
+    HostAccess::setPosition(id.stub(), list.ids.size());
+    list.ids.push_back(id);
+    if (id.isErased() || living >= followers.size()) continue;
+    AcDbEntity* const follower = followers[living++];
+    if (!follower) continue;
+    const Acad::ErrorStatus entered = enter(owner, follower, 0);
+    if (entered == Acad::eOk) {
+      follower->close();
+    } else {
+      delete follower;
+      status = entered;
+    }
+  }
+  return status;
+}
+
 AcDbObjectId sequenceEnd(AcDbEntity& owner) {
   BrxSubentities* const list = subentitiesOf(owner);
   if (!list || !owner.database()) return {};

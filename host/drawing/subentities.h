@@ -45,6 +45,18 @@ Acad::ErrorStatus changeSubentities(const BrxSubentities& list, Change change) {
   return Acad::eOk;
 }
 
+/// Puts each behind the subentity of the same index that isn't erased; null ones are left out.
+Acad::ErrorStatus interleave(AcDbEntity& owner, const std::vector<AcDbEntity*>& followers);
+/// Calls `make(T&, index)` with each, open for write, and puts what it answers behind it.
+template <class T, class Make>
+Acad::ErrorStatus insertSubentities(AcDbEntity& owner, Make make) {
+  BrxSubentities& list = *subentitiesOf(owner);
+  std::vector<AcDbEntity*> made;
+  const Acad::ErrorStatus status = changeSubentities<T>(
+      list, [&](T& each, int index) { made.push_back(make(each, static_cast<size_t>(index))); });
+  return status == Acad::eOk ? interleave(owner, made) : status;
+}
+
 /// Part of the filing of an owner: copies take their subentities along; in files and for undo they
 /// stand for themselves.
 void copySubentitiesOut(AcDbDwgFiler& filer, const BrxSubentities& list);
