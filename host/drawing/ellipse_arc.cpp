@@ -1,8 +1,7 @@
 #include "host/drawing/ellipse_arc.h"
 
-#include <array>
-
 #include "host/drawing/polynomial.h"
+#include "host/drawing/quadrature.h"
 
 namespace host {
 
@@ -91,39 +90,9 @@ double EllipseArc::closestParam(const AcGePoint3d& point, const AcGeVector3d* di
   return best + (start - seen.start);
 }
 
-namespace {
-
-/// Gauss and Legendre's rule of ten points on both halves, until they agree with the whole.
-double quadrature(const EllipseArc& arc, double from, double to, double whole, int depth);
-
-double rule(const EllipseArc& arc, double from, double to) {
-  static constexpr std::array<std::array<double, 2>, 5> nodes = {{{0.1488743389816312, 0.2955242247147529},
-                                                                  {0.4333953941292472, 0.2692667193099963},
-                                                                  {0.6794095682990244, 0.2190863625159820},
-                                                                  {0.8650633666889845, 0.1494513491505806},
-                                                                  {0.9739065285171717, 0.0666713443086881}}};
-  const double middle = (from + to) / 2, half = (to - from) / 2;
-  double sum = 0;
-  for (const auto& [place, weight] : nodes) {
-    sum += weight *
-           (arc.derivative(middle - half * place).length() + arc.derivative(middle + half * place).length());
-  }
-  return sum * half;
-}
-
-double quadrature(const EllipseArc& arc, double from, double to, double whole, int depth) {
-  const double middle = (from + to) / 2;
-  const double left = rule(arc, from, middle), right = rule(arc, middle, to);
-  if (depth <= 0 || std::abs(left + right - whole) <= 1e-14 * std::abs(whole)) return left + right;
-  return quadrature(arc, from, middle, left, depth - 1) + quadrature(arc, middle, to, right, depth - 1);
-}
-
-}  // namespace
-
 double EllipseArc::length(double from, double to) const {
   if (isCircular()) return (to - from) * u.length();
-  constexpr int deepest = 12;
-  return quadrature(*this, from, to, rule(*this, from, to), deepest);
+  return integral(from, to, [this](double t) { return derivative(t).length(); });
 }
 
 std::vector<double> EllipseArc::extremes(const AcGeVector3d& axis) const {

@@ -157,9 +157,8 @@ Acad::ErrorStatus AcDb2dPolyline::splineFit(AcDb::Poly2dType type, Adesk::Int16 
   const Acad::ErrorStatus status = straighten();
   if (status != Acad::eOk) return status;
   std::vector<AcGePoint3d> frame;
-  host::forEachSubentity<AcDb2dVertex>(vertices_, [&](const AcDb2dVertex& each) {
-    frame.push_back(each.position());
-  });
+  host::forEachSubentity<AcDb2dVertex>(vertices_,
+                                       [&](const AcDb2dVertex& each) { frame.push_back(each.position()); });
   const int degree = type == AcDb::k2dQuadSplinePoly ? 2 : 3;
   if (frame.size() < 3) return Acad::eDegenerateGeometry;
   const host::BSpline curve = host::uniformSpline(std::move(frame), degree, isClosed());

@@ -1,10 +1,12 @@
 #include "brx/db_attributes.h"
 #include "brx/db_block.h"
 #include "brx/db_dictionary.h"
+#include "brx/db_ellipse.h"
 #include "brx/db_faces.h"
 #include "brx/db_leader.h"
 #include "brx/db_polylines.h"
 #include "brx/db_proxy.h"
+#include "brx/db_spline.h"
 #include "brx/db_viewport.h"
 #include "host/drawing/stubs.h"
 
@@ -37,6 +39,8 @@ void registerAll() {
   add<AcDbAttributeDefinition>(L"AcDbAttributeDefinition", L"AcDbText", create<AcDbAttributeDefinition>,
                                L"ATTDEF");
   add<AcDbAttribute>(L"AcDbAttribute", L"AcDbText", create<AcDbAttribute>, L"ATTRIB");
+  add<AcDbEllipse>(L"AcDbEllipse", L"AcDbCurve", create<AcDbEllipse>, L"ELLIPSE");
+  add<AcDbSpline>(L"AcDbSpline", L"AcDbCurve", create<AcDbSpline>, L"SPLINE");
   add<AcDbLeader>(L"AcDbLeader", L"AcDbCurve", create<AcDbLeader>, L"LEADER");
   add<AcDbViewport>(L"AcDbViewport", L"AcDbEntity", create<AcDbViewport>, L"VIEWPORT");
   add<AcDbFace>(L"AcDbFace", L"AcDbEntity", create<AcDbFace>, L"3DFACE");
