@@ -9,7 +9,11 @@ class BRX_API AcDbEllipse : public AcDbCurve {
   AcDbEllipse() = default;
   AcDbEllipse(const AcGePoint3d& centre, const AcGeVector3d& normal, const AcGeVector3d& majorAxis,
               double radiusRatio, double startParam = 0, double endParam = 6.283185307179586477)
-      : centre_(centre), normal_(normal), major_(majorAxis), ratio_(radiusRatio), start_(startParam),
+      : centre_(centre),
+        normal_(normal),
+        major_(majorAxis),
+        ratio_(radiusRatio),
+        start_(startParam),
         end_(endParam) {}
   AcGePoint3d center() const { return centre_; }
   AcGeVector3d normal() const { return normal_; }

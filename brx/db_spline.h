@@ -14,6 +14,7 @@ class BRX_API AcDbSpline : public AcDbCurve {
   ACRX_DECLARE_MEMBERS(AcDbSpline)
   AcDbSpline();
   ~AcDbSpline() override;
+  const host::BSpline& curve() const { return *curve_; }
   int degree() const;
   int numControlPoints() const;
   int numFitPoints() const { return static_cast<int>(fitPoints_.size()); }
@@ -28,7 +29,6 @@ class BRX_API AcDbSpline : public AcDbCurve {
   BRX_ANSWERS_CURVE_QUERIES
   BRX_DRAWS_ITSELF
   BRX_SNAPS_ITSELF
-  const host::BSpline& curve() const { return *curve_; }
 
  private:
   friend struct HostAccess;

@@ -12,15 +12,11 @@ void AcDbEllipse::fields(Visitor& v, Self& o) {
 }
 HOST_FILING(AcDbEllipse, AcDbEntity, fields)
 
-namespace {
-
-host::EllipseArc arcOf(const AcDbEllipse& e) {
+host::EllipseArc host::arcOf(const AcDbEllipse& e) {
   const double start = host::wrapped(e.startParam());
   const double sweep = host::wrapped(e.endParam() - e.startParam());
   return {e.center(), e.majorAxis(), e.minorAxis(), start, start + (sweep > 1e-12 ? sweep : host::fullTurn)};
 }
-
-}  // namespace
 
 Acad::ErrorStatus AcDbEllipse::set(const AcGePoint3d& centre, const AcGeVector3d& normal,
                                    const AcGeVector3d& majorAxis, double radiusRatio, double startParam,
@@ -35,30 +31,30 @@ Acad::ErrorStatus AcDbEllipse::set(const AcGePoint3d& centre, const AcGeVector3d
   start_ = startParam, end_ = endParam;
   return Acad::eOk;
 }
-bool AcDbEllipse::isClosed() const { return arcOf(*this).isFull(); }
+bool AcDbEllipse::isClosed() const { return host::arcOf(*this).isFull(); }
 Acad::ErrorStatus AcDbEllipse::getStartParam(double& param) const {
-  return param = arcOf(*this).start, Acad::eOk;
+  return param = host::arcOf(*this).start, Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getEndParam(double& param) const {
-  return param = arcOf(*this).end, Acad::eOk;
+  return param = host::arcOf(*this).end, Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getPointAtParam(double param, AcGePoint3d& point) const {
-  return point = arcOf(*this).at(param), Acad::eOk;
+  return point = host::arcOf(*this).at(param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getParamAtPoint(const AcGePoint3d& point, double& param) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   param = arc.closestParam(point);
   return arc.at(param).distanceTo(point) <= 1e-6 * std::max(1.0, point.asVector().length())
              ? Acad::eOk
              : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbEllipse::getDistAtParam(double param, double& distance) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   return distance = arc.length(arc.start, param), Acad::eOk;
 }
 /// Newton's steps on the length, whose slope is the speed of the parameter.
 Acad::ErrorStatus AcDbEllipse::getParamAtDist(double distance, double& param) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   const double whole = arc.length(arc.start, arc.end);
   if (!(distance >= 0) || distance > whole * (1 + 1e-12)) return Acad::eInvalidInput;
   double low = arc.start, high = arc.end;
@@ -73,32 +69,32 @@ Acad::ErrorStatus AcDbEllipse::getParamAtDist(double distance, double& param) co
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getFirstDeriv(double param, AcGeVector3d& derivative) const {
-  return derivative = arcOf(*this).derivative(param), Acad::eOk;
+  return derivative = host::arcOf(*this).derivative(param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
                                                  bool extend) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   return closest = arc.at(arc.closestParam(given, nullptr, extend)), Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                                  AcGePoint3d& closest, bool extend) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   return closest = arc.at(arc.closestParam(given, &direction, extend)), Acad::eOk;
 }
 /// Of the ellipse, or of what the arc and its chord enclose.
 Acad::ErrorStatus AcDbEllipse::getArea(double& area) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   const double sweep = arc.end - arc.start, sector = sweep - (arc.isFull() ? 0 : std::sin(sweep));
   return area = major_.lengthSqrd() * ratio_ * sector / 2, Acad::eOk;
 }
 bool AcDbEllipse::subWorldDraw(AcGiWorldDraw* draw) {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   host::drawFlattened(*draw, arc.start, arc.end, 8, [&](double t) { return arc.at(t); });
   return true;
 }
 /// Any affine map takes an ellipse to an ellipse.
 Acad::ErrorStatus AcDbEllipse::subTransformBy(const AcGeMatrix3d& matrix) {
-  const host::EllipseArc moved = arcOf(*this).transformed(matrix).alongAxes();
+  const host::EllipseArc moved = host::arcOf(*this).transformed(matrix).alongAxes();
   const double length = moved.u.length();
   if (!(moved.v.length() > 1e-12 * length)) return Acad::eDegenerateGeometry;
   assertWriteEnabled();
@@ -107,7 +103,7 @@ Acad::ErrorStatus AcDbEllipse::subTransformBy(const AcGeMatrix3d& matrix) {
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::subGetGeomExtents(AcDbExtents& extents) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   extents.addPoint(arc.at(arc.start)), extents.addPoint(arc.at(arc.end));
   for (const AcGeVector3d& axis : {AcGeVector3d{1, 0, 0}, AcGeVector3d{0, 1, 0}, AcGeVector3d{0, 0, 1}}) {
     for (const double t : arc.extremes(axis)) extents.addPoint(arc.at(t));
@@ -115,7 +111,7 @@ Acad::ErrorStatus AcDbEllipse::subGetGeomExtents(AcDbExtents& extents) const {
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::subGetStretchPoints(AcGePoint3dArray& points) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   points.append(centre_);
   if (!isClosed()) points.append(arc.at(arc.start)), points.append(arc.at(arc.end));
   return Acad::eOk;
@@ -123,7 +119,7 @@ Acad::ErrorStatus AcDbEllipse::subGetStretchPoints(AcGePoint3dArray& points) con
 Acad::ErrorStatus AcDbEllipse::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64, const AcGePoint3d& pick,
                                                  const AcGePoint3d& last, const AcGeMatrix3d&,
                                                  AcGePoint3dArray& points, AcDbIntArray&) const {
-  const host::EllipseArc arc = arcOf(*this);
+  const host::EllipseArc arc = host::arcOf(*this);
   switch (mode) {
     case AcDb::kOsModeCen:
       points.append(centre_);

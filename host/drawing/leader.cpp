@@ -17,14 +17,14 @@ void AcDbLeader::fields(Visitor& v, Self& o) {
 }
 HOST_FILING(AcDbLeader, AcDbEntity, fields)
 
-static host::Path pathOf(const AcDbLeader& leader) {
+host::Path host::pathOf(const AcDbLeader& leader) {
   host::Path path;
   for (int i = 0; i + 1 < leader.numVertices(); ++i) {
     path.add({leader.vertexAt(i), leader.vertexAt(i + 1), 0, leader.normal()});
   }
   return path;
 }
-HOST_FOLLOWS_PATH(AcDbLeader, pathOf)
+HOST_FOLLOWS_PATH(AcDbLeader)
 
 bool AcDbLeader::appendVertex(const AcGePoint3d& vertex) {
   AcGePoint3d placed = vertex;

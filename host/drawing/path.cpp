@@ -1,12 +1,8 @@
 #include "host/drawing/path.h"
 
-#include "host/drawing/ellipse_arc.h"
 #include "host/drawing/wide_path.h"
-
 namespace host {
-namespace {
 
-/// The arc of a segment with a bulge, from its start: parameters fall where it runs to the right.
 EllipseArc arcOf(const Segment& s) {
   // The centre lies across the chord's middle; the bulge is the tangent of a quarter of the sweep.
   const AcGeVector3d chord = s.end - s.start, left = s.normal.normal().crossProduct(chord);
@@ -15,8 +11,6 @@ EllipseArc arcOf(const Segment& s) {
   const AcGeVector3d side = s.normal.normal().crossProduct(from) * (s.bulge < 0 ? -1 : 1);
   return {centre, from, side, 0, 4 * std::atan(std::abs(s.bulge))};
 }
-
-}  // namespace
 
 double Segment::length() const {
   if (bulge == 0) return start.distanceTo(end);

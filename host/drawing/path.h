@@ -4,6 +4,11 @@
 #include <vector>
 
 #include "brx/db_curves.h"
+#include "host/drawing/ellipse_arc.h"
+
+class AcDb2dPolyline;
+class AcDb3dPolyline;
+class AcDbLeader;
 
 namespace host {
 
@@ -25,6 +30,10 @@ struct Segment {
   /// The line or arc. Arcs run to the left: `reversed` tells that this is against the segment.
   std::unique_ptr<AcDbCurve> curve(bool& reversed) const;
 };
+
+/// The arc of a segment with a bulge, from its start; its normal is turned over where it runs to the
+/// right.
+EllipseArc arcOf(const Segment& segment);
 
 /// What polylines and leaders are made of; the parameter counts segments.
 class Path {
@@ -57,45 +66,50 @@ class Path {
   bool closed_;
 };
 
+Path pathOf(const AcDbPolyline& line);
+Path pathOf(const AcDb2dPolyline& line);
+Path pathOf(const AcDb3dPolyline& line);
+Path pathOf(const AcDbLeader& leader);
+
 }  // namespace host
 
-/// Defines the curve queries, drawing, extents and explosion of `Class` by its member-like function
-/// `PathOf`, which makes its path.
-#define HOST_FOLLOWS_PATH(Class, PathOf)                                                                  \
+/// Defines the curve queries, drawing, extents and explosion of `Class` by its
+/// path.
+#define HOST_FOLLOWS_PATH(Class)                                                                          \
   Acad::ErrorStatus Class::getEndParam(double& param) const {                                             \
-    return param = PathOf(*this).endParam(), Acad::eOk;                                                   \
+    return param = host::pathOf(*this).endParam(), Acad::eOk;                                             \
   }                                                                                                       \
   Acad::ErrorStatus Class::getPointAtParam(double param, AcGePoint3d& point) const {                      \
-    return PathOf(*this).pointAt(param, point);                                                           \
+    return host::pathOf(*this).pointAt(param, point);                                                     \
   }                                                                                                       \
   Acad::ErrorStatus Class::getParamAtPoint(const AcGePoint3d& point, double& param) const {               \
-    return PathOf(*this).paramOf(point, param);                                                           \
+    return host::pathOf(*this).paramOf(point, param);                                                     \
   }                                                                                                       \
   Acad::ErrorStatus Class::getDistAtParam(double param, double& distance) const {                         \
-    return PathOf(*this).distanceAt(param, distance);                                                     \
+    return host::pathOf(*this).distanceAt(param, distance);                                               \
   }                                                                                                       \
   Acad::ErrorStatus Class::getParamAtDist(double distance, double& param) const {                         \
-    return PathOf(*this).paramAtDistance(distance, param);                                                \
+    return host::pathOf(*this).paramAtDistance(distance, param);                                          \
   }                                                                                                       \
   Acad::ErrorStatus Class::getFirstDeriv(double param, AcGeVector3d& derivative) const {                  \
-    return PathOf(*this).derivativeAt(param, derivative);                                                 \
+    return host::pathOf(*this).derivativeAt(param, derivative);                                           \
   }                                                                                                       \
   Acad::ErrorStatus Class::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest, bool extend) \
       const {                                                                                             \
-    return PathOf(*this).closest(given, nullptr, extend, closest);                                        \
+    return host::pathOf(*this).closest(given, nullptr, extend, closest);                                  \
   }                                                                                                       \
   Acad::ErrorStatus Class::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,     \
                                              AcGePoint3d& closest, bool extend) const {                   \
-    return PathOf(*this).closest(given, &direction, extend, closest);                                     \
+    return host::pathOf(*this).closest(given, &direction, extend, closest);                               \
   }                                                                                                       \
   Acad::ErrorStatus Class::subGetGeomExtents(AcDbExtents& extents) const {                                \
-    return PathOf(*this).addTo(extents);                                                                  \
+    return host::pathOf(*this).addTo(extents);                                                            \
   }                                                                                                       \
   Acad::ErrorStatus Class::subExplode(AcDbVoidPtrArray& entities) const {                                 \
-    return PathOf(*this).explode(*this, entities);                                                        \
+    return host::pathOf(*this).explode(*this, entities);                                                  \
   }                                                                                                       \
   Acad::ErrorStatus Class::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64, const AcGePoint3d& pick, \
                                              const AcGePoint3d& last, const AcGeMatrix3d& view,           \
                                              AcGePoint3dArray& points, AcDbIntArray&) const {             \
-    return PathOf(*this).osnap(mode, pick, last, view, points);                                           \
+    return host::pathOf(*this).osnap(mode, pick, last, view, points);                                     \
   }

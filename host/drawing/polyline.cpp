@@ -3,7 +3,7 @@
 
 ACRX_DEFINE_MEMBERS(AcDbPolyline)
 
-static host::Path pathOf(const AcDbPolyline& line) {
+host::Path host::pathOf(const AcDbPolyline& line) {
   const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(line.normal());
   const auto& vertices = line.vertices();
   const auto place = [&](size_t index) {
@@ -19,7 +19,7 @@ static host::Path pathOf(const AcDbPolyline& line) {
   return path;
 }
 
-HOST_FOLLOWS_PATH(AcDbPolyline, pathOf)
+HOST_FOLLOWS_PATH(AcDbPolyline)
 
 Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned index, const AcGePoint2d& point, double bulge,
                                             double startWidth, double endWidth) {
@@ -40,7 +40,7 @@ Acad::ErrorStatus AcDbPolyline::getBulgeAt(unsigned index, double& bulge) const 
   return bulge = vertices_[index].bulge, Acad::eOk;
 }
 void AcDbPolyline::setClosed(bool closed) { assertWriteEnabled(), closed_ = closed; }
-bool AcDbPolyline::subWorldDraw(AcGiWorldDraw* draw) { return pathOf(*this).draw(*draw), true; }
+bool AcDbPolyline::subWorldDraw(AcGiWorldDraw* draw) { return host::pathOf(*this).draw(*draw), true; }
 Acad::ErrorStatus AcDbPolyline::subGetStretchPoints(AcGePoint3dArray& points) const {
   for (unsigned i = 0; i < numVerts(); ++i) {
     AcGePoint3d point;

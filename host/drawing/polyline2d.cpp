@@ -98,9 +98,7 @@ Acad::ErrorStatus AcDb2dPolyline::appendVertex(AcDbObjectId& id, AcDb2dVertex* v
   return status;
 }
 
-namespace {
-
-host::Path pathOf(const AcDb2dPolyline& line) {
+host::Path host::pathOf(const AcDb2dPolyline& line) {
   const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(line.normal());
   host::Path path(line.isClosed());
   host::Segment segment;
@@ -121,11 +119,9 @@ host::Path pathOf(const AcDb2dPolyline& line) {
   return path;
 }
 
-}  // namespace
+HOST_FOLLOWS_PATH(AcDb2dPolyline)
 
-HOST_FOLLOWS_PATH(AcDb2dPolyline, pathOf)
-
-bool AcDb2dPolyline::subWorldDraw(AcGiWorldDraw* draw) { return pathOf(*this).draw(*draw), true; }
+bool AcDb2dPolyline::subWorldDraw(AcGiWorldDraw* draw) { return host::pathOf(*this).draw(*draw), true; }
 
 Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
   if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;

@@ -52,9 +52,7 @@ Acad::ErrorStatus AcDb3dPolyline::appendVertex(AcDbObjectId& id, AcDb3dPolylineV
   return status;
 }
 
-namespace {
-
-host::Path pathOf(const AcDb3dPolyline& line) {
+host::Path host::pathOf(const AcDb3dPolyline& line) {
   AcGePoint3dArray points;
   host::forEachSubentity<AcDb3dPolylineVertex>(*host::subentitiesOf(line),
                                                [&](const AcDb3dPolylineVertex& vertex) {
@@ -66,11 +64,9 @@ host::Path pathOf(const AcDb3dPolyline& line) {
   return path;
 }
 
-}  // namespace
+HOST_FOLLOWS_PATH(AcDb3dPolyline)
 
-HOST_FOLLOWS_PATH(AcDb3dPolyline, pathOf)
-
-bool AcDb3dPolyline::subWorldDraw(AcGiWorldDraw* draw) { return pathOf(*this).draw(*draw), true; }
+bool AcDb3dPolyline::subWorldDraw(AcGiWorldDraw* draw) { return host::pathOf(*this).draw(*draw), true; }
 Acad::ErrorStatus AcDb3dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
   assertWriteEnabled();
   return host::changeSubentities<AcDb3dPolylineVertex>(

@@ -15,7 +15,8 @@ double tenPointRule(double from, double to, Function f) {
                                                            {0.9739065285171717, 0.0666713443086881}}};
   const double middle = (from + to) / 2, half = (to - from) / 2;
   double sum = 0;
-  for (const auto& [place, weight] : nodes) sum += weight * (f(middle - half * place) + f(middle + half * place));
+  for (const auto& [place, weight] : nodes)
+    sum += weight * (f(middle - half * place) + f(middle + half * place));
   return sum * half;
 }
 

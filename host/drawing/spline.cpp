@@ -111,7 +111,8 @@ double closestParam(const host::BSpline& curve, const AcGePoint3d& given, const 
   if (!curve_->isValid()) return Acad::eDegenerateGeometry
 
 bool AcDbSpline::isClosed() const {
-  return (flags_ & closedFlag) || (curve_->isValid() && curve_->at(curve_->first()) == curve_->at(curve_->last()));
+  return (flags_ & closedFlag) ||
+         (curve_->isValid() && curve_->at(curve_->first()) == curve_->at(curve_->last()));
 }
 Acad::ErrorStatus AcDbSpline::getStartParam(double& param) const {
   HOST_NEEDS_CURVE;
