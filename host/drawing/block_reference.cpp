@@ -1,6 +1,7 @@
 #include "brx/db_attributes.h"
 #include "brx/lisp_calls.h"
 #include "host/drawing/subentities.h"
+#include "host/drawing/transformed_copy.h"
 
 ACRX_DEFINE_MEMBERS(AcDbBlockReference)
 
@@ -116,22 +117,17 @@ Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& matrix)
   position_.transformBy(matrix);
   const double factor = matrix.scale();
   scale_ = {scale_.sx * factor, scale_.sy * (matrix.det() < 0 ? -factor : factor), scale_.sz * factor};
-  return Acad::eOk;
+  columnSpacing_ *= factor, rowSpacing_ *= factor;
+  return host::changeSubentities<AcDbAttribute>(attributes_,
+                                                [&](AcDbAttribute& each, int) { each.transformBy(matrix); });
 }
 
 Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entities) const {
   const AcGeMatrix3d matrix = blockTransform();
   Acad::ErrorStatus result = Acad::eOk;
   const Acad::ErrorStatus status = forEachEntity(record_, [&](AcDbEntity& entity) {
-    auto* const copy = static_cast<AcDbEntity*>(entity.clone());
-    if (!copy) return;
-    const Acad::ErrorStatus moved = copy->transformBy(matrix);
-    if (moved == Acad::eOk) {
-      entities.append(copy);
-    } else {
-      result = moved;
-      delete copy;
-    }
+    const Acad::ErrorStatus moved = host::appendTransformed(entity, matrix, entities);
+    if (moved != Acad::eOk) result = moved;
   });
   return status == Acad::eOk ? result : status;
 }

@@ -1,0 +1,186 @@
+#include <gtest/gtest.h>
+
+#include "brx/db_block.h"
+#include "brx/db_database.h"
+#include "brx/db_ellipse.h"
+#include "brx/db_leader.h"
+#include "brx/db_polylines.h"
+#include "brx/db_spline.h"
+
+namespace {
+
+constexpr double quarter = 1.570796326794896619;
+
+AcGePoint3dArray meet(const AcDbEntity& a, const AcDbEntity& b,
+                      AcDb::Intersect type = AcDb::kOnBothOperands) {
+  AcGePoint3dArray points;
+  EXPECT_EQ(a.intersectWith(&b, type, points), Acad::eOk);
+  return points;
+}
+
+double lengthOf(const AcDbCurve& curve) {
+  double end = 0, length = -1;
+  curve.getEndParam(end);
+  curve.getDistAtParam(end, length);
+  return length;
+}
+
+std::vector<AcDb2dVertex*> verticesOf(const AcDb2dPolyline& line) {
+  std::vector<AcDb2dVertex*> found;
+  const std::unique_ptr<AcDbObjectIterator> walk(line.vertexIterator());
+  for (; !walk->done(); walk->step()) found.push_back(static_cast<AcDb2dVertex*>(walk->entity()));
+  return found;
+}
+
+AcDb2dPolyline* zigzag() {
+  AcGePoint3dArray points;
+  for (const AcGePoint3d& each : {AcGePoint3d{0, 0, 0}, {4, 3, 0}, {8, 0, 0}, {12, 5, 0}})
+    points.append(each);
+  return new AcDb2dPolyline(AcDb::k2dSimplePoly, points);
+}
+
+TEST(Meetings, OfConicsAndSplinesLieOnBoth) {
+  const AcDbDatabase drawing;
+  const AcDbEllipse wide({0, 0, 0}, {0, 0, 1}, {3, 0, 0}, 1.0 / 3),
+      tall({0, 0, 0}, {0, 0, 1}, {0, 3, 0}, 1.0 / 3),
+      half({0, 0, 0}, {0, 0, 1}, {3, 0, 0}, 1.0 / 3, 0, 2 * quarter),
+      touching({6, 0, 0}, {0, 0, 1}, {3, 0, 0}, 0.5);
+  const AcDbCircle circle({0, 0, 0}, {0, 0, 1}, 2), upright({0, 0, 0}, {0, 1, 0}, 2);
+  const AcDbLine axis({-9, 0, 0}, {9, 0, 0}), pole({1, 0, -9}, {1, 0, 9});
+  AcDbSpline wave;
+  AcGeDoubleArray knots;
+  for (const double k : {0, 0, 0, 0, 1, 1, 1, 1}) knots.append(k);
+  AcGePoint3dArray frame;
+  for (const AcGePoint3d& each : {AcGePoint3d{-3, -4, 0}, {-1, 6, 0}, {1, -6, 0}, {3, 4, 0}})
+    frame.append(each);
+  ASSERT_EQ(wave.setNurbsData(3, knots, frame, {}), Acad::eOk);
+  struct Case {
+    const AcDbCurve &a, &b;
+    int count;
+  };
+  const Case cases[] = {{wide, tall, 4},     {wide, circle, 4},    {half, circle, 2},  {half, axis, 2},
+                        {wide, touching, 1}, {circle, upright, 2}, {upright, pole, 2}, {wave, axis, 3},
+                        {axis, wave, 3},     {circle, wave, 2},    {wave, wide, 3},    {wide, wide, 0}};
+  for (const Case& each : cases) {
+    const AcGePoint3dArray points = meet(each.a, each.b);
+    EXPECT_EQ(points.length(), each.count) << &each - cases;
+    for (const AcGePoint3d& place : points) {
+      AcGePoint3d onA, onB;
+      each.a.getClosestPointTo(place, onA), each.b.getClosestPointTo(place, onB);
+      EXPECT_LT(onA.distanceTo(place) + onB.distanceTo(place), 1e-8) << &each - cases;
+    }
+  }
+}
+
+TEST(Meetings, ExtendOnlyTheOpenEndsAndLookAlongAPlanesNormal) {
+  const AcDbDatabase drawing;
+  AcDbPolyline bent;
+  bent.addVertexAt(0, {0, 0}), bent.addVertexAt(1, {2, 0}), bent.addVertexAt(2, {2, 2});
+  const AcDbLine left({-1, -1, 0}, {-1, 1, 0}), right({3, -1, 0}, {3, 1, 0}), above({1, -1, 5}, {1, 1, 7});
+  EXPECT_EQ(meet(bent, left).length(), 0);
+  EXPECT_EQ(meet(bent, left, AcDb::kExtendThis).length(), 1);
+  EXPECT_EQ(meet(bent, right, AcDb::kExtendThis).length(), 0);
+  EXPECT_EQ(meet(above, bent).length(), 0);
+  AcGePoint3dArray points;
+  above.intersectWith(&bent, AcDb::kOnBothOperands, AcGePlane({0, 0, 0}, {0, 0, 1}), points);
+  ASSERT_EQ(points.length(), 1);
+  EXPECT_TRUE(points[0].isEqualTo({1, 0, 6}));
+  const AcDbCircle upright({1, 0, 0}, {0, 1, 0}, 2);  // from above a line from -1 to 3
+  AcGePoint3dArray seen;
+  left.intersectWith(&upright, AcDb::kOnBothOperands, AcGePlane({0, 0, 0}, {0, 0, 1}), seen);
+  ASSERT_EQ(seen.length(), 1);
+  EXPECT_TRUE(seen[0].isEqualTo({-1, 0, 0}));
+}
+
+TEST(Ellipses, AreMeasuredAndMoved) {
+  const AcDbDatabase drawing;
+  AcDbEllipse ellipse({1, 2, 0}, {0, 0, 1}, {5, 0, 0}, 0.6);
+  EXPECT_NEAR(lengthOf(ellipse), 25.526998863398, 1e-9);  // 20 E(0.8)
+  double area = 0, param = 0, distance = 0;
+  ellipse.getArea(area);
+  EXPECT_NEAR(area, 15 * 2 * quarter, 1e-12);
+  ellipse.getParamAtDist(7, param), ellipse.getDistAtParam(param, distance);
+  EXPECT_NEAR(distance, 7, 1e-11);
+  AcGePoint3d near;
+  ellipse.getClosestPointTo({1, 12, 0}, near);
+  EXPECT_TRUE(near.isEqualTo({1, 5, 0}));
+  AcGeMatrix3d shear;
+  shear(0, 1) = 1;
+  ASSERT_EQ(ellipse.transformBy(shear), Acad::eOk);
+  ellipse.getArea(area);
+  EXPECT_NEAR(area, 15 * 2 * quarter, 1e-10);
+  AcDbExtents extents;
+  ellipse.getGeomExtents(extents);
+  EXPECT_NEAR(extents.maxPoint().x, 3 + std::sqrt(34), 1e-10);
+}
+
+TEST(FittedPolylines, HaveArcsThatMeetSmoothlyAndAreStraightenedAgain) {
+  const AcDbDatabase drawing;
+  const std::unique_ptr<AcDb2dPolyline> line(zigzag());
+  const double straight = lengthOf(*line);
+  ASSERT_EQ(line->curveFit(), Acad::eOk);
+  EXPECT_EQ(verticesOf(*line).size(), 7u);
+  double end = 0;
+  line->getEndParam(end);
+  for (int joint = 1; joint < static_cast<int>(end); ++joint) {
+    AcGeVector3d before, behind;
+    static_cast<AcDbCurve&>(*line).getFirstDeriv(joint - 1e-9, before);
+    static_cast<AcDbCurve&>(*line).getFirstDeriv(joint + 1e-9, behind);
+    EXPECT_LT(before.angleTo(behind), 1e-6) << joint;
+  }
+  ASSERT_EQ(line->straighten(), Acad::eOk);
+  EXPECT_EQ(verticesOf(*line).size(), 4u);
+  EXPECT_DOUBLE_EQ(lengthOf(*line), straight);
+}
+
+TEST(FittedPolylines, FollowASplineWhoseFrameIsKept) {
+  const AcDbDatabase drawing;
+  const std::unique_ptr<AcDb2dPolyline> line(zigzag());
+  ASSERT_EQ(line->splineFit(AcDb::k2dCubicSplinePoly, 8), Acad::eOk);
+  EXPECT_EQ(line->polyType(), AcDb::k2dCubicSplinePoly);
+  EXPECT_EQ(verticesOf(*line).size(), 4u + 25u);
+  AcGePoint3d start, middle, end;
+  line->getStartPoint(start), line->getEndPoint(end), line->getPointAtParam(12, middle);
+  EXPECT_TRUE(start.isEqualTo({0, 0, 0}) && end.isEqualTo({12, 5, 0}));
+  // Four points make one Bézier curve: at its half (0 + 3·4 + 3·8 + 12)/8 and (0 + 9 + 0 + 5)/8.
+  EXPECT_TRUE(middle.isEqualTo({6, 1.75, 0}));
+  ASSERT_EQ(line->straighten(), Acad::eOk);
+  EXPECT_EQ(verticesOf(*line).size(), 4u);
+}
+
+TEST(Curves, AnswerAsSeenFromAbove) {
+  const AcDbDatabase drawing;
+  const AcDbLine steep({0, 0, 0}, {10, 0, 100});
+  AcGePoint3d near;
+  const AcGeVector3d down{0, 0, 1};
+  EXPECT_EQ(static_cast<const AcDbCurve&>(steep).getClosestPointTo({3, 4, 0}, down, near), Acad::eOk);
+  EXPECT_TRUE(near.isEqualTo({3, 0, 30}));
+  AcDbLeader leader;
+  for (const AcGePoint3d& each : {AcGePoint3d{0, 0, 0}, {5, 0, 0}, {5, 5, 0}}) leader.appendVertex(each);
+  leader.appendVertex({9, 9, 3});  // taken into the plane
+  EXPECT_TRUE(leader.lastVertex().isEqualTo({9, 9, 0}));
+  EXPECT_NEAR(lengthOf(leader), 10 + std::sqrt(32), 1e-12);
+}
+
+TEST(Blocks, ScaledUnevenlyHoldEllipses) {
+  AcDbDatabase drawing;
+  AcDbObjectId id;
+  {
+    AcDbObjectPointer<AcDbBlockTable> table(drawing.blockTableId(), AcDb::kForWrite);
+    auto* const record = new AcDbBlockTableRecord;
+    record->setName(L"round");
+    table->add(id, record);
+    auto* const circle = new AcDbCircle({0, 0, 0}, {0, 0, 1}, 1);
+    record->appendAcDbEntity(circle);
+    circle->close();
+    record->close();
+  }
+  AcDbBlockReference placed({10, 0, 0}, id);
+  placed.setScaleFactors({3, 2, 1});
+  AcDbExtents extents;
+  EXPECT_EQ(placed.getGeomExtents(extents), Acad::eOk);
+  EXPECT_TRUE(extents.minPoint().isEqualTo({7, -2, 0}) && extents.maxPoint().isEqualTo({13, 2, 0}));
+  EXPECT_EQ(meet(AcDbLine({10, -5, 0}, {10, 5, 0}), placed).length(), 2);
+}
+
+}  // namespace
