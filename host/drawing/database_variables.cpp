@@ -68,9 +68,14 @@ AcDbObjectId AcDbDatabase::dimstyle() const {
   return id.isNull() || id.isErased() ? imp_->standardRecord<AcDbDimStyleTable>(*this, L"Standard") : id;
 }
 AcCmColor AcDbDatabase::cecolor() const {
-  return host::colourFromText(value<std::wstring>(*imp_, L"CECOLOR")).value_or(AcCmColor());
+  static const size_t index = variable(L"CECOLOR");
+  const auto& text = std::get<std::wstring>(imp_->header(index));
+  return text == L"BYLAYER" ? AcCmColor() : host::colourFromText(text).value_or(AcCmColor());
 }
-double AcDbDatabase::celtscale() const { return value<double>(*imp_, L"CELTSCALE"); }
+double AcDbDatabase::celtscale() const {
+  static const size_t index = variable(L"CELTSCALE");
+  return std::get<double>(imp_->header(index));
+}
 double AcDbDatabase::ltscale() const { return value<double>(*imp_, L"LTSCALE"); }
 Acad::ErrorStatus AcDbDatabase::setLtscale(double scale) {
   return host::setHeaderValue(*this, variable(L"LTSCALE"), scale);

@@ -150,6 +150,22 @@ std::vector<double> conicPlane(const EllipseArc& a, const ConicSystem& system) {
   return {middle - half, middle + half};
 }
 
+/// Where curves touch, rounding makes two near places of one.
+std::vector<double> joined(const CurvePiece& a, const CurvePiece& b, std::vector<double> found) {
+  constexpr double near = 1e-5;  // the root of a rounding of 1e-10
+  std::sort(found.begin(), found.end());
+  for (size_t i = 1; i < found.size();) {
+    const double middle = (found[i - 1] + found[i]) / 2;
+    if (found[i] - found[i - 1] < near && passes(b, a.at(middle))) {
+      found[i - 1] = middle;
+      found.erase(found.begin() + static_cast<long>(i));
+    } else {
+      ++i;
+    }
+  }
+  return found;
+}
+
 std::vector<double> conicConic(const CurvePiece& a, const CurvePiece& b) {
   const ConicSystem system(b.arc);
   const double limit = sameWithin(a.arc.centre);
@@ -164,7 +180,7 @@ std::vector<double> conicConic(const CurvePiece& a, const CurvePiece& b) {
     candidates = parallel ? coplanarConics(a.arc, system) : conicPlane(a.arc, system);
   }
   std::erase_if(candidates, [&](double& t) { return !within(a, t) || !passes(b, a.at(t)); });
-  return candidates;
+  return joined(a, b, std::move(candidates));
 }
 
 /// Newton's steps to where two curves in space are nearest to each other, from a near place.

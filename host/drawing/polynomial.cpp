@@ -12,10 +12,12 @@ double valueAt(const std::vector<double>& c, double x) {
   return sum;
 }
 
-/// How far rounding alone may move the value.
+/// How far rounding alone may move the value. Each coefficient was rounded as the largest ones were.
 double noiseAt(const std::vector<double>& c, double x) {
-  double sum = 0;
+  double sum = 0, largest = 0;
+  for (const double each : c) largest = std::max(largest, std::abs(each));
   for (size_t i = c.size(); i-- > 0;) sum = sum * std::abs(x) + std::abs(c[i]);
+  sum += largest;
   return sum * 1e-15 * static_cast<double>(c.size());
 }
 
