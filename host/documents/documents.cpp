@@ -53,7 +53,13 @@ Document::Document(std::wstring fileName, DrawingPointer drawing)
   if (lispMaker()) lisp_ = lispMaker()();
 }
 
-Document::~Document() { forgetDrawing(*drawing_); }
+Document::~Document() { deleteDrawing(); }
+
+void Document::deleteDrawing() {
+  if (!drawing_) return;
+  forgetDrawing(*drawing_);
+  drawing_.reset();
+}
 
 AcApDocumentIterator* DocumentManager::newAcApDocumentIterator() { return new DocumentIterator(open_); }
 

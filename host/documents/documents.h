@@ -25,7 +25,7 @@ class Document : public AcApDocument {
   /// Null where no maker was set.
   DocumentLisp* lisp() const { return lisp_.get(); }
   void setFileName(std::wstring fileName) { fileName_ = std::move(fileName); }
-  void deleteDrawing() { drawing_.reset(); }
+  void deleteDrawing();
 
  private:
   std::wstring fileName_;
