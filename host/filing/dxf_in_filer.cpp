@@ -41,6 +41,7 @@ bool readChunk(const DxfGroup& group, std::string& bytes) {
 
 void DxfInFiler::begin(const DxfRecord& record, bool useMarks) {
   record_ = &record;
+  handle_ = record.handle;
   status_ = Acad::eOk;
   hidesNames_ = keepsPlanar_ = false;
   sections_.clear();
@@ -137,8 +138,7 @@ void DxfInFiler::takeTextInPieces(resbuf& item) {
 }
 
 void DxfInFiler::complain(const DxfGroup& group, const wchar_t* what) {
-  report_.add(group.place, record_ ? record_->handle : 0,
-              L"group " + std::to_wstring(group.code) + L": " + what + L"; 0 is taken");
+  report_.add(group.place, handle_, L"group " + std::to_wstring(group.code) + L": " + what + L"; 0 is taken");
 }
 
 size_t DxfInFiler::takeItem(const std::vector<DxfGroup>& groups, size_t index, bool keepPlanar,

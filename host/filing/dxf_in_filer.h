@@ -27,6 +27,9 @@ class DxfInFiler : public AcDbDxfFiler {
   /// Until the next `begin`, coordinates that points lack are NaN.
   void keepPlanar() { keepsPlanar_ = true; }
 
+  /// The object of which messages tell from now on; 0 for none.
+  void tellOf(AcDbHandle handle) { handle_ = handle; }
+
   /// Turns `groups[index]` and, for a point, what follows it into one item; answers how many groups
   /// were used. A point that lacks coordinates has NaN for them where `keepPlanar`, else 0. Texts and
   /// bytes live until the next call.
@@ -55,7 +58,7 @@ class DxfInFiler : public AcDbDxfFiler {
   AcDbDatabase& database_;
   DxfTextDecoder& texts_;
   FilingReport& report_;
-  AcDbHandle highest_;
+  AcDbHandle highest_, handle_ = 0;
   const DxfRecord* record_ = nullptr;
   std::vector<Section> sections_;
   size_t section_ = 0, index_ = 0, former_ = 0;

@@ -181,6 +181,7 @@ void DxfObjects::keepGroups(const std::vector<DxfGroup>& groups, GroupList& kept
 
 void DxfObjects::keepRecord(const DxfRecord& record, GroupList& kept) {
   kept.append(0, fromUtf8(record.name).c_str());
+  filer_.tellOf(record.handle);
   resbuf item{};
   if (record.handle) {
     wchar_t digits[24];
@@ -204,6 +205,7 @@ void DxfObjects::keepRecord(const DxfRecord& record, GroupList& kept) {
 
 /// Reactors and the extension dictionary; other groups in braces are kept.
 void DxfObjects::readHead(AcDbObject& object, const DxfRecord& record) {
+  filer_.tellOf(record.handle);
   enum { reactors, dictionary, others } inside = others;
   resbuf item{};
   for (size_t i = 0; i < record.head.size();) {

@@ -44,6 +44,7 @@ class DxfObjects {
   template <class Visit>
   void withItem(const std::vector<DxfGroup>& groups, Visit visit) {
     resbuf item{};
+    filer_.tellOf(0);
     filer_.takeItem(groups, 0, false, item);
     visit(item);
   }
