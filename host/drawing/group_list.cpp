@@ -10,6 +10,8 @@
 namespace host {
 namespace {
 
+constexpr int lastCode = 1071;
+
 bool isText(int code) { return code >= 0 && groupKind(code) == GroupKind::text; }
 bool isBinary(int code) { return groupKind(code) == GroupKind::binary; }
 bool isHandle(int code) { return groupKind(code) == GroupKind::handle; }
@@ -150,6 +152,8 @@ void GroupList::dwgIn(AcDbDwgFiler& filer) {
   for (; count > 0 && filer.filerStatus() == Acad::eOk; --count) {
     Adesk::Int16 code = 0;
     filer.readInt16(&code);
+    // Type words of LISP's values would be freed as what they aren't.
+    if (code < 0 || code > lastCode) return filer.setFilerStatus(Acad::eInvalidDxfCode);
     resbuf* const made = acutNewRb(code);
     readValue(filer, *made);
     (head_ ? end_->rbnext : head_) = made;
