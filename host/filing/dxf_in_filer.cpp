@@ -13,7 +13,7 @@ bool isMark(const DxfGroup& group) { return group.code == 100 || group.code == 1
 
 bool sameName(std::string_view narrow, const ACHAR* wide) {
   for (const char c : narrow) {
-    if (*wide != static_cast<unsigned char>(c)) return false;
+    if (!*wide || *wide != static_cast<unsigned char>(c)) return false;
     ++wide;
   }
   return !*wide;
