@@ -47,10 +47,18 @@ void addTable(AcDbDatabase& database) {
 
 }  // namespace
 
+/// Never destroyed: drawings of static life go after it would have.
+static std::set<AcDbDatabase*>& drawings() {
+  static auto* const instance = new std::set<AcDbDatabase*>;
+  return *instance;
+}
+const std::set<AcDbDatabase*>& host::allDrawings() { return drawings(); }
+
 ACRX_DEFINE_MEMBERS(AcDbDatabase)
 
 AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : imp_(std::make_unique<AcDbDatabaseImp>()) {
   host::registerDatabaseClasses();
+  drawings().insert(this);
   addTable<AcDbBlockTable>(*this);
   addTable<AcDbLayerTable>(*this);
   addTable<AcDbTextStyleTable>(*this);
@@ -64,6 +72,7 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : imp_(std::make_uniq
 }
 
 AcDbDatabase::~AcDbDatabase() {
+  drawings().erase(this);
   for (AcDbStub& stub : imp_->stubs) {
     if (!stub.object) continue;
     HostAccess::stub(*stub.object) = nullptr;

@@ -3,6 +3,7 @@
 #include <array>
 #include <deque>
 #include <memory>
+#include <set>
 #include <unordered_map>
 #include <vector>
 
@@ -88,6 +89,11 @@ struct AcDbDatabaseImp {
   static AcDbObjectId findRecord(AcDbObjectId table, std::wstring_view name);
   std::vector<host::HeaderValue> header_;
 };
+
+namespace host {
+/// Every drawing of the process, also those without a document.
+const std::set<AcDbDatabase*>& allDrawings();
+}  // namespace host
 
 /// The host's way to what objects keep private.
 struct HostAccess {

@@ -88,6 +88,11 @@ Classes& classes() {
   return instance;
 }
 
+host::ClassObserver& observer() {
+  static host::ClassObserver instance{[] {}, [](AcRxClass&) {}};
+  return instance;
+}
+
 }  // namespace
 
 AcRxObject::~AcRxObject() = default;
@@ -131,12 +136,16 @@ AcRxClass* newBrxClass(const ACHAR* name, const ACHAR* parent, int dwgVersion, i
 
 void deleteAcRxClass(AcRxClass* descriptor) {
   if (descriptor && classes().byName.at(descriptor->name()) == descriptor) {
+    observer().retiring(*descriptor);
     classes().byName.remove(descriptor->name());
     AcRxClassAccess::retire(*descriptor);
   }
 }
 
-void acrxBuildClassHierarchy() { classes().linkAll(); }
+void acrxBuildClassHierarchy() {
+  classes().linkAll();
+  observer().linked();
+}
 
 void acrx_abort(const ACHAR* format, ...) {
   wchar_t text[1024];
@@ -149,6 +158,8 @@ void acrx_abort(const ACHAR* format, ...) {
 }
 
 namespace host {
+
+void setClassObserver(ClassObserver next) { observer() = next; }
 
 AcRxClass* findClass(std::wstring_view name) {
   return static_cast<AcRxClass*>(classes().byName.at(std::wstring(name).c_str()));

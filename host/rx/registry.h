@@ -11,4 +11,13 @@ namespace host {
 AcRxClass* findClass(std::wstring_view name);
 AcRxClass* findClassByDxfName(std::wstring_view dxfName);
 
+/// Told of classes that come and go, so that objects of drawings can follow.
+struct ClassObserver {
+  /// Classes were registered and linked since the last time.
+  void (*linked)();
+  /// The class is about to leave the registry, and its code the process.
+  void (*retiring)(AcRxClass& descriptor);
+};
+void setClassObserver(ClassObserver observer);
+
 }  // namespace host

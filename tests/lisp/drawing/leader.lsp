@@ -22,8 +22,8 @@
 
 (list (kv_kv-leader-setOffset leader 1) (real-of 40 leader))
 ;=> (T 48.0)
-(list (kv_kv-leader-setPoints leader '((0 0) (96 0) (192 0))) (real-of 12 leader) (cdr (assoc "max" (AcDbEntity::getGeomExtents leader))))
-;=> (T (192.0 0.0 0.0) (240.0 0.0 0.0))
+(list (kv_kv-leader-setPoints leader '((0 0) (96 0) (192 0))) (real-of 12 leader) (cadr (assoc "max" (AcDbEntity::getGeomExtents leader))))
+;=> (T (192.0 0.0 0.0) 240.0)
 ; As a curve it is its chord.
 (progn (kv_kv-leader-setPoints leader '((0 0) (3 40) (30 40))) (list (AcDbCurve::getLength leader) (AcDbCurve::getPointAtDist leader 25.0)))
 ;=> (50.0 (15.0 20.0 0.0))
