@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "host/drawing/fields.h"
 #include "host/drawing/path.h"
 
@@ -103,11 +105,19 @@ Acad::ErrorStatus AcDbPolyline::dwgInFields(AcDbDwgFiler* filer) {
   }
   return filer->filerStatus();
 }
+/// The width that all vertices share; 0 where they differ.
+static double constantWidth(const std::vector<AcDbPolyline::Vertex>& vertices) {
+  const double width = vertices.empty() ? 0 : vertices.front().startWidth;
+  const auto has = [&](const auto& v) { return v.startWidth == width && v.endWidth == width; };
+  return std::all_of(vertices.begin(), vertices.end(), has) ? width : 0;
+}
+
 Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
   AcDbEntity::dxfOutFields(filer);
   filer->writeSubclass(L"AcDbPolyline");
   filer->writeInt32(90, static_cast<Adesk::Int32>(numVerts()));
   filer->writeInt16(70, closed_ ? 1 : 0);
+  if (const double width = constantWidth(vertices_); width > 0) filer->writeDouble(43, width);
   filer->writeDouble(38, elevation_);
   for (const Vertex& v : vertices_) {
     filer->writePoint2d(10, v.point);
@@ -124,12 +134,15 @@ Acad::ErrorStatus AcDbPolyline::dxfInFields(AcDbDxfFiler* filer) {
   if (!filer->atSubclassData(L"AcDbPolyline")) return Acad::eBadDxfSequence;
   resbuf item{};
   bool first = true;
+  double allWidths = 0;
   while (filer->readItem(&item) == Acad::eOk) {
     if (item.restype == 70) closed_ = item.resval.rint & 1;
+    if (item.restype == 43) allWidths = item.resval.rreal;
     if (item.restype == 38) elevation_ = item.resval.rreal;
     if (item.restype == 210) normal_ = asPnt3d(item.resval.rpoint).asVector();
     if (item.restype == 10 && first) vertices_.clear(), first = false;
-    if (item.restype == 10) vertices_.push_back({{item.resval.rpoint[0], item.resval.rpoint[1]}, 0, 0, 0});
+    if (item.restype == 10)
+      vertices_.push_back({{item.resval.rpoint[0], item.resval.rpoint[1]}, 0, allWidths, allWidths});
     if (first) continue;
     if (item.restype == 40) vertices_.back().startWidth = item.resval.rreal;
     if (item.restype == 41) vertices_.back().endWidth = item.resval.rreal;

@@ -131,8 +131,12 @@
 (setq fitted (polyline '((0 0 0) (5 5 0) (10 0 0))))
 (rounded (AcDbCurve::getLength fitted))
 ;=> 14.1421
-(AcDb2dPolyline::setCurveType fitted "x")
-;=> T
+(list (AcDb2dPolyline::setCurveType fitted "f") (rounded (AcDbCurve::getLength fitted)))
+;=> (T 15.708)
+(list (AcDb2dPolyline::setCurveType fitted "x") (rounded (AcDbCurve::getLength fitted)))
+;=> (T 15.708)
+(list (AcDb2dPolyline::setCurveType fitted "s") (< 10.0 (AcDbCurve::getLength fitted) 14.0))
+;=> (T T)
 (list (AcDb2dPolyline::setCurveType fitted "d") (rounded (AcDbCurve::getLength fitted)))
 ;=> (T 14.1421)
 (AcDb2dPolyline::setCurveType bent "f")
