@@ -33,7 +33,8 @@ int countMisses(const std::string& file, const std::vector<LispCase>& cases,
   return misses;
 }
 
-int testFile(const std::string& program, const std::string& file, size_t& forms) {
+/// The file's own folder and the shared one are on the search path.
+int testFile(const std::string& program, const std::string& share, const std::string& file, size_t& forms) {
   std::string pattern = (fs::temp_directory_path() / "zarbo-test-XXXXXX").string();
   if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
   const fs::path scratch = pattern;
@@ -43,8 +44,13 @@ int testFile(const std::string& program, const std::string& file, size_t& forms)
   try {
     const std::vector<LispCase> cases = readLispCases(file);
     forms += cases.size();
-    const std::vector<std::string> command = {program, "--settings", (scratch / "settings").string(),
-                                              "--support", fs::path(file).parent_path().string()};
+    const std::vector<std::string> command = {program,
+                                              "--settings",
+                                              (scratch / "settings").string(),
+                                              "--support",
+                                              fs::path(file).parent_path().string(),
+                                              "--support",
+                                              share};
     misses = countMisses(file, cases, runLispFile(command, file, cases, scratch.string()));
   } catch (const std::runtime_error& error) {
     std::printf("%s\n", error.what());
@@ -63,7 +69,7 @@ int main(int count, char** words) {
   setenv("ZARBO_SHARE", words[2], 1);
   int misses = 0;
   size_t forms = 0;
-  for (int i = 3; i < count; ++i) misses += testFile(words[1], words[i], forms);
+  for (int i = 3; i < count; ++i) misses += testFile(words[1], words[2], words[i], forms);
   std::printf("%zu forms, %d misses\n", forms, misses);
   return misses == 0 ? 0 : 1;
 }
