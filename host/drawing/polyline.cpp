@@ -117,12 +117,12 @@ Acad::ErrorStatus AcDbPolyline::dxfOutFields(AcDbDxfFiler* filer) const {
   filer->writeSubclass(L"AcDbPolyline");
   filer->writeInt32(90, static_cast<Adesk::Int32>(numVerts()));
   filer->writeInt16(70, closed_ ? 1 : 0);
-  const double allWidths = constantWidth(vertices_);
-  if (allWidths > 0) filer->writeDouble(43, allWidths);
+  if (const double width = constantWidth(vertices_); width > 0) filer->writeDouble(43, width);
   filer->writeDouble(38, elevation_);
   for (const Vertex& v : vertices_) {
     filer->writePoint2d(10, v.point);
-    if (!(allWidths > 0)) filer->writeDouble(40, v.startWidth), filer->writeDouble(41, v.endWidth);
+    filer->writeDouble(40, v.startWidth);
+    filer->writeDouble(41, v.endWidth);
     filer->writeDouble(42, v.bulge);
   }
   return filer->writeVector3d(210, normal_);

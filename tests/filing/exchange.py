@@ -58,9 +58,15 @@ def described(entity):
     text = entity.text if entity.dxftype() == 'MTEXT' else None
     parts = []
     if entity.dxftype() == 'LWPOLYLINE':
-        parts = [tuple(round(x, 9) for x in point) for point in entity.get_points()]
+        parts = [tuple(round(x, 9) for x in point) for point in with_widths(entity)]
         names.discard('count')
     return names, text, parts
+
+
+def with_widths(polyline):
+    """Vertices that have no width of their own have the one of the whole."""
+    whole = polyline.dxf.get('const_width', 0)
+    return [(x, y, start or whole, end or whole, bulge) for x, y, start, end, bulge in polyline.get_points()]
 
 
 def subentities(entity):
