@@ -7,9 +7,9 @@
 namespace host {
 
 double sameWithin(const AcGePoint3d& place) {
-  constexpr double perUnit = 1e-15;  // of rounding, several operations long
-  const double size = std::abs(place.x) + std::abs(place.y) + std::abs(place.z);
-  return AcGeContext::gTol.equalPoint() + 16 * perUnit * size;
+  constexpr double roundings = 16 * 2.3e-16;  // several operations long
+  const double size = std::max({std::abs(place.x), std::abs(place.y), std::abs(place.z)});
+  return std::max(AcGeContext::gTol.equalPoint(), roundings * size);
 }
 
 namespace {

@@ -167,7 +167,9 @@ class Case:
             for other in others:
                 points, doubtful = crossings(piece, other)
                 sizes = [each.radius for each in (piece, other) if isinstance(each, Arc)]
+                # Two that are nearly one may be told as the one between them.
                 reach = near + (math.sqrt(1e-8 * max(sizes)) if doubtful and sizes else 0)
+                reach += math.dist(*points) if doubtful and len(points) == 2 else 0
                 for point in points:
                     margin = min(piece.margin(point), other.margin(point))
                     expected = distance(piece.distance(point))
