@@ -65,3 +65,14 @@
 ;=> (T (4.0 3.5 0.0))
 (progn (command "MOVE" bare "" '(0 0) '(10 0) "SCALE" bare "" '(0 0) 2.0) (list (real-of 10 bare) (real-of 40 bare)))
 ;=> ((20.0 0.0 0.0) 0.5)
+
+; While the module is away its leaders are kept, and they are leaders again when it comes back, block and all.
+(setq before (AcDbEntity::getGeomExtents bare))
+(list (arxunload "zarbo") (real-of 0 bare) (real-of 12 bare) (real-of 8 bare))
+;=> ("zarbo" "KVLEADER" (28.0 6.0 0.0) "Notes")
+(progn (entmake '((0 . "POINT") (10 0 0 0))) (arxload "zarbo"))
+;=> "zarbo"
+(equal before (AcDbEntity::getGeomExtents bare))
+;=> T
+(list (kv_kv-leader-setOffset bare 1) (real-of 40 bare))
+;=> (T 48.0)
