@@ -330,7 +330,7 @@ COleSafeArray Cursor::recordOf(const RowBatch& rows, size_t at) const {
   const VariantElements elements(result);
   for (size_t i = 0; i < columns; ++i) {
     VARIANT& name = elements[static_cast<ULONG>(2 * i)];
-    name.bstrVal = Bstr(names_[i]).detach();
+    name.bstrVal = shareBstr(names_[i].get());
     name.vt = VT_BSTR;
     const Cell& cell = rows.cell(at, i);
     variantOf(cell, rows.bytesOf(cell), table_.columns[i].type, elements[static_cast<ULONG>(2 * i + 1)]);

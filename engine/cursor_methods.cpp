@@ -3,9 +3,10 @@
 
 HRESULT EngineObject::SetTable(BSTR table, BSTR index, VARIANT_BOOL* ok) {
   return attempt(ok, [&] {
-    const std::string name = toUtf8(viewOf(table)), indexName = toUtf8(viewOf(index));
+    const std::string name = toUtf8(viewOf(table));
     database();
-    if (cursor_ && indexName.empty() && sameText(cursor_->tableName(), name)) return;
+    if (cursor_ && SysStringLen(index) == 0 && sameText(cursor_->tableName(), name)) return;
+    const std::string indexName = toUtf8(viewOf(index));
     Transaction transaction(database(), Transaction::Kind::Read, Access::Read);
     catalog_->refresh();
     cursor_ = std::make_unique<Cursor>(*database_, *catalog_, name, indexName);

@@ -2,10 +2,8 @@
 
 #include <cmath>
 #include <limits>
-#include <new>
 
 #include "engine/values.h"
-#include "platform/text/utf.h"
 
 namespace {
 
@@ -63,7 +61,9 @@ RowSet::~RowSet() {
 
 void RowSet::begin(const std::vector<jet::ResultColumn>& columns) {
   fields_.clear();
-  for (const jet::ResultColumn& column : columns) fields_.push_back({fromUtf8(column.name), column.type});
+  for (const jet::ResultColumn& column : columns) {
+    fields_.push_back({Bstr::attach(bstrOfUtf8(column.name)), column.type});
+  }
 }
 
 VARIANT& RowSet::add() {
@@ -72,18 +72,16 @@ VARIANT& RowSet::add() {
   return values_.back();
 }
 
-void RowSet::addText(const std::wstring& text) {
-  const BSTR copy = SysAllocStringLen(text.data(), static_cast<UINT>(text.size()));
-  if (!copy) throw std::bad_alloc();
+void RowSet::addShared(const Bstr& text) {
   VARIANT& value = add();
+  value.bstrVal = shareBstr(text.get());
   value.vt = VT_BSTR;
-  value.bstrVal = copy;
 }
 
 void RowSet::row(sqlite3_stmt* row) {
-  addText(L"*NewRecord*");
+  addShared(recordMark_);
   for (size_t i = 0; i < fields_.size(); ++i) {
-    addText(fields_[i].name);
+    addShared(fields_[i].name);
     giveValue(row, static_cast<int>(i), fields_[i].type, add());
   }
 }
@@ -93,8 +91,9 @@ COleSafeArray RowSet::take() {
   if (values_.empty()) return array;
   array.CreateOneDim(VT_VARIANT, static_cast<ULONG>(values_.size()));
   const VariantElements elements(array);
-  // The empty elements of the array and the values change places, so that nothing is copied.
-  for (size_t i = 0; i < values_.size(); ++i) std::swap(elements[static_cast<ULONG>(i)], values_[i]);
-  values_.clear();
+  for (VARIANT& element : elements) {
+    element = values_.front();  // moved: the array owns it from here on
+    values_.pop_front();
+  }
   return array;
 }

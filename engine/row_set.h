@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <vector>
 
 #include "engine/jet_sql/jet_sql.h"
@@ -22,12 +23,13 @@ class RowSet : public jet::RowSink {
 
  private:
   VARIANT& add();
-  void addText(const std::wstring& text);
+  void addShared(const Bstr& text);
 
   struct Field {
-    std::wstring name;
+    Bstr name;
     jet::Type type;
   };
+  Bstr recordMark_{L"*NewRecord*"};
   std::vector<Field> fields_;
-  std::vector<VARIANT> values_;
+  std::deque<VARIANT> values_;  // in small blocks: nothing moves as it grows, and each goes once it is read
 };

@@ -126,19 +126,27 @@ class RecentTexts {
  public:
   Value valueOf(std::wstring_view text) {
     if (text.size() > longest) return Value(text);
-    Value& known = values_[placeOf(text)];
-    if (!known.isText() || known.text() != text) known = Value(text);
-    return known;
+    const uint32_t hash = hashOf(text);
+    Known& known = known_[(hash ^ hash >> 16) % places];
+    // The hash first: the other text may have left the cache.
+    if (known.hash != hash || !known.value.isText() || known.value.text() != text) {
+      known = {hash, Value(text)};
+    }
+    return known.value;
   }
 
  private:
   static constexpr size_t longest = 32, places = 256;
-  static size_t placeOf(std::wstring_view text) {
+  struct Known {
+    uint32_t hash;
+    Value value;
+  };
+  static uint32_t hashOf(std::wstring_view text) {
     uint32_t hash = 2166136261;
     for (const wchar_t c : text) hash = (hash ^ static_cast<uint32_t>(c)) * 16777619;
-    return (hash ^ hash >> 16) % places;
+    return hash;
   }
-  std::array<Value, places> values_;
+  std::array<Known, places> known_{};
 };
 
 Value textValue(const ACHAR* text) {

@@ -1,16 +1,25 @@
-#ifndef _WIN32
+#include "platform/com/owners.h"
 
+#ifdef _WIN32
+
+BSTR shareBstr(BSTR text) { return text ? SysAllocStringLen(text, SysStringLen(text)) : nullptr; }
+
+#else
+
+#include <atomic>
 #include <cstdlib>
 #include <cwchar>
-
-#include "platform/com/automation.h"
+#include <new>
 
 namespace {
 
-// The byte count lies right before the text; the block starts earlier to keep the text aligned.
-constexpr size_t prefix = 8;
+/// What lies before the text, the count of bytes right before it.
+struct Prefix {
+  std::atomic<uint32_t> owners;
+  uint32_t bytes;
+};
 
-uint32_t* byteLength(BSTR text) { return reinterpret_cast<uint32_t*>(text) - 1; }
+Prefix& prefixOf(BSTR text) { return reinterpret_cast<Prefix*>(text)[-1]; }
 
 }  // namespace
 
@@ -18,10 +27,10 @@ BSTR SysAllocStringLen(const OLECHAR* text, UINT length) {
   constexpr size_t longest = (UINT32_MAX - 64) / sizeof(OLECHAR);
   if (length > longest) return nullptr;
   const size_t bytes = static_cast<size_t>(length) * sizeof(OLECHAR);
-  char* block = static_cast<char*>(std::malloc(prefix + bytes + sizeof(OLECHAR)));
+  char* block = static_cast<char*>(std::malloc(sizeof(Prefix) + bytes + sizeof(OLECHAR)));
   if (!block) return nullptr;
-  BSTR result = reinterpret_cast<BSTR>(block + prefix);
-  *byteLength(result) = static_cast<uint32_t>(bytes);
+  new (block) Prefix{1, static_cast<uint32_t>(bytes)};
+  BSTR result = reinterpret_cast<BSTR>(block + sizeof(Prefix));
   if (text) {
     std::memcpy(result, text, bytes);
   } else {
@@ -36,10 +45,20 @@ BSTR SysAllocString(const OLECHAR* text) {
 }
 
 void SysFreeString(BSTR text) {
-  if (text) std::free(reinterpret_cast<char*>(text) - prefix);
+  if (!text) return;
+  Prefix& prefix = prefixOf(text);
+  // Nobody can join the only owner meanwhile, which spares most texts the atomic step.
+  const bool last = prefix.owners.load(std::memory_order_acquire) == 1 ||
+                    prefix.owners.fetch_sub(1, std::memory_order_acq_rel) == 1;
+  if (last) std::free(&prefix);
 }
 
-UINT SysStringByteLen(BSTR text) { return text ? *byteLength(text) : 0; }
+BSTR shareBstr(BSTR text) {
+  if (text) prefixOf(text).owners.fetch_add(1, std::memory_order_relaxed);
+  return text;
+}
+
+UINT SysStringByteLen(BSTR text) { return text ? prefixOf(text).bytes : 0; }
 
 UINT SysStringLen(BSTR text) { return SysStringByteLen(text) / sizeof(OLECHAR); }
 

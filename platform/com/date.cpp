@@ -119,19 +119,29 @@ const UserDates& userDates() {
   return *dates;
 }
 
+/// A number of at least 0; `least` digits with zeros before it.
+void appendNumber(std::wstring& text, int number, int least = 1) {
+  if (number >= 10 || least > 1) appendNumber(text, number / 10, least - 1);
+  text += static_cast<wchar_t>(L'0' + number % 10);
+}
+
+// A query's rows hold a date each: formatting with swprintf would cost more than fetching it.
 std::wstring american(const Moment& moment, int year, int month, int day) {
-  wchar_t text[64];
   std::wstring result;
+  result.reserve(32);
   if (moment.day != 0) {
-    std::swprintf(text, 64, L"%d/%d/%d", month, day, year);
-    result = text;
+    appendNumber(result, month);
+    appendNumber(result += L'/', day);
+    appendNumber(result += L'/', year);
   }
   if (moment.second != 0 || moment.day == 0) {
     const auto second = static_cast<int>(moment.second);
     const int hour = second / 3600;
-    std::swprintf(text, 64, L"%ls%d:%02d:%02d %ls", result.empty() ? L"" : L" ", (hour + 11) % 12 + 1,
-                  second / 60 % 60, second % 60, hour < 12 ? L"AM" : L"PM");
-    result += text;
+    if (!result.empty()) result += L' ';
+    appendNumber(result, (hour + 11) % 12 + 1);
+    appendNumber(result += L':', second / 60 % 60, 2);
+    appendNumber(result += L':', second % 60, 2);
+    result += hour < 12 ? L" AM" : L" PM";
   }
   return result;
 }

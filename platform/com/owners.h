@@ -34,6 +34,10 @@ class Bstr {
   BSTR text_ = nullptr;
 };
 
+/// The same text for one owner more, who frees it as any other: the names of fields go out with every record.
+/// No owner may write into it. Null for null and when memory is short.
+BSTR shareBstr(BSTR text);
+
 /// The text of a BSTR that somebody else owns; null reads as empty.
 inline std::wstring_view viewOf(BSTR text) {
   return text ? std::wstring_view(text, SysStringLen(text)) : L"";

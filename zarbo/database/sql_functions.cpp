@@ -1,4 +1,5 @@
 #include <optional>
+#include <utility>
 
 #include "brx/lisp_calls.h"
 #include "platform/desktop/desktop.h"
@@ -15,9 +16,9 @@ namespace {
 /// What the caller sees when a statement can't be run: a box and perhaps an error; nil; or a text.
 enum SqlMode : int32_t { askUser = 0, giveNil = 1, giveText = 2 };
 
-void returnRows(const COleVariant& rows) {
+void returnRows(COleVariant& rows) {
   if (rows.isArray()) {
-    rowsToList(rows);
+    rowsToList(std::move(rows));
   } else {
     acedRetNil();
   }

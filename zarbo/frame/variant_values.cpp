@@ -184,10 +184,10 @@ void arrayToList(const VARIANT& names) {
   endListAndReturn(list);
 }
 
-void rowsToList(const VARIANT& rows) {
-  const VariantElements all(rows);
-  LispList list;
-  beginList(list);
+namespace {
+
+/// The list's content, in buffers. The elements are freed on the way.
+void appendRows(LispList& list, const VariantElements& all) {
   bool inRecord = false;
   for (ULONG i = 0; i < all.size(); ++i) {
     if (textOf(all[i]) == newRecordMark) {
@@ -198,10 +198,20 @@ void rowsToList(const VARIANT& rows) {
       appendBuffers(list, variantToResbuf(all[i], true));
     } else if (i + 1 < all.size()) {
       appendField(list, all[i], all[i + 1]);
-      ++i;
+      VariantClear(&all[i++]);
     }
+    VariantClear(&all[i]);
   }
   if (inRecord) appendMark(list, RTLE);
+}
+
+}  // namespace
+
+void rowsToList(COleVariant rows) {
+  LispList list;
+  beginList(list);
+  appendRows(list, VariantElements(rows));
+  rows.Clear();
   endListAndReturn(list);
 }
 

@@ -33,7 +33,8 @@ bool treeToArray(ArgCursor& cursor, COleVariant& tree);
 /// flat list, a row set as a list of records. A variant without an array gives an empty list.
 void recordToPairs(const VARIANT& record);
 void arrayToList(const VARIANT& names);
-void rowsToList(const VARIANT& rows);
+/// Uses the rows up: each is freed as it is converted, and all of them before LISP makes its own.
+void rowsToList(COleVariant rows);
 
 /// The element at a place counted from 0, as a number; false when there is none.
 bool elementToLong(const VARIANT& array, ULONG place, int32_t& value);

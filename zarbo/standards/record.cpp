@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr const wchar_t* keepIndex = L"";
+constexpr const wchar_t* keepIndex = nullptr;
 
 bool isMasterColumn(const Column& column) {
   const std::wstring_view name = column.name();
@@ -33,7 +33,7 @@ void StandardsRecord::describe(std::vector<Column*> members, IntegerColumn& coun
 
 bool StandardsRecord::selectTable(const wchar_t* index) {
   short ok = 0;
-  check(connection_->SetTable(tableName_.get(), Bstr(index).get(), &ok));
+  check(connection_->SetTable(tableName_.get(), index ? Bstr(index).get() : nullptr, &ok));
   return ok != 0;
 }
 

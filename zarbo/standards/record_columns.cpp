@@ -4,8 +4,8 @@
 
 namespace {
 
-std::wstring trimmedRight(std::wstring text) {
-  while (!text.empty() && std::iswspace(text.back())) text.pop_back();
+std::wstring_view trimmedRight(std::wstring_view text) {
+  while (!text.empty() && std::iswspace(static_cast<wint_t>(text.back()))) text.remove_suffix(1);
   return text;
 }
 
@@ -45,7 +45,7 @@ void FlagColumn::take(const VARIANT& value) { value_ = value.vt == VT_BOOL && va
 COleVariant FlagColumn::give() const { return COleVariant::boolean(value_); }
 
 void TextColumn::take(const VARIANT& value) {
-  value_ = value.vt == VT_BSTR ? trimmedRight(std::wstring(viewOf(value.bstrVal))) : std::wstring();
+  value_ = value.vt == VT_BSTR ? trimmedRight(viewOf(value.bstrVal)) : std::wstring_view();
 }
 
 COleVariant TextColumn::give() const { return COleVariant(value_); }
