@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "platform/text/utf.h"
+
 namespace {
 
 constexpr size_t mostReadAhead = 256;
@@ -42,11 +44,17 @@ void Cursor::bindToSchema(std::string_view indexName) {
     }
   }
   columnList_ = quoted(table_.rowId);
+  wideTableName_ = Bstr::attach(bstrOfUtf8(table_.name));
   names_.clear();
   for (const jet::Column& column : table_.columns) {
     columnList_ += ", " + quoted(column.name);
     names_.push_back(Bstr::attach(bstrOfUtf8(column.name)));
   }
+}
+
+// Each step of a walk asks, mostly in the table's own spelling.
+bool Cursor::isOn(std::wstring_view table) const {
+  return table == wideTableName_.view() || sameText(table_.name, toUtf8(table));
 }
 
 // The schema may have changed under an open table. Its position holds when its columns are still the same.

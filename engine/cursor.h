@@ -23,6 +23,8 @@ class Cursor {
   Cursor(Database& database, DatabaseCatalog& catalog, std::string_view table, std::string_view index);
 
   const std::string& tableName() const { return table_.name; }
+  /// Whether the table is known by this name.
+  bool isOn(std::wstring_view table) const;
   /// "" when none was asked for.
   const std::string& indexName() const { return indexName_; }
   const jet::Table& table() const { return table_; }
@@ -90,6 +92,7 @@ class Cursor {
   std::string storedIndex_;  // "" when the row numbers are the order
   bool leavesOutNull_ = false;
   std::string columnList_;
+  Bstr wideTableName_;
   std::vector<Bstr> names_;
 
   Place place_ = Place::Top;

@@ -3,10 +3,9 @@
 
 HRESULT EngineObject::SetTable(BSTR table, BSTR index, VARIANT_BOOL* ok) {
   return attempt(ok, [&] {
-    const std::string name = toUtf8(viewOf(table));
     database();
-    if (cursor_ && SysStringLen(index) == 0 && sameText(cursor_->tableName(), name)) return;
-    const std::string indexName = toUtf8(viewOf(index));
+    if (cursor_ && SysStringLen(index) == 0 && cursor_->isOn(viewOf(table))) return;
+    const std::string name = toUtf8(viewOf(table)), indexName = toUtf8(viewOf(index));
     Transaction transaction(database(), Transaction::Kind::Read, Access::Read);
     catalog_->refresh();
     cursor_ = std::make_unique<Cursor>(*database_, *catalog_, name, indexName);
@@ -96,7 +95,7 @@ HRESULT EngineObject::PositionFlagB(VARIANT_BOOL* beforeFirst) {
 }
 
 HRESULT EngineObject::ReleaseTable(BSTR table) {
-  if (cursor_ && sameText(cursor_->tableName(), toUtf8(viewOf(table)))) cursor_.reset();
+  if (cursor_ && cursor_->isOn(viewOf(table))) cursor_.reset();
   return S_OK;
 }
 

@@ -124,13 +124,18 @@ class BufferWriter {
 /// that are equal: the names of fields come again with every record.
 class RecentTexts {
  public:
-  Value valueOf(std::wstring_view text) {
-    if (text.size() > longest) return Value(text);
-    const uint32_t hash = hashOf(text);
+  Value valueOf(const ACHAR* text) {
+    uint32_t hash = 2166136261;
+    size_t length = 0;
+    for (; text[length]; ++length) {
+      if (length == longest) return Value(std::wstring_view(text));
+      hash = (hash ^ static_cast<uint32_t>(text[length])) * 16777619;
+    }
     Known& known = known_[(hash ^ hash >> 16) % places];
+    const std::wstring_view wanted(text, length);
     // The hash first: the other text may have left the cache.
-    if (known.hash != hash || !known.value.isText() || known.value.text() != text) {
-      known = {hash, Value(text)};
+    if (known.hash != hash || !known.value.isText() || known.value.text() != wanted) {
+      known = {hash, Value(wanted)};
     }
     return known.value;
   }
@@ -141,11 +146,6 @@ class RecentTexts {
     uint32_t hash;
     Value value;
   };
-  static uint32_t hashOf(std::wstring_view text) {
-    uint32_t hash = 2166136261;
-    for (const wchar_t c : text) hash = (hash ^ static_cast<uint32_t>(c)) * 16777619;
-    return hash;
-  }
   std::array<Known, places> known_{};
 };
 
