@@ -23,15 +23,24 @@ class ClosingReactor : public AcEditorReactor {
   }
 };
 
+/// Listens as long as what it clears lives.
+class Watch {
+ public:
+  Watch() {
+    states();
+    selectionSets();
+    editor().addReactor(&reactor_);
+  }
+  ~Watch() { editor().removeReactor(&reactor_); }
+
+ private:
+  ClosingReactor reactor_;
+};
+
 }  // namespace
 
 DrawingState& stateOf(AcDbDatabase& drawing) {
-  static ClosingReactor* const reactor = [] {
-    auto* const made = new ClosingReactor;
-    editor().addReactor(made);
-    return made;
-  }();
-  (void)reactor;
+  [[maybe_unused]] static const Watch watch;
   DrawingState& state = states()[&drawing];
   state.drawing = &drawing;
   return state;
