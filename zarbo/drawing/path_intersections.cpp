@@ -57,6 +57,13 @@ void addHits(const ArcPath& path, const std::vector<const AcDbCurve*>& others, H
   if (path.leadOut) stage(*path.leadOut, [&](double d) { return right ? -d : path.length + d; });
 }
 
+int returnHits(const ArcPath& path, const std::vector<const AcDbCurve*>& others) {
+  Hits hits;
+  addHits(path, others, hits);
+  hits.returnAll();
+  return done;
+}
+
 }  // namespace
 
 int kvIntersectArcArc() {
@@ -65,10 +72,7 @@ int kvIntersectArcArc() {
   const double extension = optionalExtension(args.cursor);
   ArcPath path, other;
   if (!getArcPath(args.cursor, extension, path) || !getArcPath(args.cursor, extension, other)) return done;
-  Hits hits;
-  addHits(path, other.pieces(), hits);
-  hits.returnAll();
-  return done;
+  return returnHits(path, other.pieces());
 }
 
 int kvIntersectArcLine() {
@@ -79,10 +83,7 @@ int kvIntersectArcLine() {
   AcDbLine line;
   if (!getArcPath(args.cursor, extension, path) || !getExtendedLine(args.cursor, extension, line))
     return done;
-  Hits hits;
-  addHits(path, {&line}, hits);
-  hits.returnAll();
-  return done;
+  return returnHits(path, {&line});
 }
 
 int kvIntersectLineArc() {
