@@ -42,6 +42,7 @@ std::optional<Options> readOptions(int count, char** words, int& status) {
   Options options;
   CLI::App app("A drawing host with its LISP, headless or in a window, that runs the Zarbo module.",
                "zarbo-host");
+  app.set_version_flag("--version", "zarbo-host " ZARBO_VERSION);
   app.add_option("files", options.files, "LISP files to load, in order")->type_name("FILE.lsp");
   app.add_option("--eval", options.expressions, "Evaluate; the value of the last one is printed")
       ->type_name("EXPR")

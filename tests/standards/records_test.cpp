@@ -94,6 +94,38 @@ TEST_F(RecordsTest, ReadsARowByItsTextAndByItsNumber) {
   EXPECT_EQ(again.sName.get(), L"H-SA-CNTR");
 }
 
+TEST_F(RecordsTest, ReadsNumbersOfEveryWidth) {
+  for (const wchar_t* type : {L"SHORT", L"DOUBLE", L"SINGLE", L"BYTE"}) {
+    VARIANT_BOOL ok = 0;
+    const std::wstring change = std::wstring(L"ALTER TABLE tblLayer ALTER COLUMN iColor ") + type;
+    engine->ExecuteStatement(Bstr(change).get(), &ok);
+    ASSERT_EQ(ok, VARIANT_TRUE) << toUtf8(change);
+    tblLayer layer(true, engine.get());
+    ASSERT_TRUE(layer.FindByKey(L"H-SA-CNTR"));
+    EXPECT_EQ(layer.iColor.get(), 8) << toUtf8(type);
+  }
+}
+
+TEST(Columns, TakeANumberOfAnyType) {
+  IntegerColumn integer(L"i");
+  RealColumn real(L"d");
+  VARIANT single{};
+  single.vt = VT_R4;
+  single.fltVal = 2.0F;
+  VARIANT byte{};
+  byte.vt = VT_UI1;
+  byte.bVal = 2;
+  for (const COleVariant& two : {COleVariant(SHORT{2}), COleVariant(LONG{2}), COleVariant(2.0),
+                                 COleVariant(single), COleVariant(byte)}) {
+    integer.load(two);
+    real.load(two);
+    EXPECT_EQ(integer.get(), 2) << two.vt;
+    EXPECT_EQ(real.get(), 2.0) << two.vt;
+  }
+  integer.load(COleVariant(1e10));
+  EXPECT_EQ(integer.get(), 0);
+}
+
 TEST_F(RecordsTest, AppendsTheChangedColumnsAndReadsTheRowBack) {
   tblLayer layer(true, engine.get());
   layer.AddNew();

@@ -1,13 +1,12 @@
 #include "zarbo/database/host_utilities.h"
 
-#include <cstdlib>
-
 #include "platform/com/class_objects.h"
 #include "platform/desktop/desktop.h"
 #include "zarbo/database/engine.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
 #include "zarbo/frame/list_builder.h"
+#include "zarbo/frame/random.h"
 
 namespace {
 
@@ -86,7 +85,7 @@ int zbMessageBox() {
 }
 
 int zbRandom() {
-  acedRetInt(std::rand());
+  acedRetInt(drawRandom());
   return done;
 }
 

@@ -1,12 +1,12 @@
 #include "zarbo/drawing/numeric_functions.h"
 
 #include <cmath>
-#include <cstdlib>
 
 #include "platform/text/digits.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
 #include "zarbo/frame/list_builder.h"
+#include "zarbo/frame/random.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ int kvRand() {
   LispArgs args;
   int32_t limit;
   if (!getLong(args.cursor, limit)) limit = noLimit;
-  const int drawn = std::rand();
+  const int drawn = drawRandom();
   // A limit of 0 leaves no number to choose from but 0.
   retNumber(limit == noLimit ? drawn : limit == 0 ? 0 : drawn % limit);
   return done;

@@ -1,12 +1,32 @@
 #include "zarbo/standards/record_columns.h"
 
+#include <cmath>
 #include <cwctype>
+#include <limits>
 
 namespace {
 
 std::wstring_view trimmedRight(std::wstring_view text) {
   while (!text.empty() && std::iswspace(static_cast<wint_t>(text.back()))) text.remove_suffix(1);
   return text;
+}
+
+/// A standards file may hold a number in any width; what is no number counts as 0.
+double numberOf(const VARIANT& value) {
+  switch (value.vt) {
+    case VT_I2:
+      return value.iVal;
+    case VT_I4:
+      return value.lVal;
+    case VT_UI1:
+      return value.bVal;
+    case VT_R4:
+      return value.fltVal;
+    case VT_R8:
+      return value.dblVal;
+    default:
+      return 0;
+  }
 }
 
 }  // namespace
@@ -32,11 +52,16 @@ void Column::load(const VARIANT& value) {
 
 COleVariant Column::stored() const { return isNull() ? COleVariant::null() : give(); }
 
-void IntegerColumn::take(const VARIANT& value) { value_ = value.vt == VT_I4 ? value.lVal : 0; }
+void IntegerColumn::take(const VARIANT& value) {
+  const double number = std::nearbyint(numberOf(value));
+  const bool fits =
+      number >= std::numeric_limits<int32_t>::min() && number <= std::numeric_limits<int32_t>::max();
+  value_ = fits ? static_cast<int32_t>(number) : 0;
+}
 
 COleVariant IntegerColumn::give() const { return COleVariant(LONG{value_}); }
 
-void RealColumn::take(const VARIANT& value) { value_ = value.vt == VT_R8 ? value.dblVal : 0.0; }
+void RealColumn::take(const VARIANT& value) { value_ = numberOf(value); }
 
 COleVariant RealColumn::give() const { return COleVariant(value_); }
 

@@ -9,8 +9,7 @@
 (kv_atof "text")                    ;=> 0.0
 (kv_atof 5)                         ;=> nil
 (< -1 (kv_kv-rand 10) 10)           ;=> T
-(type (kv_kv-rand))                 ;=> REAL
-(numberp (zb_random))               ;=> T
+(vl-every '(lambda (n) (and (= (type n) 'INT) (<= 0 n 32767))) (list (kv_kv-rand) (kv_kv-rand) (zb_random) (zb_random)))   ;=> T
 ; The four codes of a body
 (zb_table)                          ;=> nil
 (zb_fcopy "a")                      ;=> ; error: ADS request error
