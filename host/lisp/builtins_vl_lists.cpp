@@ -49,7 +49,9 @@ std::vector<size_t> sortedPlaces(const Call& call, const std::vector<Value>& ele
   return places;
 }
 
+// Reals are objects of their own, so that equal ones stay apart.
 bool sameElement(const Value& a, const Value& b) {
+  if (a.isReal() || b.isReal()) return false;
   return a.isNumber() || a.isText() ? equalValues(a, b) : a.same(b);
 }
 

@@ -168,6 +168,7 @@ TEST(ByteLists, TakeWhatTheCountAllows) {
   };
   for (const auto& [text, bytes] : cases) EXPECT_EQ(bytesOfListText(text), bytes) << text;
   EXPECT_EQ(bytesOfText(L"a\u00ff\u0100\u0101"), (Bytes{'a', 255, 255, 255}));
+  EXPECT_EQ(bytesOfText(L"\uffff\U00010000z"), (Bytes{255, 255, 255, 'z'}));
 }
 
 }  // namespace

@@ -34,6 +34,7 @@
 (apply '+ '(1 2 3))                      ;=> 6
 (apply 'max (mapcar 'strlen '("a" "bbb")))                   ;=> 3
 (vl-sort '(3 1 2 1) '<)                  ;=> (1 2 3)
+(vl-sort '(9.0 9.0 1.0 9 9) '<)           ;=> (1.0 9.0 9.0 9)
 (vl-sort-i '(3 1 2) '<)                  ;=> (1 2 0)
 (vl-sort '((1 b) (0 a)) '(lambda (p q) (< (car p) (car q))))  ;=> ((0 A) (1 B))
 (vl-remove 2 '(1 2 3 2))                 ;=> (1 3)
