@@ -106,14 +106,17 @@ Value filenameExtension(const Call& call) {
 }
 
 // Pattern "name.ext" and folder are optional: a name that no file has.
+/// A name that no file has and that this process hasn't given out before.
 Value filenameMktemp(const Call& call) {
+  static int number = 0;
   fs::path pattern = call.has(0) && call[0].isTrue() ? toPath(call.text(0)) : fs::path("$VL~~");
   std::error_code problem;
   fs::path folder = call.has(1) && call[1].isTrue() ? toPath(call.text(1)) : pattern.parent_path();
   if (folder.empty()) folder = fs::temp_directory_path(problem);
   std::string extension = pattern.extension().string();
   if (call.has(2) && call[2].isTrue()) extension = toUtf8(call.text(2));
-  for (int number = 1; number < 1000000; ++number) {
+  while (number < 1000000) {
+    ++number;
     char digits[16];
     std::snprintf(digits, sizeof digits, "%03d", number);
     const fs::path candidate = folder / (pattern.stem().string() + digits + extension);

@@ -68,8 +68,14 @@ Value elt(const Call& call) {
   return static_cast<int32_t>(call.text(0)[place]);
 }
 
+/// With a fourth argument that is true, the last place at or behind the third.
 Value position(const Call& call) {
-  const size_t found = call.text(1).find(static_cast<wchar_t>(call.integer(0)), optionalPlace(call, 2));
+  const std::wstring& text = call.text(1);
+  const auto sought = static_cast<wchar_t>(call.integer(0));
+  const size_t start = optionalPlace(call, 2);
+  size_t found = text.find(sought, start);
+  const bool fromEnd = call.has(3) && call[3].isTrue();
+  if (fromEnd && found != std::wstring::npos) found = text.rfind(sought);
   return found == std::wstring::npos ? Value() : Value(static_cast<int32_t>(found));
 }
 

@@ -36,3 +36,4 @@
 (vl-catch-all-error-p (vl-catch-all-apply 'load (list path)))   ;=> T
 loaded                                    ;=> 7
 (numberp (vl-string-search "line 2" (vl-catch-all-error-message (vl-catch-all-apply (quote load) (list path)))))   ;=> T
+(= (vl-filename-mktemp "once.tmp") (vl-filename-mktemp "once.tmp"))   ;=> nil

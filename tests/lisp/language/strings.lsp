@@ -60,3 +60,6 @@
 (inters '(0 0) '(2 2) '(0 2) '(2 0))      ;=> (1.0 1.0)
 (inters '(0 0) '(1 1) '(3 0) '(0 3))      ;=> nil
 (inters '(0 0) '(1 1) '(3 0) '(0 3) nil)  ;=> (1.5 1.5)
+(mapcar '(lambda (start) (vl-string-position 46 "x.y.z" start T)) '(nil 0 2 3 4))   ;=> (3 3 3 3 nil)
+(vl-string-position 46 "x.y.z" 2 nil)    ;=> 3
+(vl-string-position 46 "x.y.z")          ;=> 1
