@@ -105,8 +105,7 @@ Value filenameExtension(const Call& call) {
   return dot == path.size() ? Value() : textValue(std::wstring_view(path).substr(dot));
 }
 
-// Pattern "name.ext" and folder are optional: a name that no file has.
-/// A name that no file has and that this process hasn't given out before.
+// Pattern "name.ext" and folder are optional: a name that no file has and that wasn't given out before.
 Value filenameMktemp(const Call& call) {
   static int number = 0;
   fs::path pattern = call.has(0) && call[0].isTrue() ? toPath(call.text(0)) : fs::path("$VL~~");

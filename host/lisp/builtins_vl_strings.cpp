@@ -73,10 +73,9 @@ Value position(const Call& call) {
   const std::wstring& text = call.text(1);
   const auto sought = static_cast<wchar_t>(call.integer(0));
   const size_t start = optionalPlace(call, 2);
-  size_t found = text.find(sought, start);
   const bool fromEnd = call.has(3) && call[3].isTrue();
-  if (fromEnd && found != std::wstring::npos) found = text.rfind(sought);
-  return found == std::wstring::npos ? Value() : Value(static_cast<int32_t>(found));
+  const size_t found = fromEnd ? text.rfind(sought) : text.find(sought, start);
+  return found == std::wstring::npos || found < start ? Value() : Value(static_cast<int32_t>(found));
 }
 
 Value mismatch(const Call& call) {

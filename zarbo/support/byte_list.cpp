@@ -35,8 +35,7 @@ std::vector<uint8_t> bytesOfText(std::wstring_view text) {
   std::vector<uint8_t> bytes;
   for (const wchar_t c : text) {
     const auto code = static_cast<uint32_t>(c);
-    // Signatures count units of 16 bits: beyond them a character is a pair, each of whose halves is above
-    // 255.
+    // Signatures count units of 16 bits: a character beyond them is a pair, each half above 255.
     if (code > 0xffff) bytes.push_back(255);
     bytes.push_back(static_cast<uint8_t>(std::min<uint32_t>(code, 255)));
   }
