@@ -1,6 +1,6 @@
 #include "host/access/access_state.h"
 
-#include "host/access/selection_set.h"
+#include "host/database/selection_set.h"
 #include "host/lisp/interpreter.h"
 
 namespace host {

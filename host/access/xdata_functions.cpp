@@ -5,7 +5,7 @@
 #include "host/access/arguments.h"
 #include "host/access/refusal.h"
 #include "host/access/xdata.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 
 namespace host {
 namespace {

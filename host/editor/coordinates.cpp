@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {

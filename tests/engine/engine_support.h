@@ -13,10 +13,10 @@
 #include <utility>
 #include <vector>
 
+#include "interfaces/engine.h"
 #include "platform/com/class_objects.h"
 #include "platform/com/owners.h"
 #include "platform/text/utf.h"
-#include "zarbo/database/engine.h"
 
 /// A folder of the test's own, in memory where that can be had, removed at its end.
 class TemporaryFolder {

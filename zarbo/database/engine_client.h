@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string>
 
+#include "interfaces/engine.h"
 #include "platform/com/com_ptr.h"
 #include "platform/com/owners.h"
-#include "zarbo/database/engine.h"
 
 /// What `connect` answers for a file that opens but is damaged.
 inline const wchar_t* const repairStatus = L"*REPAIR*";

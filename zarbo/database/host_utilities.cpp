@@ -1,8 +1,8 @@
 #include "zarbo/database/host_utilities.h"
 
+#include "interfaces/engine.h"
 #include "platform/com/class_objects.h"
 #include "platform/desktop/desktop.h"
-#include "zarbo/database/engine.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
 #include "zarbo/frame/list_builder.h"
