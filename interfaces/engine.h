@@ -11,11 +11,9 @@
 /// - The HRESULT fails only when the call itself could not be made (a null output, no memory). A database
 ///   failure is `ok` false with an error that waits for `LastError`; outputs are then empty.
 /// - `VARIANT_BOOL`: -1 true, 0 false. A BSTR or VARIANT that comes out belongs to the caller; what was in
-/// the
-///   output before is not read. Inputs stay the caller's. A null BSTR is the empty string.
+///   the output before is not read. Inputs stay the caller's. A null BSTR is the empty string.
 /// - A record is an array of variants: name, value, name, value, the fields in the table's order. The names
-/// are
-///   shared between records: nobody writes into them.
+///   are shared between records: nobody writes into them.
 /// - A row set is such an array with the text "*NewRecord*" before each record. Without rows it is VT_EMPTY.
 /// - A definition is an array of the values of a list in order, in which the texts "*RTLB*", "*RTLE*" and
 ///   "*RTDOTE*" stand for its parentheses and dots. Its forms are in docs/database.md.

@@ -1,7 +1,9 @@
 #include <cwctype>
 
 #include "brx/db_calls.h"
+#include "host/database/kept_for_drawing.h"
 #include "host/database/memory_filer.h"
+#include "host/database/selection_set.h"
 #include "host/database/standard_drawing.h"
 #include "host/database/stubs.h"
 
@@ -72,6 +74,8 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : imp_(std::make_uniq
 }
 
 AcDbDatabase::~AcDbDatabase() {
+  imp_->keptByOthers.clear();
+  host::selectionSets().forget(*this);
   drawings().erase(this);
   for (AcDbStub& stub : imp_->stubs) {
     if (!stub.object) continue;
@@ -188,6 +192,10 @@ void AcDbDatabase::undoKeep(size_t) {
 }
 
 namespace host {
+
+std::shared_ptr<void>& keptFor(AcDbDatabase& drawing, std::type_index type) {
+  return drawing.imp().keptByOthers[type];
+}
 
 std::wstring symbolKey(const ACHAR* name) {
   std::wstring key(name ? name : L"");

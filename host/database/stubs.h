@@ -4,6 +4,7 @@
 #include <deque>
 #include <memory>
 #include <set>
+#include <typeindex>
 #include <unordered_map>
 #include <vector>
 
@@ -71,6 +72,8 @@ struct AcDbDatabaseImp {
   Adesk::UInt64 changes = 0;     // grows with every opening for writing, erasing and adding
   std::vector<UndoRecord> journal;
   std::unique_ptr<AcDbTransactionManager, void (*)(AcDbTransactionManager*)> transactions{nullptr, nullptr};
+  /// What rooms above keep for the drawing, by its type.
+  std::unordered_map<std::type_index, std::shared_ptr<void>> keptByOthers;
 
   AcDbStub*& slot(AcDbHandle handle);
   AcDbStub* find(AcDbHandle handle) const;

@@ -1,7 +1,7 @@
 #include "brx/db_ellipse.h"
 
 #include "host/database/fields.h"
-#include "host/geometry/ellipse_arc.h"
+#include "host/entities/entity_pieces.h"
 #include "host/geometry/flatten.h"
 
 ACRX_DEFINE_MEMBERS(AcDbEllipse)

@@ -1,4 +1,4 @@
-#include "host/geometry/curve_piece.h"
+#include "host/entities/entity_pieces.h"
 
 namespace {
 

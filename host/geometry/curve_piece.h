@@ -2,7 +2,6 @@
 
 #include <vector>
 
-#include "brx/db_entity.h"
 #include "host/geometry/bspline.h"
 #include "host/geometry/ellipse_arc.h"
 
@@ -26,10 +25,6 @@ struct CurvePiece {
   /// As seen along the unit vector `view`, on the plane through `base`; the parameters are the same.
   CurvePiece projected(const AcGePoint3d& base, const AcGeVector3d& view) const;
 };
-
-/// Lines, arcs, ellipses and splines of an entity, through blocks and whatever else explodes. With
-/// `extend` open curves go on beyond their ends. Texts have none.
-std::vector<CurvePiece> piecesOf(const AcDbEntity& entity, bool extend);
 
 /// Parameters on `a` at which it meets `b`. Curves that coincide along a way don't meet.
 std::vector<double> meetings(const CurvePiece& a, const CurvePiece& b);

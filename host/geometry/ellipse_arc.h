@@ -5,8 +5,6 @@
 #include "brx/arrays.h"
 #include "brx/ge_matrix.h"
 
-class AcDbEllipse;
-
 namespace host {
 
 constexpr double fullTurn = 6.283185307179586477;
@@ -45,7 +43,5 @@ struct EllipseArc {
   EllipseArc alongAxes() const;
   bool isCircular() const;
 };
-
-EllipseArc arcOf(const AcDbEllipse& ellipse);
 
 }  // namespace host

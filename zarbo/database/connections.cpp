@@ -7,10 +7,12 @@
 
 #include "brx/documents.h"
 #include "brx/lisp_calls.h"
+#include "platform/com/class_objects.h"
 #include "zarbo/database/failure.h"
 #include "zarbo/database/find_database.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
+#include "zarbo/frame/list_builder.h"
 
 namespace {
 
@@ -322,5 +324,14 @@ int zbReadonly() {
   } else {
     acedRetNil();
   }
+  return done;
+}
+
+int zbGetVersion() {
+  SHORT version = 0;
+  if (const auto engine = createObject<IZbEngine>(engineClassId)) {
+    if (FAILED(engine->EngineVersion(&version))) version = 0;
+  }
+  retNumber(version);
   return done;
 }

@@ -1,8 +1,9 @@
+#include "zarbo/drawing/extended_data.h"
+
 #include <algorithm>
 #include <vector>
 
 #include "brx/db_database.h"
-#include "zarbo/database/host_utilities.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/list_builder.h"
 #include "zarbo/frame/object_args.h"

@@ -3,9 +3,12 @@
 #include "zarbo/database/bodies.h"
 #include "zarbo/database/connections.h"
 #include "zarbo/database/failure.h"
-#include "zarbo/database/host_utilities.h"
+#include "zarbo/desktop/boxes.h"
+#include "zarbo/drawing/extended_data.h"
+#include "zarbo/drawing/numeric_functions.h"
 #include "zarbo/module/function_table.h"
 #include "zarbo/module/wrappers.h"
+#include "zarbo/support/service_functions.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include <chrono>
 
 #include "platform/files/files.h"
-#include "zarbo/database/host_utilities.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
 #include "zarbo/frame/list_builder.h"
+#include "zarbo/support/service_functions.h"
 
 namespace {
 

@@ -1,12 +1,8 @@
-#include "zarbo/database/host_utilities.h"
+#include "zarbo/desktop/boxes.h"
 
-#include "interfaces/engine.h"
-#include "platform/com/class_objects.h"
 #include "platform/desktop/desktop.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
-#include "zarbo/frame/list_builder.h"
-#include "zarbo/frame/random.h"
 
 namespace {
 
@@ -81,19 +77,5 @@ int zbMessageBox() {
   box.style = readStyle(args.cursor);
   const std::wstring answer = platform::nameOf(platform::desktop().messageBox(box));
   if (!answer.empty()) acedRetStr(answer.c_str());
-  return done;
-}
-
-int zbRandom() {
-  acedRetInt(drawRandom());
-  return done;
-}
-
-int zbGetVersion() {
-  SHORT version = 0;
-  if (const auto engine = createObject<IZbEngine>(engineClassId)) {
-    if (FAILED(engine->EngineVersion(&version))) version = 0;
-  }
-  retNumber(version);
   return done;
 }
