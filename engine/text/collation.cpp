@@ -1,4 +1,4 @@
-#include "engine/collation.h"
+#include "engine/text/collation.h"
 
 #include <algorithm>
 #include <array>
@@ -15,10 +15,10 @@ struct CaseRun {
 };
 
 constexpr CaseRun lowerRuns[] = {
-#include "engine/case_lower.inc"
+#include "engine/text/case_lower.inc"
 };
 constexpr CaseRun upperRuns[] = {
-#include "engine/case_upper.inc"
+#include "engine/text/case_upper.inc"
 };
 
 template <size_t count>

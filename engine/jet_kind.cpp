@@ -1,4 +1,4 @@
-#include "engine/mdb/jet_kind.h"
+#include "engine/jet_kind.h"
 
 #include <algorithm>
 #include <array>
