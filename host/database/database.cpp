@@ -1,4 +1,4 @@
-#include <cwctype>
+#include <cwchar>
 
 #include "brx/db_calls.h"
 #include "host/database/kept_for_drawing.h"
@@ -6,6 +6,7 @@
 #include "host/database/selection_set.h"
 #include "host/database/standard_drawing.h"
 #include "host/database/stubs.h"
+#include "platform/text/letters.h"
 
 namespace {
 
@@ -197,11 +198,7 @@ std::shared_ptr<void>& keptFor(AcDbDatabase& drawing, std::type_index type) {
   return drawing.imp().keptByOthers[type];
 }
 
-std::wstring symbolKey(const ACHAR* name) {
-  std::wstring key(name ? name : L"");
-  for (wchar_t& letter : key) letter = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(letter)));
-  return key;
-}
+std::wstring symbolKey(const ACHAR* name) { return upperCased(name ? name : L""); }
 
 }  // namespace host
 

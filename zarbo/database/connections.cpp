@@ -1,13 +1,13 @@
 #include "zarbo/database/connections.h"
 
 #include <algorithm>
-#include <cwctype>
 #include <list>
 #include <memory>
 
 #include "brx/documents.h"
 #include "brx/lisp_calls.h"
 #include "platform/com/class_objects.h"
+#include "platform/text/letters.h"
 #include "zarbo/database/failure.h"
 #include "zarbo/database/find_database.h"
 #include "zarbo/frame/guarded_call.h"
@@ -59,7 +59,7 @@ void setActive(const DB_INFO& record) { setActive(record.connection, record.path
 void setNoneActive() { setActive(Engine(), L"", false); }
 
 std::wstring comparablePath(std::wstring path) {
-  for (wchar_t& c : path) c = c == L'/' ? L'\\' : static_cast<wchar_t>(std::towupper(c));
+  for (wchar_t& c : path) c = c == L'/' ? L'\\' : upperLetter(c);
   return path;
 }
 
