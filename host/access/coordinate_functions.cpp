@@ -124,7 +124,7 @@ Value textbox(const Call& call) {
     corners.add(pointValue(box.minPoint()));
     corners.add(pointValue(box.maxPoint()));
     return corners.take();
-  } catch (const Refusal& refusal) {
+  } catch (const ObjectRefusal& refusal) {
     return refuse(refusal.reason);
   }
 }

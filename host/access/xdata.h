@@ -6,7 +6,7 @@
 namespace host {
 
 /// Extended data of a list's -3, `(("APP" (1000 . "x") …) …)`, as buffers. Throws LispError "bad DXF group"
-/// for what is no such list, Refusal for braces that don't match.
+/// for what is no such list, ObjectRefusal for braces that don't match.
 GroupList xdataGroups(const lisp::Value& applications);
 
 }  // namespace host

@@ -28,7 +28,7 @@ Value xdsize(const Call& call) {
   const Value& applications = isGroup ? lisp::cdr(list) : hasCode ? lisp::cdr(lisp::car(list)) : list;
   try {
     return Value(static_cast<int32_t>(xdataSize(xdataGroups(applications).head())));
-  } catch (const Refusal& refusal) {
+  } catch (const ObjectRefusal& refusal) {
     return refuse(refusal.reason);
   }
 }
