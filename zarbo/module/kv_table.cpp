@@ -2,6 +2,7 @@
 
 #include "zarbo/desktop/host_windows.h"
 #include "zarbo/desktop/todo_queue.h"
+#include "zarbo/dialogs/customization_functions.h"
 #include "zarbo/dialogs/dialog_functions.h"
 #include "zarbo/drawing/entity_functions.h"
 #include "zarbo/drawing/leader_functions.h"
@@ -123,15 +124,15 @@ constexpr TableRow rows[] = {
 
     {L"kv_kv-drawHanger", kvEntry<notBuilt>},
 
-    {L"kv_kv-customizeLayers", kvEntry<notBuilt>},
+    {L"kv_kv-customizeLayers", kvEntry<kvCustomizeLayers>},
 
-    {L"kv_kv-LayerSystemOptionsElec", kvEntry<notBuilt>},
-    {L"kv_kv-LayerSystemOptionsPlumb", kvEntry<notBuilt>},
-    {L"kv_kv-LayerSystemOptionsHVAC", kvEntry<notBuilt>},
+    {L"kv_kv-LayerSystemOptionsElec", kvEntry<kvLayerSystemOptionsElec>},
+    {L"kv_kv-LayerSystemOptionsPlumb", kvEntry<kvLayerSystemOptionsPlumb>},
+    {L"kv_kv-LayerSystemOptionsHVAC", kvEntry<kvLayerSystemOptionsHvac>},
 
-    {L"kv_kv-customizeTextStyles", kvEntry<notBuilt>},
+    {L"kv_kv-customizeTextStyles", kvEntry<kvCustomizeTextStyles>},
 
-    {L"kv_kv-customizeLabelGroup", kvEntry<notBuilt>},
+    {L"kv_kv-customizeLabelGroup", kvEntry<kvCustomizeLabelGroup>},
 
     {L"EditUserOptions", kvEntry<editUserOptions>},
 
