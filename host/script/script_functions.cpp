@@ -1,7 +1,9 @@
 #include "host/script/script_functions.h"
 
+#include "host/bridge/lisp_points.h"
 #include "host/calls/command_line.h"
 #include "host/documents/documents.h"
+#include "host/editor/drag.h"
 #include "host/rx/modules.h"
 #include "host/script/queues.h"
 #include "platform/com/call_trace.h"
@@ -36,11 +38,19 @@ Document& named(const Call& call) {
   return *found;
 }
 
+void requireNoDrag(const Call& call) {
+  if (documents().isHeld()) {
+    call.lisp.fail(L"documents can't be opened, closed or switched while something is dragged");
+  }
+}
+
 Value newDocument(const Call& call) {
+  requireNoDrag(call);
   return text(documents().create(call.has(0) ? call.text(0) : L"").fileName());
 }
 
 Value openDocument(const Call& call) {
+  requireNoDrag(call);
   std::wstring problem;
   const Document* const opened = documents().openFile(call.text(0), problem);
   if (!opened) call.lisp.fail(problem);
@@ -48,6 +58,7 @@ Value openDocument(const Call& call) {
 }
 
 Value activateDocument(const Call& call) {
+  requireNoDrag(call);
   Document& document = named(call);
   documents().activate(document);
   return text(document.fileName());
@@ -62,6 +73,7 @@ Value saveDocument(const Call& call) {
 }
 
 Value closeDocument(const Call& call) {
+  requireNoDrag(call);
   Document* const document = call.has(0) ? &named(call) : documents().current();
   if (!document) call.lisp.fail(L"no open document");
   documents().close(*document);
@@ -148,7 +160,62 @@ Value takePrompts(const Call&) {
   return prompts.take();
 }
 
-// Boxes and choosers
+// Drags
+
+std::wstring_view nameOf(view::Item::Kind kind) {
+  constexpr std::wstring_view names[] = {L"polyline", L"polygon", L"arc", L"text", L"point"};
+  return names[kind];
+}
+
+Value imageList(const std::vector<ImagePart>& image) {
+  lisp::ListBuilder all;
+  for (const ImagePart& part : image) {
+    lisp::ListBuilder one, points;
+    one.add(text(nameOf(part.kind)));
+    one.add(text(part.layer));
+    one.add(Value(static_cast<int32_t>(part.colour)));
+    for (const AcGePoint3d& each : part.points) points.add(pointValue(each));
+    // A text comes before its place.
+    if (part.kind == view::Item::letters) one.add(text(part.text));
+    one.add(points.take());
+    all.add(one.take());
+  }
+  return all.take();
+}
+
+Value takeDrags(const Call&) {
+  lisp::ListBuilder drags;
+  for (const DragRecord& each : std::exchange(dragRecords(), {})) {
+    lisp::ListBuilder one;
+    one.add(text(each.prompt));
+    for (const int count : {each.samples, each.updates, each.images}) one.add(Value(int32_t{count}));
+    one.add(imageList(each.image));
+    drags.add(one.take());
+  }
+  return drags.take();
+}
+
+/// Lets timers tick as if so many milliseconds had gone by.
+Value runTimers(const Call& call) {
+  platform::desktop().runTimers(std::chrono::steady_clock::now() +
+                                std::chrono::milliseconds(call.integer(0)));
+  return {};
+}
+
+// The main window, boxes and choosers
+
+/// (text enabled meter-shown label minimum maximum position)
+Value mainWindow(const Call& call) {
+  const platform::Desktop::MainWindow& state = platform::desktop().mainWindow();
+  lisp::ListBuilder all;
+  all.add(text(state.text));
+  all.add(call.lisp.truth(state.enabled));
+  all.add(call.lisp.truth(state.meterShown));
+  all.add(text(state.progressLabel));
+  for (const int each : {state.progressMinimum, state.progressMaximum, state.progress})
+    all.add(Value(int32_t{each}));
+  return all.take();
+}
 
 platform::ScriptedDesktop& scripted(const Call& call) {
   platform::ScriptedDesktop* const desktop = platform::scriptedDesktop();
@@ -203,6 +270,9 @@ constexpr Row rows[] = {
     {L"host-boxes", takeBoxes, 0, 0},
     {L"host-file", queueFile, 1, 1},
     {L"host-prompts", takePrompts, 0, 0},
+    {L"host-drag-log", takeDrags, 0, 0},
+    {L"host-main-window", mainWindow, 0, 0},
+    {L"host-timers", runTimers, 1, 1},
     {L"arxload", loadModule, 1, 2},
     {L"arxunload", unloadModule, 1, 2},
     {L"arx", listModules, 0, 0},

@@ -13,6 +13,7 @@
 #include "zarbo/frame/editor_reactor.h"
 #include "zarbo/frame/framework_exception.h"
 #include "zarbo/frame/function_table.h"
+#include "zarbo/jigs/jig_timers.h"
 
 #define ZARBO_EXPORT extern "C" __attribute__((visibility("default")))
 
@@ -39,6 +40,7 @@ int initModule(void* applicationId) {
 }
 
 int unloadModule() {
+  stopJigTimers();
   KVLeader::rxRemove();
   stopCompanion();
   removeEditorReactor();
