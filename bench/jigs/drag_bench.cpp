@@ -8,7 +8,7 @@
 
 #include "brx/db_curves.h"
 #include "brx/ed_jig.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/editor/drag.h"
 #include "host/editor/person.h"

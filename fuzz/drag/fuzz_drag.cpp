@@ -7,7 +7,7 @@
 
 #include "brx/db_block.h"
 #include "brx/db_database.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/editor/drag.h"
 #include "host/editor/person.h"

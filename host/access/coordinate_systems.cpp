@@ -1,6 +1,6 @@
 #include "host/access/coordinate_systems.h"
 
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {

@@ -6,7 +6,7 @@
 #include "brx/db_database.h"
 #include "brx/editor_input.h"
 #include "host/access/coordinate_systems.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/documents/documents.h"
 #include "host/editor/acquisition.h"
 #include "host/editor/interpretation.h"

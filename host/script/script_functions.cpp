@@ -1,9 +1,7 @@
 #include "host/script/script_functions.h"
 
-#include "host/bridge/lisp_points.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
-#include "host/editor/drag.h"
 #include "host/rx/modules.h"
 #include "host/script/queues.h"
 #include "platform/com/call_trace.h"
@@ -160,40 +158,7 @@ Value takePrompts(const Call&) {
   return prompts.take();
 }
 
-// Drags
-
-std::wstring_view nameOf(view::Item::Kind kind) {
-  constexpr std::wstring_view names[] = {L"polyline", L"polygon", L"arc", L"text", L"point"};
-  return names[kind];
-}
-
-Value imageList(const std::vector<ImagePart>& image) {
-  lisp::ListBuilder all;
-  for (const ImagePart& part : image) {
-    lisp::ListBuilder one, points;
-    one.add(text(nameOf(part.kind)));
-    one.add(text(part.layer));
-    one.add(Value(static_cast<int32_t>(part.colour)));
-    for (const AcGePoint3d& each : part.points) points.add(pointValue(each));
-    // A text comes before its place.
-    if (part.kind == view::Item::letters) one.add(text(part.text));
-    one.add(points.take());
-    all.add(one.take());
-  }
-  return all.take();
-}
-
-Value takeDrags(const Call&) {
-  lisp::ListBuilder drags;
-  for (const DragRecord& each : std::exchange(dragRecords(), {})) {
-    lisp::ListBuilder one;
-    one.add(text(each.prompt));
-    for (const int count : {each.samples, each.updates, each.images}) one.add(Value(int32_t{count}));
-    one.add(imageList(each.image));
-    drags.add(one.take());
-  }
-  return drags.take();
-}
+// Timers
 
 /// Lets timers tick as if so many milliseconds had gone by.
 Value runTimers(const Call& call) {
@@ -270,7 +235,6 @@ constexpr Row rows[] = {
     {L"host-boxes", takeBoxes, 0, 0},
     {L"host-file", queueFile, 1, 1},
     {L"host-prompts", takePrompts, 0, 0},
-    {L"host-drag-log", takeDrags, 0, 0},
     {L"host-main-window", mainWindow, 0, 0},
     {L"host-timers", runTimers, 1, 1},
     {L"arxload", loadModule, 1, 2},

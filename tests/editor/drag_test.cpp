@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "brx/db_curves.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/documents/documents.h"
 #include "host/editor/person.h"
 #include "host/editor/user_input.h"

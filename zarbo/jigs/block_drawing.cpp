@@ -60,11 +60,8 @@ class BlockDrawing {
         inPlace_ ? parent * reference.blockTransform() : reference.blockTransform();
     AcTransaction* const transaction = begin(placement);
     for (; !iterator->done() && drawn_ < mostEntities; iterator->step()) {
-      AcDbEntity* entity = nullptr;
-      if (iterator->getEntity(entity) != Acad::eOk) continue;
-      ++drawn_;
-      drawPart(*entity, placement, transaction);
-      entity->close();
+      AcDbObjectId id;
+      if (iterator->getEntityId(id) == Acad::eOk) drawPart(id, placement, transaction);
     }
     end();
     --depth_;
@@ -81,22 +78,26 @@ class BlockDrawing {
     if (acTransactionManagerPtr()) acTransactionManagerPtr()->abortTransaction();
   }
 
-  void drawPart(AcDbEntity& entity, const AcGeMatrix3d& placement, AcTransaction* transaction) {
-    if (const auto* const nested = AcDbBlockReference::cast(&entity)) return draw(*nested, placement);
-    if (const auto* const definition = AcDbAttributeDefinition::cast(&entity)) {
+  void drawPart(AcDbObjectId id, const AcGeMatrix3d& placement, AcTransaction* transaction) {
+    AcDbObjectPointer<AcDbEntity> entity(id);
+    if (!entity.object()) return;
+    ++drawn_;
+    if (const auto* const nested = AcDbBlockReference::cast(entity.object())) return draw(*nested, placement);
+    if (const auto* const definition = AcDbAttributeDefinition::cast(entity.object())) {
       if (definition->isConstant() && !definition->isInvisible()) drawText(*definition, placement);
       return;
     }
-    if (entity.isA() == AcDbLeader::desc() && context_.isDragging()) {
-      return drawLeader(static_cast<const AcDbLeader&>(entity));
+    if (entity->isA() == AcDbLeader::desc() && context_.isDragging()) {
+      return drawLeader(static_cast<const AcDbLeader&>(*entity.object()));
     }
-    traits_.setLayer(layerOf(entity));
-    traits_.setColor(entity.colorIndex());
-    if (inPlace_) {
-      drawMoved(entity.objectId(), placement, transaction);
-    } else {
-      entity.worldDraw(&context_);
+    traits_.setLayer(layerOf(*entity.object()));
+    traits_.setColor(entity->colorIndex());
+    if (!inPlace_) {
+      entity->worldDraw(&context_);
+      return;
     }
+    entity.close();
+    drawMoved(id, placement, transaction);
   }
 
   AcDbObjectId layerOf(const AcDbEntity& entity) const {

@@ -8,7 +8,7 @@
 #include "brx/documents.h"
 #include "brx/lisp_calls.h"
 #include "platform/desktop/desktop.h"
-#include "zarbo/drawing/host_windows.h"
+#include "zarbo/desktop/host_windows.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
 #include "zarbo/jigs/jig_functions.h"
