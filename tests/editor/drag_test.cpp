@@ -8,8 +8,8 @@
 #include <memory>
 
 #include "brx/db_curves.h"
-#include "host/documents/variables.h"
 #include "host/documents/documents.h"
+#include "host/documents/variables.h"
 #include "host/editor/person.h"
 #include "host/editor/user_input.h"
 #include "host/script/queues.h"
