@@ -16,8 +16,8 @@ bool PrivateDatabase::open(const std::wstring& path, bool (*report)(Engine&)) {
     return false;
   }
   if (readOnly) {
-    platform::desktop().messageBox({L"Korvane", L"Database is read-only. Cannot be viewed at this time.",
-                                    platform::exclamationIcon});
+    platform::desktop().messageBox(
+        {L"Korvane", L"Database is read-only. Cannot be viewed at this time.", platform::exclamationIcon});
     return false;
   }
   return isOpen_ = true;
@@ -34,14 +34,12 @@ DialogConnection::DialogConnection(const std::optional<std::wstring>& path) {
 
 bool printFailure(Engine& engine) { return reportEngineFailure(engine); }
 
-// The report is the active connection's by design of the dialogs that use it. Where that has nothing to tell, the
-// failure would pass without a word.
+// The report is the active connection's by design of the dialogs that use it. Where that has nothing to tell,
+// the failure would pass without a word.
 bool reportActiveFailure(Engine& engine) { return reportEngineFailure() || reportEngineFailure(engine); }
 
 void runStatement(Engine& engine, const std::wstring& sql) {
   if (!engine.executeStatement(sql)) keepEngineFailure(engine);
 }
 
-void printNoStandardsDatabase() {
-  acutPrintf(L"\nSelected database is not a Korvane standards database.");
-}
+void printNoStandardsDatabase() { acutPrintf(L"\nSelected database is not a Korvane standards database."); }

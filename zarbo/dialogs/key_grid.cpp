@@ -66,7 +66,8 @@ bool KeyGrid::fill(int32_t system) {
       system == SystemGrid::general ? std::wstring(L"is Null") : L"= " + intToText(system);
   COleVariant rows;
   if (!tables_.engine.executeSql(
-          L"select ixLayerKey, ixLayer, sKey from tblLayerKey where ixLayerSystem " + of + L" order by sKey", rows)) {
+          L"select ixLayerKey, ixLayer, sKey from tblLayerKey where ixLayerSystem " + of + L" order by sKey",
+          rows)) {
     return true;
   }
   for (const FoundKey& each : keysOf(rows)) {

@@ -18,10 +18,11 @@ class KeyGrid {
   void setUp();
   /// No wider than half of the grid.
   void sizeColumns();
-  /// `FillKeyGrid`. False, and nothing done, when the system is on show already: the user's changes of keys stay.
+  /// `FillKeyGrid`. False, and nothing done, when the system is on show already: the user's changes of keys
+  /// stay.
   bool fill(int32_t system);
-  /// The system on show counts as none, so that the next `fill` reads it. `General`'s number means the same, and
-  /// isn't read again.
+  /// The system on show counts as none, so that the next `fill` reads it. `General`'s number means the same,
+  /// and isn't read again.
   void forgetSystem() { iShownSystem = -1; }
   /// `FillKeyLayerChoices`: by the table.
   void fillChoices();

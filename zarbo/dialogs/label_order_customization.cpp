@@ -3,8 +3,8 @@
 #include <set>
 
 #include "brx/lisp_calls.h"
-#include "zarbo/database/connections.h"
 #include "platform/text/trim.h"
+#include "zarbo/database/connections.h"
 #include "zarbo/dialogs/cell_texts.h"
 #include "zarbo/dialogs/customization_functions.h"
 #include "zarbo/dialogs/dialog_database.h"
@@ -128,7 +128,8 @@ void LabelOrderCustomization::fill() {
     const VARIANT* const first = isMark(*at) ? at + 1 : at;
     const VARIANT* next = first;
     // Marks stand where names do.
-    while (next != elements.end() && !isMark(*next)) next += std::min<std::ptrdiff_t>(2, elements.end() - next);
+    while (next != elements.end() && !isMark(*next))
+      next += std::min<std::ptrdiff_t>(2, elements.end() - next);
     addRecord(first, next);
     at = next;
   }
@@ -178,8 +179,9 @@ void LabelOrderCustomization::spreadWidth(int row) {
   for (int each = 1; each < grid_.rows(); ++each) grid_.setText(each, width, text);
 }
 
-// The header row sends its statement like any other. With a width word the engine refuses it; without one it changes
-// the whole table, and the statements behind it put the grid's rows right again. Applications count on it.
+// The header row sends its statement like any other. With a width word the engine refuses it; without one it
+// changes the whole table, and the statements behind it put the grid's rows right again. Applications count
+// on it.
 void LabelOrderCustomization::write() {
   for (int row = 0; row < grid_.rows(); ++row) engine_.executeStatement(statementOf(row));
 }

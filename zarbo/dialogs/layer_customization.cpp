@@ -66,7 +66,8 @@ void CLayerCustomization::layOut() {
           column({SystemGrid::control, row({moveUp, moveDown}), row({newSystem, editSystem}),
                   row({deleteSystem, space()})}),
           column({KeyGrid::control, row({undoKeys, space()}), row({importLayers, exportLayers})}),
-          column({LayerGrid::control, row({newLayer, deleteLayer, space()}), row({deleteUnused, undoLayers, space()})}),
+          column({LayerGrid::control, row({newLayer, deleteLayer, space()}),
+                  row({deleteUnused, undoLayers, space()})}),
       }),
       okAndCancel(),
   }));
@@ -93,7 +94,9 @@ void CLayerCustomization::hear() {
   layers.onEndEdit = [this](int row, int column) {
     if (column == LayerGrid::name) layerRenamed(row);
   };
-  layers.onChoice = [this](int row, int column, const std::wstring& text) { layers_.chosen(row, column, text); };
+  layers.onChoice = [this](int row, int column, const std::wstring& text) {
+    layers_.chosen(row, column, text);
+  };
 }
 
 void CLayerCustomization::start() {

@@ -9,8 +9,8 @@
 #include "zarbo/dialogs/system_grid.h"
 
 /// The layers of a standards database: its systems, the keys of the selected one with their layers, and the
-/// layers themselves, in three grids that follow one another. New, renamed and deleted rows are in the database
-/// at once; the rest is written by OK.
+/// layers themselves, in three grids that follow one another. New, renamed and deleted rows are in the
+/// database at once; the rest is written by OK.
 class CLayerCustomization {
  public:
   /// `isNamed`: the database was named by the caller and isn't the drawing's own.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/form.h"
 #include "platform/text/digits.h"
 #include "platform/text/trim.h"
 #include "zarbo/dialogs/dialog_database.h"
@@ -21,10 +22,12 @@ const std::wstring selectColor = L"Select color. . .", selectLinetype = L"Select
 /// What a colour or linetype cell held when its edit began.
 std::wstring cellBeforeEdit;
 
-BoxAnswer show(const std::wstring& text, unsigned style) { return desktop().messageBox({L"Korvane", text, style}); }
+BoxAnswer tell(const std::wstring& text, unsigned style) {
+  return desktop().messageBox({L"Korvane", text, style});
+}
 
 bool isSure(const std::wstring& question) {
-  return show(question, unsigned{yesNoBox} | unsigned{questionIcon}) == BoxAnswer::yes;
+  return tell(question, unsigned{yesNoBox} | unsigned{questionIcon}) == BoxAnswer::yes;
 }
 
 int colorIndex(const std::wstring& text) { return std::clamp(readInteger(text), 1, 255); }
@@ -37,7 +40,7 @@ bool hasBadCharacter(const std::wstring& layerName) {
 }  // namespace
 
 void LayerGrid::setUp() {
-  constexpr const wchar_t* headers[] = {L"ixLayer", L"Layer Name",  L"Color",     L"Linetype",
+  constexpr const wchar_t* headers[] = {L"ixLayer", L"Layer Name", L"Color",     L"Linetype",
                                         L"Plot",    L"Lineweight", L"Plot Style"};
   for (int column = 0; column < columnCount; ++column) grid_.setText(0, column, headers[column]);
   grid_.setColumnHidden(counter);
@@ -121,9 +124,10 @@ void LayerGrid::add() {
 bool LayerGrid::remove() {
   const int row = grid_.focusRow();
   COleVariant users;
-  tables_.engine.executeSql(L"select ixLayerKey from tblLayerKey where ixLayer = " + intToText(counterOf(row)), users);
+  tables_.engine.executeSql(
+      L"select ixLayerKey from tblLayerKey where ixLayer = " + intToText(counterOf(row)), users);
   if (VariantElements(users).size() > 0) {
-    show(L"Layer is currently referenced by a layer key and cannot be deleted.", exclamationIcon);
+    tell(L"Layer is currently referenced by a layer key and cannot be deleted.", exclamationIcon);
     return false;
   }
   if (!tables_.layer.FindByIndex(counterOf(row))) return false;
@@ -135,7 +139,8 @@ bool LayerGrid::remove() {
 
 bool LayerGrid::removeUnused() {
   if (!isSure(L"Are you sure you want to delete all unused layers?")) return false;
-  runStatement(tables_.engine, L"delete from tblLayer where ixLayer not in (select ixLayer from tblLayerKey)");
+  runStatement(tables_.engine,
+               L"delete from tblLayer where ixLayer not in (select ixLayer from tblLayerKey)");
   fill();
   return true;
 }
@@ -143,20 +148,21 @@ bool LayerGrid::removeUnused() {
 bool LayerGrid::existsElsewhere(const std::wstring& layerName, int32_t layer) {
   tables_.layer.SetIndex(L"sName");
   for (tables_.layer.MoveFirst(); !tables_.layer.IsEnd(); tables_.layer.MoveNext()) {
-    if (tables_.layer.ixLayer.get() != layer && equalNoCase(tables_.layer.sName.get(), layerName)) return true;
+    if (tables_.layer.ixLayer.get() != layer && equalNoCase(tables_.layer.sName.get(), layerName))
+      return true;
   }
   return false;
 }
 
 void LayerGrid::refuse(int row, const wchar_t* message, const std::wstring& former) {
-  show(message, stopIcon);
+  tell(message, stopIcon);
   tables_.layer.FindByIndex(counterOf(row));
   grid_.setText(row, name, former);
   grid_.grabFocus();
 }
 
-// Only the second check decides what follows. Behind a name that exists already, the cell's old name is written
-// again.
+// Only the second check decides what follows. Behind a name that exists already, the cell's old name is
+// written again.
 bool LayerGrid::renamed(int row) {
   const std::wstring typed(trimmed(grid_.text(row, name)));
   const std::wstring former = grid_.textBeforeEdit(row, name);
@@ -191,7 +197,7 @@ void LayerGrid::pickColor(int row) {
 void LayerGrid::pickLinetype(int row) {
   CAcadLinetypeDialog dialog(grid_.text(row, linetype));
   const std::wstring before = cellBeforeEdit;
-  grid_.setText(row, linetype, dialog.doModal() == okButton ? dialog.linetype() : before);
+  grid_.setText(row, linetype, dialog.doModal() == platform::okButton ? dialog.linetype() : before);
 }
 
 void LayerGrid::save() {

@@ -28,8 +28,8 @@ class LayerGrid {
   bool remove();
   /// All that no key uses, after a question. True when the user agreed.
   bool removeUnused();
-  /// The user typed a name in the row, which is checked and written at once. False for one with characters that
-  /// no layer may have.
+  /// The user typed a name in the row, which is checked and written at once. False for one with characters
+  /// that no layer may have.
   bool renamed(int row);
   /// An entry of a list cell: colours and linetypes are chosen in dialogs of their own.
   void chosen(int row, int column, const std::wstring& entry);

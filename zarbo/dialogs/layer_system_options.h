@@ -10,7 +10,8 @@
 /// table.
 class LayerSystemOptions {
  public:
-  LayerSystemOptions(IZbEngine* connection, bool bLeaveMasterColumns, int32_t system, const wchar_t* name = L"");
+  LayerSystemOptions(IZbEngine* connection, bool bLeaveMasterColumns, int32_t system,
+                     const wchar_t* name = L"");
   virtual ~LayerSystemOptions() = default;
   int doModal();
 

@@ -8,7 +8,8 @@
 class CNewLayerSystem {
  public:
   /// The dialog's grid of systems: from row 2 on they can be copied.
-  CNewLayerSystem(const platform::Grid& systems, int nameColumn) : systems_(systems), nameColumn_(nameColumn) {}
+  CNewLayerSystem(const platform::Grid& systems, int nameColumn)
+      : systems_(systems), nameColumn_(nameColumn) {}
 
   /// 1, or 2 when it was cancelled.
   int doModal();

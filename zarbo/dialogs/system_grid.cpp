@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/desktop/desktop.h"
+#include "platform/desktop/form.h"
 #include "platform/text/digits.h"
 #include "zarbo/dialogs/dialog_database.h"
 #include "zarbo/dialogs/new_layer_system.h"
@@ -20,7 +21,8 @@ constexpr int firstSystemRow = 2;
 void tell(const std::wstring& text, unsigned style) { desktop().messageBox({L"Korvane", text, style}); }
 
 bool isSure(const std::wstring& question) {
-  return desktop().messageBox({L"Korvane", question, unsigned{yesNoBox} | unsigned{questionIcon}}) == BoxAnswer::yes;
+  return desktop().messageBox({L"Korvane", question, unsigned{yesNoBox} | unsigned{questionIcon}}) ==
+         BoxAnswer::yes;
 }
 
 }  // namespace
@@ -71,8 +73,9 @@ bool SystemGrid::make() {
   tables_.system.iSortOrder.set(largestSortOrder() + 1);
   tables_.system.Update();
   const int32_t made = tables_.system.ixLayerSystem.get();
-  runStatement(tables_.engine, L"insert into tblLayerKey(ixLayerSystem, ixLayer, sKey) select " + intToText(made) +
-                                   L", ixLayer, sKey from tblLayerKey where ixLayerSystem = " + intToText(source));
+  runStatement(tables_.engine,
+               L"insert into tblLayerKey(ixLayerSystem, ixLayer, sKey) select " + intToText(made) +
+                   L", ixLayer, sKey from tblLayerKey where ixLayerSystem = " + intToText(source));
   ApplicationCall(L"util-createPipeLabels").longInteger(made).longInteger(source).invoke();
   // Its place is written by OK: until then two new systems share a number.
   const int row = grid_.insertRow();
