@@ -42,9 +42,9 @@
 (host-dialog '("cell" 1048 2 3 "O'Tag") '("cell" 1048 2 4 "") '("cell" 1048 3 4 "2.5") '("choice" 1048 3 5 "Right") '("cell" 1048 3 6 "0") '("select" 1048 2) '("click" 4) '("click" 1))
 (kv_kv-customizeLabelGroup "Air Device" "WIDTH" nil nil)
 (setq after (group-rows))
-(nth 0 after)                                            ;=> ("Schedule Title" "AIR DEVICE SCHEDULE" nil "Left" T -1)
-(nth 1 after)                                            ;=> ("Tag" "O'Tag" nil "Center" T 3)
-(nth 2 after)                                            ;=> ("Manufacturer" "MANUFACTURER" 2.5 "Right" nil 2)
+(nth 0 after)                                            ;=> ("Schedule Title" "AIR DEVICE SCHEDULE" nil "Left" -1 -1)
+(nth 1 after)                                            ;=> ("Tag" "O'Tag" nil "Center" -1 3)
+(nth 2 after)                                            ;=> ("Manufacturer" "MANUFACTURER" 2.5 "Right" 0 2)
 (mapcar 'last (cdddr after))
 ; Other groups are as they were.
 (zb_sql "select count(*) as n from tblLabelGroup where sLabel = 'Label'")   ;=> ((("n" . 0)))
@@ -52,7 +52,7 @@
 (host-dialog '("cell" 1048 2 4 "1.25") '("grid" 1048) '("click" 1))
 (kv_kv-customizeLabelGroup "Air Device" "SAME" nil nil)
 (mapcar '(lambda (row) (nth 4 row)) (cdr (cadr (cons nil (host-dialog-log)))))
-(apply 'and (mapcar '(lambda (row) (equal (caddr row) 1.25)) (group-rows)))
+(vl-every '(lambda (row) (equal (caddr row) 1.25)) (group-rows))   ;=> T
 (mapcar 'cadddr (list (nth 1 (group-rows)) (nth 2 (group-rows))))   ;=> ("Center" "Right")
 ; Without a width word the header's statement holds for the whole table; the rows behind it put the grid's right.
 (setq groups (zb_sql "select count(*) as n from tblLabelGroup where sGroup <> 'Air Device'"))

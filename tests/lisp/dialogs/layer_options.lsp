@@ -22,10 +22,10 @@
 (host-dialog '("get" 1057) '("visible" 1057) '("check" 1057 nil) '("click" 1))
 (kv_kv-LayerSystemOptionsElec "Elec" file supply)
 (host-dialog-log)                                        ;=> (T T)
-(field "bSolid" (row-of supply))                         ;=> nil
+(field "bSolid" (row-of supply))                         ;=> 0
 (defun shows-solid (word) (host-dialog '("visible" 1057) '("click" 1)) (kv_kv-LayerSystemOptionsElec word file supply) (car (host-dialog-log)))
 (mapcar 'shows-solid '("Photo" "ElecPlus" "photo" ""))   ;=> (nil nil T T)
-(field "bSolid" (row-of supply))                         ;=> nil
+(field "bSolid" (row-of supply))                         ;=> 0
 ; Labels and hatches
 (host-dialog '("grid" 1067) '("get" 1058) '("get" 1059) '("get" 1057) '("get" 1060) '("get" 1061) '("click" 2))
 (kv_kv-LayerSystemOptionsHVAC file supply)
@@ -46,7 +46,7 @@
 (length log)                                             ;=> 3
 (setq row (row-of supply))
 (mapcar '(lambda (name) (field name row)) '("sPrefix" "sSuffix" "dHatchOverhang" "bHatchFlexDucts" "supplyHatchOn" "supplyHatchType" "supplyHatchPattern" "supplyHatchScale" "returnHatchOn" "returnHatchType" "returnHatchPattern"))
-;=> ("S" "'" 0.12345 T T "Custom" "MINE" 1.5 T "Predefined" "ANSI31")
+;=> ("S" "'" 0.12345 -1 -1 "Custom" "MINE" 1.5 -1 "Predefined" "ANSI31")
 (equal (field "supplyHatchAngle" row) (* 30 (/ 3.14159265 180)) 1e-12)   ;=> T
 (host-dialog '("grid" 1067) '("get" 1061) '("click" 2))
 (kv_kv-LayerSystemOptionsHVAC file supply)
