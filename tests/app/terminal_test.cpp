@@ -14,13 +14,14 @@ namespace {
 
 class Terminal {
  public:
-  Terminal() {
+  explicit Terminal(const char* module = nullptr) {
     std::string pattern = (std::filesystem::temp_directory_path() / "zarbo-terminal-XXXXXX").string();
     settings_ = mkdtemp(pattern.data());
     child_ = forkpty(&end_, nullptr, nullptr, nullptr);
     if (child_ == 0) {
       setenv("TERM", "dumb", 1);
-      execl(ZARBO_HOST, "zarbo-host", "--no-module", "--settings", settings_.c_str(), nullptr);
+      execl(ZARBO_HOST, "zarbo-host", "--settings", settings_.c_str(), module ? "--module" : "--no-module",
+            module, nullptr);
       _exit(127);
     }
   }
@@ -133,6 +134,17 @@ TEST(Terminal, RunsTypedCommandsAndThoseThatLispLeftOpen) {
   terminal.type("\x03");
   ASSERT_TRUE(terminal.shows("*Cancel*"));
   ASSERT_TRUE(terminal.shows("Command: "));
+}
+
+TEST(Terminal, TimersTickWhileThePromptsWait) {
+  Terminal terminal(ZARBO_TIMER_MODULE);
+  ASSERT_TRUE(terminal.shows("Command: "));
+  ASSERT_TRUE(terminal.shows("tick 5."));
+  terminal.enter("(getstring (strcat \"Name\" \": \"))");
+  ASSERT_TRUE(terminal.shows("Name: "));
+  ASSERT_TRUE(terminal.shows("tick 12."));
+  terminal.enter("some");
+  ASSERT_TRUE(terminal.shows("\"some\""));
 }
 
 }  // namespace

@@ -3,6 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdlib>
+#include <cstring>
+
 #include "brx/db_services.h"
 #include "brx/db_tables.h"
 #include "host/documents/documents.h"
@@ -66,6 +69,12 @@ TEST_F(Linetypes, OffersThoseOfTheDrawingAndPreselectsTheCurrent) {
   EXPECT_EQ(std::get<std::wstring>(log.at(0)), L"Select Linetype");
   EXPECT_THAT(firstColumn(log.at(1)), ElementsAre(L"Linetype", L"Continuous", L"Dashed", L"Dotted"));
   EXPECT_EQ(choose(L"DOTTED", {{L"click", {1}}}), L"Dotted");
+  // For people to look at.
+  if (const char* const folder = std::getenv("ZARBO_SHOTS")) {
+    const std::wstring shots(folder, folder + std::strlen(folder));
+    choose(L"Dotted", {{L"shot", {shots + L"/linetypes.png"}},
+                       {L"shot", {shots + L"/linetypes_dark.png", 380, 240, std::wstring(L"dark")}}});
+  }
   EXPECT_EQ(choose(L"none of them", {{L"click", {1}}}), L"Continuous");
   EXPECT_EQ(choose(L"Dotted", {{L"select", {1048, 2}}, {L"click", {1}}}), L"Dashed");
   EXPECT_EQ(choose(L"given", {{L"select", {1048, 2}}, {L"click", {2}}}), L"given");

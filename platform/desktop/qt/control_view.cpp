@@ -6,7 +6,6 @@
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScrollArea>
 #include <QSignalBlocker>
 
 #include "platform/desktop/form_person.h"
@@ -26,31 +25,27 @@ struct Place {
   QWidget* parent;
 };
 
-/// Longer texts are scrolled, so that the window stays on the screen.
-constexpr int mostLabelLines = 24;
+/// To break lines between words takes the toolkit time by the square of a word's length.
+QTextOption::WrapMode wrapModeFor(const QString& text) {
+  constexpr qsizetype longest = 2000;
+  qsizetype letters = 0;
+  for (const QChar c : text) {
+    letters = c.isSpace() ? 0 : letters + 1;
+    if (letters > longest) return QTextOption::WrapAnywhere;
+  }
+  return QTextOption::WrapAtWordBoundaryOrAnywhere;
+}
 
 class LabelView : public ControlView {
  public:
   explicit LabelView(const Place& place) : control_(place.control), label_(new QLabel(place.parent)) {
     label_->setTextFormat(Qt::PlainText);
     label_->setAlignment(Qt::AlignLeft | (control_.lines() > 1 ? Qt::AlignTop : Qt::AlignVCenter));
-    label_->setTextInteractionFlags(Qt::NoTextInteraction);
-    QWidget* shown = label_;
-    const int line = label_->fontMetrics().lineSpacing();
-    if (control_.lines() > 1) label_->setWordWrap(true);
-    if (control_.lines() > mostLabelLines) {
-      auto* const area = new QScrollArea(place.parent);
-      area->setWidgetResizable(true);
-      area->setFrameShape(QFrame::NoFrame);
-      area->setWidget(label_);
-      area->setMinimumHeight(mostLabelLines * line);
-      shown = area;
-    } else if (control_.lines() > 0) {
-      label_->setMinimumHeight(control_.lines() * line);
-    }
-    if (control_.letters() > 0)
-      shown->setMinimumWidth(control_.letters() * label_->fontMetrics().averageCharWidth());
-    setWidget(shown);
+    label_->setWordWrap(control_.lines() > 1);
+    const QFontMetrics letters = label_->fontMetrics();
+    if (control_.lines() > 0) label_->setMinimumHeight(control_.lines() * letters.lineSpacing());
+    if (control_.letters() > 0) label_->setMinimumWidth(control_.letters() * letters.averageCharWidth());
+    setWidget(label_);
     update();
   }
   void update() override { label_->setText(withoutMnemonics(shownText(control_.text()))); }
@@ -58,6 +53,35 @@ class LabelView : public ControlView {
  private:
   Control& control_;
   QLabel* label_;
+};
+
+/// Of so many lines that it is scrolled, so that the window stays on the screen.
+class LongLabelView : public ControlView {
+ public:
+  static constexpr int shownLines = 24;
+
+  explicit LongLabelView(const Place& place)
+      : control_(place.control), text_(new QPlainTextEdit(place.parent)) {
+    text_->setReadOnly(true);
+    text_->setFocusPolicy(Qt::NoFocus);
+    text_->setFrameShape(QFrame::NoFrame);
+    text_->viewport()->setAutoFillBackground(false);
+    text_->document()->setDocumentMargin(0);
+    const QFontMetrics letters = text_->fontMetrics();
+    text_->setMinimumSize(control_.letters() * letters.averageCharWidth(),
+                          shownLines * letters.lineSpacing());
+    setWidget(text_);
+    update();
+  }
+  void update() override {
+    const QString text = withoutMnemonics(shownText(control_.text()));
+    text_->setWordWrapMode(wrapModeFor(text));
+    text_->setPlainText(text);
+  }
+
+ private:
+  Control& control_;
+  QPlainTextEdit* text_;
 };
 
 class EditView : public ControlView {
@@ -92,17 +116,6 @@ class EditView : public ControlView {
   ShownText text_{ShownText::Lines::one};
 };
 
-/// To break lines between words takes the toolkit time by the square of a word's length.
-bool hasEndlessWord(const QString& text) {
-  constexpr qsizetype longest = 2000;
-  qsizetype letters = 0;
-  for (const QChar c : text) {
-    letters = c.isSpace() ? 0 : letters + 1;
-    if (letters > longest) return true;
-  }
-  return false;
-}
-
 class LinesView : public ControlView {
  public:
   explicit LinesView(const Place& place) : control_(place.control), edit_(new QPlainTextEdit(place.parent)) {
@@ -129,8 +142,7 @@ class LinesView : public ControlView {
   void show() {
     const QSignalBlocker silent(edit_);
     text_.set(control_.text());
-    edit_->setWordWrapMode(hasEndlessWord(text_.shown()) ? QTextOption::WrapAnywhere
-                                                         : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    edit_->setWordWrapMode(wrapModeFor(text_.shown()));
     edit_->setPlainText(text_.shown());
     edit_->moveCursor(QTextCursor::End);
     text_.setSeen(edit_->toPlainText());
@@ -230,6 +242,7 @@ class GridControlView : public ControlView {
 std::unique_ptr<ControlView> make(const Place& place) {
   switch (place.control.kind()) {
     case ControlKind::label:
+      if (place.control.lines() > LongLabelView::shownLines) return std::make_unique<LongLabelView>(place);
       return std::make_unique<LabelView>(place);
     case ControlKind::edit:
       return std::make_unique<EditView>(place);

@@ -11,7 +11,6 @@
 #include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScrollArea>
 
 #include "platform/desktop/qt/swatches.h"
 #include "platform/desktop/qt/texts.h"
@@ -188,7 +187,8 @@ std::wstring WidgetHands::title() { return window_.windowTitle().toStdWString();
 std::wstring WidgetHands::text(int control) {
   QWidget* const widget = window_.widgetOf(control);
   const std::wstring& model = window_.form().text(control);
-  QString seen, meant = shownText(model);
+  const bool isLabel = window_.form().control(control).kind() == ControlKind::label;
+  QString seen, meant = isLabel ? withoutMnemonics(shownText(model)) : shownText(model);
   if (const auto* const line = qobject_cast<QLineEdit*>(widget)) {
     seen = line->text();
   } else if (const auto* const lines = qobject_cast<QPlainTextEdit*>(widget)) {
@@ -196,12 +196,8 @@ std::wstring WidgetHands::text(int control) {
     meant.remove(QLatin1Char('\r'));
   } else if (const auto* const button = qobject_cast<QAbstractButton*>(widget)) {
     seen = button->text();
-  } else {
-    const auto* label = qobject_cast<QLabel*>(widget);
-    if (const auto* const area = qobject_cast<QScrollArea*>(widget))
-      label = qobject_cast<QLabel*>(area->widget());
-    seen = label ? label->text() : QString();
-    meant = withoutMnemonics(meant);
+  } else if (const auto* const label = qobject_cast<QLabel*>(widget)) {
+    seen = label->text();
   }
   return seen == meant ? model : seen.toStdWString();
 }

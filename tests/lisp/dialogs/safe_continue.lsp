@@ -41,3 +41,10 @@
 ;| Wrong type of arguments passed.
 (kv_kv-safeContinue "T" 1 "x")  ;=> ; error: ADS request error
 ;| Wrong type of arguments passed.
+
+; A message of many lines, and a long one.
+(setq text "")
+(repeat 100 (setq text (strcat text "line\n")))
+(strlen (message-of text))  ;=> 502
+(repeat 8 (setq text (strcat text text)))
+(strlen (message-of text))  ;=> 128002
