@@ -75,5 +75,5 @@ int acedSSDel(const ads_name entity, const ads_name set);
 /// `RTNORM` when the entity is in the set.
 int acedSSMemb(const ads_name entity, const ads_name set);
 
-/// True when the user has asked to stop what runs.
+/// True, once, when the user has asked to stop what runs.
 bool acedUsrBrk();

@@ -2,7 +2,9 @@
 #include "brx/editor_input.h"
 #include "brx/lisp_calls.h"
 #include "host/bridge/values.h"
+#include "host/calls/served_call.h"
 #include "host/calls/variables.h"
+#include "host/documents/document_lisp.h"
 #include "host/editor/entity_pick.h"
 #include "host/editor/selection_request.h"
 
@@ -168,4 +170,7 @@ int acedSSMemb(const ads_name entity, const ads_name set) {
   return found && found->contains(idNamed(entity)) ? RTNORM : RTERROR;
 }
 
-bool acedUsrBrk() { return false; }
+bool acedUsrBrk() {
+  const host::ServedCall* const call = host::servedCall();
+  return call && call->lisp() && call->lisp()->takeInterrupt();
+}
