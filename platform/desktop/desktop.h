@@ -116,7 +116,9 @@ class Desktop {
 Desktop& desktop();
 void setDesktop(std::unique_ptr<Desktop> next);
 
-/// Of the machine, for people; nothing when it can't be told.
+/// Of the machine, for people: the first part of its name in the network, of which other machines see at most
+/// 15 characters. Nothing when it can't be told.
 std::optional<std::wstring> computerName();
+std::wstring computerNameOfHost(std::wstring_view hostName);
 
 }  // namespace platform
