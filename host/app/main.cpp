@@ -19,6 +19,7 @@
 #include "host/documents/documents.h"
 #include "host/editor/user_input.h"
 #include "host/lisp/printer.h"
+#include "platform/desktop/scripted.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -97,6 +98,7 @@ int run(const host::Options& options) {
   if (isatty(STDIN_FILENO)) host::setLineReader(host::readTerminalLine);
   // A script's output is its own; the modules' greetings are for the person at the prompt.
   host::commandLine().setShown(!scripted && !batch);
+  if (options.widgets) platform::scriptedDesktop()->useWidgets();
   const host::Session session(options);
   host::commandLine().freshLine();
   host::commandLine().setShown(true);

@@ -66,6 +66,8 @@ std::optional<Options> readOptions(int count, char** words, int& status) {
   app.add_option("--solid", options.solid, "Load the solid module from this file")->type_name("FILE");
   app.add_flag("--no-module", options.noModule, "Load no module");
   app.add_flag("--window", options.window, "Show a window with the drawing and a command line");
+  app.add_flag("--widgets", options.widgets,
+               "Scripts of dialogs work on real widgets, which nobody sees where there is no display");
   try {
     app.parse(count, words);
     checkZoom(options.picture.zoom);

@@ -3,6 +3,7 @@
 #include "host/app/idle.h"
 #include "host/app/terminal_line.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -21,6 +22,7 @@
 #include "host/commands/typed_commands.h"
 #include "host/documents/documents.h"
 #include "host/lisp/printer.h"
+#include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -33,8 +35,18 @@ void onInterrupt(int) {
   if (lisp::Interpreter* const interpreter = running.load()) interpreter->interrupt();
 }
 
+/// The line editor calls it again and again while it waits for a key.
+int serveTimers() {
+  constexpr int round = 20;  // milliseconds
+  platform::desktop().runTimers();
+  pollfd key{STDIN_FILENO, POLLIN, 0};
+  poll(&key, 1, round);
+  return 0;
+}
+
 std::optional<std::string> readLine(bool interactive, const char* prompt) {
   if (interactive) {
+    rl_event_hook = platform::desktop().hasTimers() ? serveTimers : nullptr;
     char* const line = readline(prompt);
     if (!line) return std::nullopt;
     std::string text = line;

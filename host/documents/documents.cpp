@@ -116,6 +116,18 @@ Acad::ErrorStatus DocumentManager::sendStringToExecute(AcApDocument* document, c
   return Acad::eOk;
 }
 
+Acad::ErrorStatus DocumentManager::pushResourceHandle(void* library) {
+  if (!library) return Acad::eInvalidInput;
+  resources_.push_back(library);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus DocumentManager::popResourceHandle() {
+  if (resources_.empty()) return Acad::eNotApplicable;
+  resources_.pop_back();
+  return Acad::eOk;
+}
+
 std::optional<SentText> DocumentManager::takeSentText() {
   if (sent_.empty()) return std::nullopt;
   SentText first = std::move(sent_.front());

@@ -54,6 +54,10 @@ class DocumentManager : public AcApDocManager {
 
   Acad::ErrorStatus sendStringToExecute(AcApDocument* document, const ACHAR* text, bool activate,
                                         bool wrapUpInactiveDoc, bool echo) override;
+  Acad::ErrorStatus pushResourceHandle(void* library) override;
+  Acad::ErrorStatus popResourceHandle() override;
+  /// How many pushes haven't been undone.
+  size_t pushedResources() const { return resources_.size(); }
   /// The text that was sent first, taken out of the queue; nothing when none waits.
   std::optional<SentText> takeSentText();
 
@@ -109,6 +113,7 @@ class DocumentManager : public AcApDocManager {
   Document* active_ = nullptr;
   const Document* busy_ = nullptr;
   std::deque<SentText> sent_;
+  std::vector<void*> resources_;
 };
 
 DocumentManager& documents();

@@ -1,5 +1,6 @@
 #include <iterator>
 
+#include "zarbo/dialogs/dialog_functions.h"
 #include "zarbo/drawing/entity_functions.h"
 #include "zarbo/drawing/host_windows.h"
 #include "zarbo/drawing/leader_functions.h"
@@ -17,7 +18,7 @@ namespace {
 
 // LISP calls these by name; their codes, 63 to 170, follow from their places.
 constexpr TableRow rows[] = {
-    {L"ed_editMultilineText", kvEntry<notBuilt>},
+    {L"ed_editMultilineText", kvEntry<edEditMultilineText>},
 
     {L"kv_kv-createLayer", kvEntry<kvCreateLayer>},
 
@@ -132,7 +133,7 @@ constexpr TableRow rows[] = {
 
     {L"kv_kv-customizeLabelGroup", kvEntry<notBuilt>},
 
-    {L"EditUserOptions", kvEntry<notBuilt>},
+    {L"EditUserOptions", kvEntry<editUserOptions>},
 
     {L"kv_kv-submitBug", kvEntry<notBuilt>},
 
@@ -146,7 +147,7 @@ constexpr TableRow rows[] = {
     {L"GetTempPath", kvEntry<getTempPath>},
     {L"IsFileReadOnly", kvEntry<isFileReadOnly>},
 
-    {L"kv_kv-safeContinue", kvEntry<notBuilt>},
+    {L"kv_kv-safeContinue", kvEntry<kvSafeContinue>},
 };
 static_assert(std::size(rows) == 108);
 

@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "platform/desktop/qt/application.h"
+#include "platform/desktop/qt/form_window.h"
 #include "platform/desktop/qt/keys.h"
 #include "platform/files/native_path.h"
 
@@ -138,6 +139,11 @@ std::optional<std::wstring> QtDesktop::chooseFolder(const std::wstring& title, c
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   return choose(dialog, initial);
+}
+
+int QtDesktop::runDialog(Form& form) {
+  const ActiveWindow active;
+  return FormWindow(form, active.get()).run();
 }
 
 std::pair<int, int> QtDesktop::screenSize() {
