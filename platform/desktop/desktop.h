@@ -73,6 +73,9 @@ class Desktop {
   /// Shows the form until it is closed: 1, or 2 when it was cancelled. A negative result means that it
   /// couldn't be shown. What a handler throws comes out here, with the window closed.
   virtual int runDialog(Form& form) = 0;
+  /// Lets windows live while work keeps the person waiting; true, once, when Escape was pressed to stop it.
+  /// What else the person does meanwhile is lost.
+  virtual bool takeStop() { return false; }
   /// In pixels.
   virtual std::pair<int, int> screenSize() = 0;
   /// Called when title, enabled state or progress have changed.
