@@ -313,6 +313,16 @@ TEST_F(Mail, NothingArrivesOfAMessageThatWasStoppedOrBroke) {
   EXPECT_EQ(server.received("1/defects"), "");
 }
 
+TEST_F(Mail, ClosesAlsoWhereTheServerSaysNoGoodbye) {
+  const MailServer server("mute-at-quit", certificate());
+  MailTransport transport({5s, 2s});
+  use(transport, server);
+  ASSERT_TRUE(transport.verifyConnection()) << reportOf(transport);
+  const auto start = std::chrono::steady_clock::now();
+  transport.close();
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 10s);
+}
+
 TEST_F(Mail, NeedsAddresses) {
   MailTransport transport;
   transport.setServer(L"localhost");

@@ -75,6 +75,11 @@ def authenticate(server, session, envelope, mechanism, data):
 
 
 class Server(SMTP):
+    async def smtp_QUIT(self, arg):
+        if mode == "mute-at-quit":
+            await asyncio.sleep(3600)
+        await super().smtp_QUIT(arg)
+
     async def smtp_DATA(self, arg):
         if mode != "drop-in-data":
             return await super().smtp_DATA(arg)
