@@ -86,7 +86,7 @@ std::vector<int> hueIndexes() {
   return indexes;
 }
 
-std::vector<int> run(int first, int last) {
+std::vector<int> between(int first, int last) {
   std::vector<int> indexes;
   for (int index = first; index <= last; ++index) indexes.push_back(index);
   return indexes;
@@ -96,8 +96,8 @@ ColourDialog::ColourDialog(const ColourChoice& choice) : choice_(choice), colour
   using platform::column, platform::row, platform::field, platform::space;
   palettes_.reserve(3);
   addPalette(hues, hueIndexes(), hueCount);
-  addPalette(standards, run(1, 9), 9);
-  addPalette(greys, run(firstGrey, lastIndex), 6);
+  addPalette(standards, between(1, 9), 9);
+  addPalette(greys, between(firstGrey, lastIndex), 6);
   form_.addButton(byLayer, L"By&Layer", [this] { choose(indexed(byLayerIndex)); });
   form_.addButton(byBlock, L"By&Block", [this] { choose(indexed(0)); });
   form_.control(byLayer).setEnabled(choice.logical);

@@ -138,7 +138,7 @@ void FormWindow::giveSize() {
 }
 
 void FormWindow::keepSize() const {
-  if (geometry() != startPlace_) keepPlace(form_.name(), geometry());
+  if (isVisible() && geometry() != startPlace_) keepPlace(form_.name(), geometry());
 }
 
 // Life

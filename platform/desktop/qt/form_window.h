@@ -11,6 +11,7 @@
 #include "platform/desktop/qt/control_view.h"
 
 class QBoxLayout;
+class QGridLayout;
 class QLayout;
 
 namespace platform {
@@ -57,7 +58,7 @@ class FormWindow : public QDialog, public FormView {
 
  private:
   QLayout* lay(const Layout& layout);
-  void layFields(const Layout& layout, class QGridLayout& grid);
+  void layFields(const Layout& layout, QGridLayout& grid);
   void layInto(QBoxLayout& box, const Layout& part, bool across);
   int growth(const Layout& layout) const;
   void giveSize();

@@ -1,8 +1,10 @@
 #include "platform/desktop/qt/grid_table.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <algorithm>
@@ -290,6 +292,15 @@ void GridTable::currentChanged(const QModelIndex& current, const QModelIndex& pr
   QTableView::currentChanged(current, previous);
   if (updating_ || !current.isValid()) return;
   goTo(cells_.cellAt(current));
+  focusMoved();
+}
+
+// The toolkit would go to the first cell by itself.
+void GridTable::focusInEvent(QFocusEvent* event) {
+  {
+    const Flag own(updating_);
+    QTableView::focusInEvent(event);
+  }
   focusMoved();
 }
 

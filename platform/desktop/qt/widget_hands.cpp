@@ -64,10 +64,9 @@ bool WidgetHands::usable(int number) const {
 bool WidgetHands::press(int button) {
   if (!usable(button)) return false;
   QWidget* const widget = window_.widgetOf(button);
-  return acted([&] {
-    widget->setFocus(Qt::MouseFocusReason);
-    click(widget, widget->rect().center());
-  });
+  // To leave a cell may disable the button.
+  acted([&] { widget->setFocus(Qt::MouseFocusReason); });
+  return usable(button) && acted([&] { click(widget, widget->rect().center()); });
 }
 
 bool WidgetHands::setText(int edit, const std::wstring& text) {

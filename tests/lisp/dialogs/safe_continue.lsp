@@ -37,7 +37,7 @@
 (message-of "R&D && more")  ;=> "R&&D &&&& more "
 
 ; Wrong calls.
-(kv_kv-safeContinue "T" "m")  ;=> ; error: error in an external function
+(kv_kv-safeContinue "T" "m")  ;=> ; error: ADS request error
 ;| Wrong type of arguments passed.
-(kv_kv-safeContinue "T" 1 "x")  ;=> ; error: error in an external function
+(kv_kv-safeContinue "T" 1 "x")  ;=> ; error: ADS request error
 ;| Wrong type of arguments passed.

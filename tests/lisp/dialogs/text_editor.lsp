@@ -28,5 +28,5 @@
 (host-dialog '("click" 1))
 (ed_editMultilineText "\U+D800 Λ \t &x")  ;=> "\U+D800 Λ \t &x"
 
-(ed_editMultilineText 1)  ;=> ; error: error in an external function
+(ed_editMultilineText 1)  ;=> ; error: ADS request error
 ;| Wrong type of arguments passed.

@@ -83,7 +83,7 @@
 ;| (2 1)
 
 ; A wrong call; a dialog that fails offers a repair, and one that ends by no button doesn't.
-(EditUserOptions)  ;=> ; error: error in an external function
+(EditUserOptions)  ;=> ; error: ADS request error
 ;| Wrong type of arguments passed.
 (host-dialog '("fail" -1))
 (host-answer "NO")
