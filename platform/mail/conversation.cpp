@@ -41,7 +41,6 @@ void Conversation::addSent(std::string_view bytes) {
 }
 
 void Conversation::addReceived(std::string_view bytes) {
-  received_ += bytes.size();
   forEachLine(bytes, [this](std::string_view line) { addReceivedLine(line); });
 }
 
@@ -51,7 +50,8 @@ void Conversation::addSentLine(std::string_view line) {
     keepSecret(std::string(line));
     return addLine("client", std::string(mask));
   }
-  lastCommand_ = line.substr(0, line.find(' '));
+  leaves_ = line.starts_with("QUIT");
+  if (!leaves_) lastCommand_ = line.substr(0, line.find(' '));
   if (!line.starts_with(logIn)) return addLine("client", masked(line));
   logsIn_ = true;
   const size_t answer = line.find(' ', logIn.size());
@@ -62,9 +62,10 @@ void Conversation::addSentLine(std::string_view line) {
 void Conversation::addReceivedLine(std::string_view line) {
   const bool isChallenge = logsIn_ && line.starts_with("334");
   if (!isChallenge) logsIn_ = false;
-  lastAnswer_ = isChallenge ? "334 " + std::string(mask) : masked(line);
-  if (lastAnswer_.size() > longestLine) lastAnswer_.resize(longestLine);
-  addLine("server", lastAnswer_);
+  std::string answer = isChallenge ? "334 " + std::string(mask) : masked(line);
+  if (answer.size() > longestLine) answer.resize(longestLine);
+  if (!leaves_) lastAnswer_ = answer;
+  addLine("server", std::move(answer));
 }
 
 void Conversation::addLine(const char* from, std::string line) {
@@ -90,7 +91,7 @@ const char* Conversation::step() const {
     const char* step;
   } steps[] = {{"EHLO", "greeting"},  {"HELO", "greeting"}, {"STARTTLS", "secure connection"},
                {"AUTH", "log in"},    {"NOOP", "check"},    {"MAIL", "sender"},
-               {"RCPT", "recipient"}, {"DATA", "message"},  {"QUIT", "close"}};
+               {"RCPT", "recipient"}, {"DATA", "message"}};
   for (const auto& each : steps) {
     if (each.command == lastCommand_) return each.step;
   }

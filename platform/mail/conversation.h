@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <deque>
 #include <string>
 #include <string_view>
@@ -20,20 +19,15 @@ class Conversation {
   void addReceived(std::string_view bytes);
   void clear();
 
-  /// The server says more than any server has to say.
-  bool isFlooded() const { return received_ > most; }
-  /// A step begins for which the server may say as much again.
-  void beginStep() { received_ = 0; }
-  /// What the program's last command was for, in a word or two.
+  /// What the program's last command was for, in a word or two. The goodbye after a failure doesn't count.
   const char* step() const;
-  /// The server's last line, "" before the first.
+  /// The server's last line before the goodbye, "" before the first.
   const std::string& lastAnswer() const { return lastAnswer_; }
   std::string masked(std::string_view text) const;
   /// As elements of XML, one for each line.
   std::string toXml() const;
 
  private:
-  static constexpr size_t most = size_t{1} << 20;
   void addLine(const char* from, std::string line);
   void addSentLine(std::string_view line);
   void addReceivedLine(std::string_view line);
@@ -45,8 +39,7 @@ class Conversation {
   std::vector<std::string> secrets_;
   std::deque<Line> lines_;
   bool isCut_ = false;
-  bool logsIn_ = false;
-  size_t received_ = 0;
+  bool logsIn_ = false, leaves_ = false;
   std::string lastCommand_, lastAnswer_;
 };
 

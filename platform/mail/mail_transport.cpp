@@ -147,7 +147,6 @@ void MailTransport::State::lookAround() {
   const auto now = std::chrono::steady_clock::now();
   if (now < nextLook) return;
   nextLook = now + pause;
-  if (conversation.isFlooded()) isStopped = true;
   if (progress && !progress->sending(sent, stream ? stream->size() : 0)) isStopped = true;
 }
 
@@ -169,7 +168,6 @@ CURLcode MailTransport::State::perform() {
 bool MailTransport::State::run() {
   isStopped = false;
   sent = 0;
-  conversation.beginStep();
   for (const std::string& each : {password, base64(password), base64(account),
                                   base64(std::string(1, '\0') + account + '\0' + password)})
     conversation.keepSecret(password.empty() ? "" : each);
@@ -177,7 +175,6 @@ bool MailTransport::State::run() {
   if (result == CURLE_OK) return true;
   std::string reason = words[0] ? words.data() : curl_easy_strerror(result);
   if (stream && !stream->problem().empty()) reason = stream->problem();
-  if (conversation.isFlooded()) reason = "the server doesn't stop talking";
   return failed(conversation.step(), result, reason);
 }
 

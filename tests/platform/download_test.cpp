@@ -103,7 +103,7 @@ std::string answerTo(const std::string& path) {
   if (path == "/round") return "HTTP/1.1 302 Found\r\nLocation: /round\r\nContent-Length: 0\r\n\r\n";
   if (path == "/local")
     return "HTTP/1.1 302 Found\r\nLocation: file:///etc/hosts\r\nContent-Length: 0\r\n\r\n";
-  if (path == "/a%20b/%C3%A4") return "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nblank";
+  if (path == "/a%20b/%c3%a4") return "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nblank";
   if (path == "/trickle") return trickle;
   if (path == "/noise") return "\x01\x02\x03 no protocol\r\n\r\n";
   return "";

@@ -69,8 +69,11 @@ TEST(MailConversation, ShowsNoSecret) {
     EXPECT_THAT(xml, Not(HasSubstr(each)));
   talk.addSent("MAIL FROM:<a@b.c>\r\n");
   EXPECT_STREQ(talk.step(), "sender");
-  for (int i = 0; i < 100000 && !talk.isFlooded(); ++i) talk.addReceived("250-more of the same\r\n");
-  EXPECT_TRUE(talk.isFlooded());
+  talk.addSent("QUIT\r\n");
+  talk.addReceived("221 bye\r\n");
+  EXPECT_STREQ(talk.step(), "sender");
+  EXPECT_THAT(talk.lastAnswer(), HasSubstr("535"));
+  for (int i = 0; i < 100000; ++i) talk.addReceived("250-more of the same\r\n");
   EXPECT_LT(talk.toXml().size(), 100000u);
 }
 
@@ -133,7 +136,7 @@ TEST_F(Mail, ArrivesAsItWasWritten) {
   fill(message);
   std::wstring type;
   for (const auto& each : std::filesystem::directory_iterator(folder.path()))
-    ASSERT_TRUE(message.addFile(each.path().wstring(), type));
+    ASSERT_TRUE(message.addFile(fromUtf8(each.path().native()), type));
   ASSERT_TRUE(transport.verifyConnection()) << reportOf(transport);
   ASSERT_TRUE(transport.send(message)) << reportOf(transport);
   ASSERT_TRUE(transport.send(message)) << reportOf(transport);
@@ -143,7 +146,7 @@ TEST_F(Mail, ArrivesAsItWasWritten) {
   EXPECT_EQ(server.received("1/Subject"), toUtf8(message.subject()));
   EXPECT_THAT(server.received("1/From"), HasSubstr("O'Neill  Bcc: x@y.z"));
   EXPECT_THAT(server.received("1/From"), HasSubstr("J\u00fcrgen"));
-  EXPECT_EQ(server.received("1/To"), "<support@korvane.example>");
+  EXPECT_EQ(server.received("1/To"), "support@korvane.example");
   EXPECT_EQ(server.received("1/envelope"), "juergen@office.example\nsupport@korvane.example\n");
   EXPECT_EQ(server.received("1/text"),
             "first line\nsecond line\n.\n..dots\n\u00fcber 100 \u20ac\n\n" + std::string(300, 'x') + "\n");
@@ -174,7 +177,7 @@ TEST_F(Mail, CompressesAllAttachmentsIntoOne) {
   ASSERT_TRUE(message.compressAttachments(L"J\u00fcrgen \U0001f600.zip"));
   ASSERT_TRUE(transport.send(message)) << reportOf(transport);
   ArchiveWriter reader;
-  ASSERT_TRUE(reader.open(server.folder().wide("1/files/J\u00fcrgen \U0001f600.zip")));
+  ASSERT_TRUE(reader.open(fromUtf8((server.folder() / "1/files/J\u00fcrgen \U0001f600.zip").native())));
   ASSERT_TRUE(reader.extractAll(folder.wide("out")));
   EXPECT_EQ(folder.read("out/plan.dwg"), "one");
   EXPECT_EQ(folder.read("out/PLAN (2).dwg"), "two");
@@ -239,7 +242,7 @@ INSTANTIATE_TEST_SUITE_P(Modes, MailFailure,
                                          Failure{"drop", "connect", "<words>"},                    //
                                          Failure{"drop-in-data", "message", "<words>"},            //
                                          Failure{"garbage", "connect", "<line from=\"server\">"},  //
-                                         Failure{"megabytes", "connect", "stop talking"}),
+                                         Failure{"megabytes", "connect", "<cut/>"}),
                          [](const auto& each) {
                            std::string name = each.param.mode;
                            std::erase(name, '-');

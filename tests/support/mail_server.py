@@ -8,12 +8,16 @@ counts the connections.
 import asyncio
 import email
 import email.policy
+import logging
 import os
 import ssl
 import sys
+import warnings
 
 from aiosmtpd.smtp import SMTP, AuthResult
 
+logging.disable()
+warnings.simplefilter("ignore")
 ACCOUNT, PASSWORD = b"reports", b"s3cret!pass"
 HUGE = 1 << 40
 mode, folder = sys.argv[1], sys.argv[2]
@@ -36,7 +40,7 @@ def store(envelope, number):
     for name in ("Subject", "From", "To", "Date", "Message-ID", "MIME-Version"):
         write(place, name, message[name])
     write(place, "envelope", envelope.mail_from + "\n" + "\n".join(envelope.rcpt_tos) + "\n")
-    write(place, "text", message.get_body(("plain",)).get_content())
+    write(place, "text", message.get_body(("plain",)).get_content().replace("\r\n", "\n"))
     defects = [defect for part in message.walk() for defect in part.defects]
     long_lines = [line for line in envelope.content.split(b"\r\n") if len(line) > 78 or b"\n" in line or b"\r" in line]
     write(place, "defects", "".join(map(repr, defects + long_lines)))

@@ -73,7 +73,7 @@ TEST(ReportText, NamesArchives) {
 TEST(Scrambled, MovesEachCodeByOne) {
   EXPECT_EQ(scrambled(L"mail.example"), L"nbjm/fybnqmf");
   EXPECT_EQ(unscrambled(L"nbjm/fybnqmf"), L"mail.example");
-  for (const std::wstring text :
+  for (const std::wstring& text :
        {std::wstring(L"\u00fc\U0001f600z"), std::wstring(L"\uffff\0x", 3), std::wstring()})
     EXPECT_EQ(unscrambled(scrambled(text)), text);
 }
