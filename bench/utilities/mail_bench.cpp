@@ -23,6 +23,7 @@ int main(int count, char** arguments) {
   std::wstring type;
   const auto start = Clock::now();
   if (!message.addFile(fromUtf8(arguments[3]), type) || !transport.send(message)) {
+    transport.saveLastError(L"mail_bench.xml");
     std::fprintf(stderr, "%s: not sent\n", arguments[3]);
     return 1;
   }

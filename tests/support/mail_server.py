@@ -64,9 +64,8 @@ class Handler:
             return "554 5.7.1 not wanted here"
         if mode == "mute-at-end":
             await asyncio.sleep(3600)
-        if mode != "sink":
-            Handler.messages += 1
-            store(envelope, Handler.messages)
+        Handler.messages += 1
+        store(envelope, Handler.messages)
         return "250 OK"
 
 
@@ -85,11 +84,21 @@ class Server(SMTP):
         await super().smtp_QUIT(arg)
 
     async def smtp_DATA(self, arg):
-        if mode != "drop-in-data":
+        if mode not in ("drop-in-data", "sink"):
             return await super().smtp_DATA(arg)
         await self.push("354 go on")
+        if mode == "sink":
+            return await self.swallow()
         await self._reader.read(100)
         self.transport.abort()
+
+    async def swallow(self):
+        """Takes a message without looking into it, so that a sender's speed shows."""
+        end = b""
+        while not end.endswith(b"\r\n.\r\n"):
+            end = (end + await self._reader.read(1 << 20))[-5:]
+        self._set_post_data_state()
+        await self.push("250 OK")
 
 
 def smtp():
