@@ -24,8 +24,8 @@ CAttachmentDialog::CAttachmentDialog(std::vector<std::wstring>& files)
   Control& list = form_.addListBox(fileList).size(70, 10);
   form_.addButton(addButton, L"Add", [this] { add(); });
   form_.addButton(removeButton, L"Remove", [this] { remove(); });
-  form_.addOkAndCancel();
-  form_.control(okButton).onPress = [this] { store(); };
+  form_.addButton(okButton, L"&OK", [this] { store(); });
+  form_.addButton(cancelButton, L"Cancel");
   form_.setLayout(column({fileList, row({addButton, removeButton, space(), okButton, cancelButton})}));
   for (const std::wstring& each : files_) {
     if (!each.empty()) list.addItem(each);
