@@ -4,10 +4,13 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "brx/lisp_calls.h"
 #include "host/documents/document_lisp.h"
 #include "host/documents/documents.h"
 #include "platform/archive/archive_writer.h"
+#include "platform/desktop/form.h"
 #include "platform/desktop/scripted.h"
 #include "platform/files/files.h"
 #include "platform/settings/settings.h"
@@ -39,6 +42,28 @@ class Application : public host::DocumentLisp {
     result = acutBuildList(RTLB, RTSTR, L"Licence 7", RTSTR, L"", RTSTR, L"not asked for", RTLE, RTNONE);
     return true;
   }
+};
+
+/// Keeps what a person sees of the sending.
+class WatchedDesktop : public ScriptedDesktop {
+ public:
+  WatchedDesktop() : ScriptedDesktop(nullptr) {}
+  std::vector<int> meter;
+  std::wstring status;
+  int runDialog(Form& form) override {
+    form_ = &form;
+    return ScriptedDesktop::runDialog(form);
+  }
+  bool takeStop() override {
+    if (form_->text(1061).starts_with(L"Sending... ")) status = form_->text(1061);
+    return ScriptedDesktop::takeStop();
+  }
+  void mainWindowChanged() override {
+    if (mainWindow().meterShown) meter.push_back(mainWindow().progress);
+  }
+
+ private:
+  Form* form_ = nullptr;
 };
 
 /// Keeps the lines.
@@ -77,7 +102,7 @@ class SubmitBug : public testing::Test {
     unsetenv("XDG_CONFIG_HOME");
     setSettingsFolder(folder / "settings");
     for (const wchar_t* each : {L"Shared", L"Installation"}) makeSection(root + each);
-    auto made = std::make_unique<ScriptedDesktop>(nullptr);
+    auto made = std::make_unique<WatchedDesktop>();
     desktop = made.get();
     setDesktop(std::move(made));
     host::setDocumentLispMaker([] { return std::make_unique<Application>(); });
@@ -133,7 +158,7 @@ class SubmitBug : public testing::Test {
 
   const std::wstring root = L"Software\\Korvane Software\\";
   TemporaryFolder folder;
-  ScriptedDesktop* desktop = nullptr;
+  WatchedDesktop* desktop = nullptr;
   ReportRequest request;
   KeptSteps steps;
 
@@ -171,6 +196,22 @@ TEST_F(SubmitBug, SendsTheReport) {
   EXPECT_FALSE(std::filesystem::exists(folder / "kv_submiterror.xml"));
   for (const auto& each : std::filesystem::directory_iterator(folder / "tmp"))
     EXPECT_FALSE(each.path().filename().native().starts_with(".zarbo")) << "the archive is gone";
+}
+
+TEST_F(SubmitBug, ShowsHowFarItIs) {
+  const MailServer server("good", certificate());
+  useServer(server);
+  std::string noise;
+  for (uint32_t state = 1; noise.size() < 8u << 20;)
+    noise += static_cast<char>((state = state * 1664525 + 1013904223) >> 24);
+  folder.write("plan.dwg", noise);
+  desktop->queueAnswer(BoxAnswer::ok);
+  EXPECT_EQ(run({press(1)}), 1);
+  ASSERT_GT(desktop->meter.size(), 2u);
+  EXPECT_TRUE(std::is_sorted(desktop->meter.begin(), desktop->meter.end()));
+  EXPECT_GT(desktop->meter.back(), 0);
+  EXPECT_TRUE(desktop->status.ends_with(L"%")) << desktop->status;
+  EXPECT_FALSE(desktop->mainWindow().meterShown);
 }
 
 TEST_F(SubmitBug, KeepsEverythingOpenAfterAFailure) {
