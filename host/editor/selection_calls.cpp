@@ -2,9 +2,7 @@
 #include "brx/editor_input.h"
 #include "brx/lisp_calls.h"
 #include "host/bridge/values.h"
-#include "host/calls/served_call.h"
-#include "host/calls/variables.h"
-#include "host/documents/document_lisp.h"
+#include "host/documents/variables.h"
 #include "host/editor/entity_pick.h"
 #include "host/editor/selection_request.h"
 
@@ -168,9 +166,4 @@ int acedSSDel(const ads_name entity, const ads_name set) {
 int acedSSMemb(const ads_name entity, const ads_name set) {
   const host::SelectionSet* const found = setNamed(set);
   return found && found->contains(idNamed(entity)) ? RTNORM : RTERROR;
-}
-
-bool acedUsrBrk() {
-  const host::ServedCall* const call = host::servedCall();
-  return call && call->lisp() && call->lisp()->takeInterrupt();
 }

@@ -13,7 +13,7 @@
 #include "platform/desktop/qt/qt_desktop.h"
 #include "platform/desktop/qt/shown_text.h"
 #include "platform/settings/settings.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

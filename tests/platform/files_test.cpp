@@ -7,7 +7,7 @@
 #include <unistd.h>
 
 #include "platform/files/whole_file.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 /// A certificate of the tests' own for one host, that vouches for itself.
 class TestCertificate {

@@ -4,7 +4,7 @@
 
 #include "platform/desktop/grid_person.h"
 #include "platform/desktop/scripted.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

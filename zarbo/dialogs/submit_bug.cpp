@@ -3,6 +3,7 @@
 #include "brx/editor_input.h"
 #include "brx/lisp_calls.h"
 #include "platform/desktop/desktop.h"
+#include "platform/text/trim.h"
 #include "zarbo/dialogs/attachment_dialog.h"
 #include "zarbo/frame/framework_exception.h"
 #include "zarbo/support/desktop_report.h"
@@ -128,7 +129,7 @@ void CSubmitBug::editAttachments() {
   if (CAttachmentDialog(request_.attachments).doModal() == okButton) showCount();
 }
 
-std::wstring CSubmitBug::trimmedOf(int control) const { return trimmedText(form_.text(control)); }
+std::wstring CSubmitBug::trimmedOf(int control) const { return std::wstring(trimmed(form_.text(control))); }
 
 // The subject's length counts on the line ends of the host's platform.
 std::wstring CSubmitBug::additionalText() const {

@@ -4,6 +4,7 @@
 #include <cstddef>
 
 #include "platform/text/letters.h"
+#include "platform/text/trim.h"
 
 namespace {
 
@@ -85,17 +86,10 @@ std::wstring messageOf(AddressFault fault) {
 }
 
 std::wstring archiveNameOf(const std::wstring& userName, const std::wstring& suffix) {
-  std::wstring name = trimmedText(userName);
+  std::wstring name(trimmed(userName));
   std::erase_if(
       name, [](wchar_t c) { return std::wstring_view(L"\\/?:*\"<>|").find(c) != std::wstring_view::npos; });
   if (name.empty()) name = L"KV Attachment";
   if (!suffix.empty()) name += L" " + suffix;
   return name + L".zip";
-}
-
-std::wstring trimmedText(const std::wstring& text) {
-  constexpr const wchar_t* blanks = L" \t\r\n\v\f";
-  const size_t first = text.find_first_not_of(blanks);
-  if (first == std::wstring::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
 }

@@ -21,6 +21,3 @@ std::wstring messageOf(AddressFault fault);
 
 /// Of the report's archive, from the user's name and the suffix of the application.
 std::wstring archiveNameOf(const std::wstring& userName, const std::wstring& suffix);
-
-/// Without white space at its ends.
-std::wstring trimmedText(const std::wstring& text);
