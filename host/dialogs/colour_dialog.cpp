@@ -77,7 +77,7 @@ class ColourDialog {
   std::vector<Palette> palettes_;
 };
 
-/// The bright shades from light to dark above, the pale ones from dark to light below; a column is a hue.
+/// A column is a hue: the bright shades get lighter downwards, and the pale ones below them darker.
 std::vector<int> hueIndexes() {
   std::vector<int> indexes;
   for (const int shade : {8, 6, 4, 2, 0, 1, 3, 5, 7, 9}) {

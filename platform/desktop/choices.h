@@ -14,8 +14,10 @@ namespace platform {
 /// all cells of a column share one.
 class Choices {
  public:
-  /// Entries without a number, or beyond the numbers given, have 0.
+  /// Entries beyond the numbers given have 0.
   explicit Choices(std::vector<std::wstring> texts, std::vector<int64_t> numbers = {});
+  Choices(const Choices&) = delete;
+  Choices& operator=(const Choices&) = delete;
 
   const std::vector<std::wstring>& texts() const { return texts_; }
   /// Of the first entry with exactly this text.

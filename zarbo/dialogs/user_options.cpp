@@ -80,7 +80,7 @@ CUserOptions::CUserOptions(std::wstring discipline, std::wstring edition)
       form_(L"Korvane User Settings", L"kv_zarbo:UserOptions"),
       grid_(form_.addGrid(settings, columnCount)) {
   form_.addOkAndCancel();
-  form_.control(settings).size(80, 16);
+  form_.control(settings).size(118, 16);
   form_.setLayout(platform::column({settings, platform::okAndCancel()}));
   form_.setFocus(settings);
   form_.onStart = [this] {

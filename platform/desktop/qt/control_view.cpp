@@ -33,7 +33,7 @@ class LabelView : public ControlView {
  public:
   explicit LabelView(const Place& place) : control_(place.control), label_(new QLabel(place.parent)) {
     label_->setTextFormat(Qt::PlainText);
-    label_->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    label_->setAlignment(Qt::AlignLeft | (control_.lines() > 1 ? Qt::AlignTop : Qt::AlignVCenter));
     label_->setTextInteractionFlags(Qt::NoTextInteraction);
     QWidget* shown = label_;
     const int line = label_->fontMetrics().lineSpacing();
@@ -92,6 +92,17 @@ class EditView : public ControlView {
   ShownText text_{ShownText::Lines::one};
 };
 
+/// To break lines between words takes the toolkit time by the square of a word's length.
+bool hasEndlessWord(const QString& text) {
+  constexpr qsizetype longest = 2000;
+  qsizetype letters = 0;
+  for (const QChar c : text) {
+    letters = c.isSpace() ? 0 : letters + 1;
+    if (letters > longest) return true;
+  }
+  return false;
+}
+
 class LinesView : public ControlView {
  public:
   explicit LinesView(const Place& place) : control_(place.control), edit_(new QPlainTextEdit(place.parent)) {
@@ -118,6 +129,8 @@ class LinesView : public ControlView {
   void show() {
     const QSignalBlocker silent(edit_);
     text_.set(control_.text());
+    edit_->setWordWrapMode(hasEndlessWord(text_.shown()) ? QTextOption::WrapAnywhere
+                                                         : QTextOption::WrapAtWordBoundaryOrAnywhere);
     edit_->setPlainText(text_.shown());
     edit_->moveCursor(QTextCursor::End);
     text_.setSeen(edit_->toPlainText());

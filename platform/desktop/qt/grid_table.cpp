@@ -18,7 +18,7 @@ namespace {
 
 constexpr int cellMargin = 14, rowMargin = 9;
 /// A column isn't made wider for its texts, in average letters; and only so many texts are measured.
-constexpr int widestColumn = 60;
+constexpr int widestColumn = 90;
 constexpr size_t mostMeasured = 40;
 
 class Flag {
@@ -235,9 +235,10 @@ void GridTable::dropEditor() {
   QWidget* const former = std::exchange(editor_, nullptr);
   const bool hadFocus = former->hasFocus() || former->isAncestorOf(QApplication::focusWidget());
   former->removeEventFilter(this);
+  // Before it is hidden: else the focus would go on from it as by Tab.
+  if (hadFocus) setFocus(Qt::OtherFocusReason);
   former->hide();
   former->deleteLater();
-  if (hadFocus) setFocus(Qt::OtherFocusReason);
 }
 
 void GridTable::updateGeometries() {

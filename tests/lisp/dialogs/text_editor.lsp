@@ -26,7 +26,8 @@
 (host-dialog '("click" 1))
 (= long (ed_editMultilineText long))  ;=> T
 (host-dialog '("click" 1))
-(ed_editMultilineText "\U+D800 Λ \t &x")  ;=> "\U+D800 Λ \t &x"
+(setq odd (strcat (chr 55296) " \U+1F600 \t &x" (chr 160) "\r"))
+(= odd (ed_editMultilineText odd))  ;=> T
 
 (ed_editMultilineText 1)  ;=> ; error: ADS request error
 ;| Wrong type of arguments passed.

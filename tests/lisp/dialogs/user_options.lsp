@@ -30,7 +30,7 @@
 (mapcar 'cadr (car (host-dialog-log)))  ;=> ("Value" "" "  Ada 'Λ' " "" "" "No" "" "Yes" "Yes" "" "No")
 
 ; Two disciplines share a value.
-(host-dialog '("cell" 1048 9 1 "No") '("click" 1))
+(host-dialog '("cell" 1048 10 1 "No") '("click" 1))
 (EditUserOptions "PHOTO" "")
 (host-dialog '("grid" 1048) '("click" 1))
 (EditUserOptions "ELEC" "")
