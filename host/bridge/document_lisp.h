@@ -19,6 +19,7 @@ class InterpreterOfDocument : public DocumentLisp, private lisp::Services {
   void undefine(const std::wstring& name, Application& application, int code) override;
   void forget(Application& application) override;
   bool invoke(const resbuf& call, resbuf*& result) override;
+  bool takeInterrupt() override { return interpreter_.takeInterrupt(); }
 
  private:
   void print(std::wstring_view text) override;

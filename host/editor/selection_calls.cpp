@@ -167,5 +167,3 @@ int acedSSMemb(const ads_name entity, const ads_name set) {
   const host::SelectionSet* const found = setNamed(set);
   return found && found->contains(idNamed(entity)) ? RTNORM : RTERROR;
 }
-
-bool acedUsrBrk() { return false; }

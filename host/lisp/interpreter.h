@@ -69,8 +69,8 @@ class Interpreter {
 
   /// Safe to call from a signal handler: the evaluation ends with an error at its next step.
   void interrupt() { interrupted_ = true; }
-  /// The interrupt has been served otherwise.
-  void forgetInterrupt() { interrupted_ = false; }
+  /// The interrupt, if there was one, is served otherwise.
+  bool takeInterrupt() { return interrupted_.exchange(false); }
   /// Calls and loop rounds that may still be made; for programs that nobody watches. 0 is no limit.
   void limitSteps(uint64_t steps) { stepsLeft_ = steps; }
 

@@ -223,6 +223,11 @@ Value queueDialog(const Call& call) {
   return {};
 }
 
+Value queueStop(const Call& call) {
+  scripted(call).queueStop();
+  return {};
+}
+
 Value takeDialogLog(const Call& call) { return toLisp(call, scripted(call).takeDialogLog()); }
 
 struct Row {
@@ -246,6 +251,7 @@ constexpr Row rows[] = {
     {L"host-file", queueFile, 1, 1},
     {L"host-dialog", queueDialog, 0, lisp::anyCount},
     {L"host-dialog-log", takeDialogLog, 0, 0},
+    {L"host-stop", queueStop, 0, 0},
     {L"host-prompts", takePrompts, 0, 0},
     {L"host-main-window", mainWindow, 0, 0},
     {L"host-timers", runTimers, 1, 1},

@@ -73,6 +73,9 @@ class Desktop {
   /// Shows the form until it is closed: 1, or 2 when it was cancelled. A negative result means that it
   /// couldn't be shown. What a handler throws comes out here, with the window closed.
   virtual int runDialog(Form& form) = 0;
+  /// Lets windows live while work keeps the person waiting; true, once, when Escape was pressed to stop it.
+  /// What else the person does meanwhile is lost.
+  virtual bool takeStop() { return false; }
   /// In pixels.
   virtual std::pair<int, int> screenSize() = 0;
   /// Called when title, enabled state or progress have changed.
@@ -122,7 +125,9 @@ class Desktop {
 Desktop& desktop();
 void setDesktop(std::unique_ptr<Desktop> next);
 
-/// Of the machine, for people; nothing when it can't be told.
+/// Of the machine, for people: the first part of its name in the network, of which other machines see at most
+/// 15 characters. Nothing when it can't be told.
 std::optional<std::wstring> computerName();
+std::wstring computerNameOfHost(std::wstring_view hostName);
 
 }  // namespace platform

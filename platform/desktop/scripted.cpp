@@ -75,6 +75,11 @@ int ScriptedDesktop::runDialog(Form& form) {
                   : playOnForm(form, script, drawWithWidgets, dialogLog_);
 }
 
+bool ScriptedDesktop::takeStop() {
+  const bool below = beneath_ && beneath_->takeStop();
+  return std::exchange(stop_, false) || below;
+}
+
 std::pair<int, int> ScriptedDesktop::screenSize() { return beneath_ ? beneath_->screenSize() : usualScreen; }
 
 void ScriptedDesktop::mainWindowChanged() {

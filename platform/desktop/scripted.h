@@ -24,6 +24,8 @@ class ScriptedDesktop : public Desktop {
   void queueFile(std::optional<std::wstring> path) { files_.push_back(std::move(path)); }
   /// Of the next dialog; one that opens from inside takes the next but one.
   void queueDialog(FormScript script) { dialogs_.push_back(std::move(script)); }
+  /// Escape, at the next look of work that can be stopped.
+  void queueStop() { stop_ = true; }
   /// What the actions of dialogs gave since the last call.
   ScriptList takeDialogLog() { return std::exchange(dialogLog_, {}); }
   /// From now on scripts of dialogs work on real widgets, which nobody sees where there is no display.
@@ -38,6 +40,7 @@ class ScriptedDesktop : public Desktop {
   std::optional<std::wstring> chooseFile(const FileChoice& choice) override;
   std::optional<std::wstring> chooseFolder(const std::wstring& title, const std::wstring& initial) override;
   int runDialog(Form& form) override;
+  bool takeStop() override;
   std::pair<int, int> screenSize() override;
   void mainWindowChanged() override;
   int openDocument(const std::wstring& verb, const std::wstring& target) override;
@@ -57,6 +60,7 @@ class ScriptedDesktop : public Desktop {
   std::deque<FormScript> dialogs_;
   ScriptList dialogLog_;
   bool widgets_ = false;
+  bool stop_ = false;
 };
 
 /// The current desktop when it takes scripted answers, else null.

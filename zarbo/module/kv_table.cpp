@@ -137,7 +137,7 @@ constexpr TableRow rows[] = {
 
     {L"EditUserOptions", kvEntry<editUserOptions>},
 
-    {L"kv_kv-submitBug", kvEntry<notBuilt>},
+    {L"kv_kv-submitBug", kvEntry<kvSubmitBug>},
 
     {L"CreateCompressedGuidString", kvEntry<createCompressedGuidString>},
     {L"signString", kvEntry<signStringOf>},

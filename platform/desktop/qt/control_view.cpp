@@ -197,7 +197,9 @@ class ListView : public ControlView {
     list_->setUniformItemSizes(true);
     setWidget(list_);
     update();
-    QObject::connect(list_, &QListWidget::currentRowChanged, list_, [this, place](int row) {
+    // Not of the current row, which the toolkit sets when the list gets the focus.
+    QObject::connect(list_, &QListWidget::itemSelectionChanged, list_, [this, place] {
+      const int row = list_->selectedItems().isEmpty() ? -1 : list_->currentRow();
       place.act([&] { return FormPerson(place.form).select(control_.number(), row); });
     });
   }
@@ -209,6 +211,7 @@ class ListView : public ControlView {
       for (const std::wstring& each : items_) list_->addItem(shownText(each));
     }
     list_->setCurrentRow(control_.selected());
+    if (control_.selected() < 0) list_->clearSelection();
   }
 
  private:

@@ -206,6 +206,7 @@ bool WidgetHands::isChecked(int box) { return qobject_cast<QCheckBox*>(window_.w
 
 int WidgetHands::selected(int list) {
   const auto* const rows = qobject_cast<QListWidget*>(window_.widgetOf(list));
+  if (rows && rows->selectedItems().isEmpty()) return -1;
   return rows ? rows->currentRow() : window_.form().control(list).selected();
 }
 
