@@ -58,6 +58,16 @@ void Binder::bindParameter(Expression& expression, const std::string& name) {
   }
 }
 
+void Binder::checkNames() const {
+  for (const Parameter& given : given_) {
+    if (given.name.empty()) continue;
+    const bool known = std::any_of(slots_.begin(), slots_.end(), [&](const ParameterSlot& slot) {
+      return sameText(slot.name, given.name);
+    });
+    if (!known) throw Failure{{noSuchItem, "The query has no parameter '" + given.name + "'.", std::nullopt}};
+  }
+}
+
 void Binder::checkParameters() const {
   const auto isMissing = [](const ParameterSlot& slot) { return !slot.given; };
   const auto missing = std::count_if(slots_.begin(), slots_.end(), isMissing);

@@ -62,6 +62,7 @@ enum ErrorNumber : int {
   relatedRecords = 3200,
   relatedRecordNeeded = 3201,
   circularQuery = 3102,
+  noSuchItem = 3265,
   subqueryColumns = 3306,
   unionColumns = 3307,
   valueRequired = 3314,
