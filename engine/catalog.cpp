@@ -4,6 +4,7 @@
 #include <array>
 
 #include "engine/errors.h"
+#include "engine/jet_sql/execution.h"
 #include "engine/jet_sql/printer.h"
 
 namespace {
@@ -52,6 +53,9 @@ jet::Type typeNamed(std::string_view name) {
 }
 
 constexpr size_t mostColumns = 255;
+
+// Of a table on its way to another shape or spelling: no table's own, see `storedTableName`.
+constexpr const char* passingName = "~passing";
 
 std::vector<std::string> split(std::string_view list) {
   std::vector<std::string> result;
@@ -142,10 +146,7 @@ void requireName(std::string_view name) {
 void createSystemTables(Database& database) { database.execute(systemTables, Access::Schema); }
 
 std::string storedIndexName(const jet::Table& table, const jet::Index& index) {
-  if (!isLinked(table)) return storedTableName(table.name) + "." + index.name;
-  // A linked table may have another name here; SQLite's is the second part of its full name.
-  const std::string stored = unquoted(table.sqlName.substr(table.sqlName.find("\".\"") + 2));
-  return stored + "." + index.name;
+  return table.stored + "." + index.name;
 }
 
 int counterColumn(const jet::Table& table) {
@@ -192,7 +193,8 @@ DatabaseCatalog::Tables DatabaseCatalog::readTables(const std::string& schema) {
   while (tables.step()) {
     jet::Table table;
     table.name = tables.text(0);
-    table.sqlName = in + quoted(tables.text(1));
+    table.schema = schema;
+    table.stored = tables.text(1);
     table.rowId = tables.text(2);
     found.emplace(table.name, std::move(table));
   }
@@ -324,7 +326,7 @@ void DatabaseCatalog::run(std::string_view sql, const std::vector<Stored>& value
 
 void DatabaseCatalog::createStorage(const jet::Table& table) {
   // The row number is never given twice, so that a cursor on a deleted row can't find another one there.
-  std::string sql = "CREATE TABLE " + quoted(storedTableName(table.name)) + "(";
+  std::string sql = "CREATE TABLE " + quoted(table.stored) + "(";
   if (counterColumn(table) < 0) sql += quoted(table.rowId) + " INTEGER PRIMARY KEY AUTOINCREMENT, ";
   const char* separator = "";
   for (const jet::Column& column : table.columns) {
@@ -344,7 +346,7 @@ void DatabaseCatalog::createStorage(const jet::Table& table) {
 
 void DatabaseCatalog::describe(const jet::Table& table) {
   run("INSERT INTO zb_tables VALUES(?, ?, ?)",
-      {Stored::of(table.name), Stored::of(storedTableName(table.name)), Stored::of(table.rowId)});
+      {Stored::of(table.name), Stored::of(table.stored), Stored::of(table.rowId)});
   int64_t place = 0;
   for (const jet::Column& column : table.columns) {
     run("INSERT INTO zb_columns VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)",
@@ -379,8 +381,8 @@ void DatabaseCatalog::createStoredIndex(const jet::Table& table, const jet::Inde
     condition += (condition.empty() ? " WHERE " : " AND ") + name + " IS NOT NULL";
   }
   run(std::string("CREATE ") + (index.unique || index.primary ? "UNIQUE " : "") + "INDEX " +
-      quoted(storedIndexName(table, index)) + " ON " + quoted(storedTableName(table.name)) + "(" + columns +
-      ")" + (index.ignoreNull ? condition : ""));
+      quoted(storedIndexName(table, index)) + " ON " + quoted(table.stored) + "(" + columns + ")" +
+      (index.ignoreNull ? condition : ""));
 }
 
 jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition, IndexStorage storage) {
@@ -389,6 +391,7 @@ jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition,
     if (hasTable(definition.name)) fail(jet::tableExists, definition.name);
     if (findQuery(definition.name)) fail(jet::objectExists, definition.name);
     jet::Table table = definition;
+    table.stored = storedTableName(table.name);
     const int counter = counterColumn(table);
     table.rowId = counter >= 0 ? table.columns[static_cast<size_t>(counter)].name : freeRowName(table);
     std::set<std::string, TextLess> names;
@@ -423,7 +426,7 @@ void DatabaseCatalog::storeIndexes(std::string_view name,
 }
 
 void DatabaseCatalog::continueCounter(std::string_view name, int64_t last) {
-  const std::string stored = storedTableName(require(name).name);
+  const std::string stored = require(name).stored;
   run("DELETE FROM sqlite_sequence WHERE name = ?1 AND seq < ?2", {Stored::of(stored), Stored::of(last)});
   run("INSERT INTO sqlite_sequence(name, seq) SELECT ?1, ?2 WHERE NOT EXISTS(SELECT 1 FROM sqlite_sequence "
       "WHERE name = ?1)",
@@ -436,12 +439,12 @@ jet::Catalog::Refusal DatabaseCatalog::dropTable(std::string_view name) {
     const jet::Table table = require(name);
     for (const jet::Relation& relation : relations()) {
       if (sameText(relation.foreignTable, name) && !sameText(relation.table, name)) {
-        fail(jet::relatedRecords, relation.name);
+        fail(neededByRelation, "the relation '" + relation.name + "'");
       }
     }
     unguardRelationsOf(name);
     run("DELETE FROM zb_relations WHERE table_name = ?1 OR foreign_table = ?1", {Stored::of(name)});
-    run("DROP TABLE " + table.sqlName);
+    run("DROP TABLE " + table.sqlName());
     forget(name);
   });
 }
@@ -450,13 +453,14 @@ void DatabaseCatalog::rebuild(const jet::Table& old, jet::Table shape,
                               const std::vector<std::string>& sources) {
   requireDefinition(shape);
   for (const jet::Index& index : shape.indexes) requireIndex(shape, index);
+  requireRelationsKept(old, shape);
   const int counter = counterColumn(shape);
   const bool keepsRowId = counter < 0 || counterColumn(old) >= 0;
   shape.rowId = counter >= 0 ? shape.columns[static_cast<size_t>(counter)].name : freeRowName(shape);
   unguardRelationsOf(old.name);
 
   jet::Table temporary = shape;
-  temporary.name = "~rebuilt";
+  temporary.stored = passingName;
   createStorage(temporary);
   std::string into, from;
   if (counter < 0) {
@@ -468,19 +472,17 @@ void DatabaseCatalog::rebuild(const jet::Table& old, jet::Table shape,
     into += (into.empty() ? "" : ", ") + quoted(shape.columns[i].name);
     from += (from.empty() ? "" : ", ") + sources[i];
   }
-  const std::string target = quoted(storedTableName(temporary.name));
   if (!into.empty()) {
-    run("INSERT INTO " + target + "(" + into + ") SELECT " + from + " FROM " + old.sqlName + " ORDER BY " +
-        quoted(old.rowId));
+    run("INSERT INTO " + temporary.sqlName() + "(" + into + ") SELECT " + from + " FROM " + old.sqlName() +
+        " ORDER BY " + quoted(old.rowId));
   }
-  const std::string oldStored = storedTableName(old.name);
   if (keepsRowId) {
-    run("DELETE FROM sqlite_sequence WHERE name = ?", {Stored::of(storedTableName(temporary.name))});
+    run("DELETE FROM sqlite_sequence WHERE name = ?", {Stored::of(temporary.stored)});
     run("INSERT INTO sqlite_sequence(name, seq) SELECT ?1, seq FROM sqlite_sequence WHERE name = ?2",
-        {Stored::of(storedTableName(temporary.name)), Stored::of(oldStored)});
+        {Stored::of(temporary.stored), Stored::of(old.stored)});
   }
-  run("DROP TABLE " + old.sqlName);
-  run("ALTER TABLE " + target + " RENAME TO " + quoted(storedTableName(shape.name)));
+  run("DROP TABLE " + old.sqlName());
+  run("ALTER TABLE " + temporary.sqlName() + " RENAME TO " + quoted(shape.stored));
   forget(old.name);
   for (const jet::Index& index : shape.indexes) createStoredIndex(shape, index);
   describe(shape);
@@ -508,17 +510,19 @@ jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::s
   return changing([&] {
     requireName(newName);
     if (!sameText(name, newName) && hasTable(newName)) fail(jet::tableExists, newName);
+    if (findQuery(newName)) fail(jet::objectExists, newName);
     if (changeLink(name, newName)) return;
     const jet::Table old = require(name);
     unguardRelationsOf(old.name);
     jet::Table table = old;
     table.name = newName;
+    table.stored = storedTableName(newName);
     for (const jet::Index& index : old.indexes) {
       if (!isRowOrder(old, index)) run("DROP INDEX " + quoted(storedIndexName(old, index)));
     }
-    const std::string stored = storedTableName(newName);
-    if (stored != storedTableName(old.name))
-      run("ALTER TABLE " + old.sqlName + " RENAME TO " + quoted(stored));
+    // By way of another name: to SQLite a name in another spelling is taken.
+    run("ALTER TABLE " + old.sqlName() + " RENAME TO " + quoted(passingName));
+    run("ALTER TABLE " + quoted(passingName) + " RENAME TO " + quoted(table.stored));
     forget(old.name);
     for (const jet::Index& index : table.indexes) createStoredIndex(table, index);
     describe(table);
@@ -537,8 +541,12 @@ jet::Catalog::Refusal DatabaseCatalog::addColumn(std::string_view name, const je
     jet::Table shape = old;
     shape.columns.push_back(column);
     std::vector<std::string> sources = sameSources(old);
-    // Rows that are there already have no value, which yes/no fields don't know.
-    sources.push_back(column.type == jet::Type::YesNo ? "0" : "");
+    // Rows that are there already have no value, which yes/no fields don't know. Where one is required they
+    // take the default.
+    const bool takesDefault = column.required && !column.defaultValue.empty();
+    sources.push_back(takesDefault                      ? jet::defaultSql(*this, column, old.name)
+                      : column.type == jet::Type::YesNo ? "0"
+                                                        : "");
     rebuild(old, shape, sources);
   });
 }
@@ -571,6 +579,7 @@ jet::Catalog::Refusal DatabaseCatalog::renameColumn(std::string_view name, std::
         if (sameText(each.name, column)) each.name = newName;
       }
     }
+    renameInRelations(old.name, column, newName);
     rebuild(old, shape, sameSources(old));
   });
 }
@@ -582,8 +591,7 @@ jet::Catalog::Refusal DatabaseCatalog::dropColumn(std::string_view name, std::st
     if (place < 0) fail(jet::noSuchField, column);
     for (const jet::Index& index : old.indexes) {
       for (const auto& each : index.columns) {
-        if (sameText(each.name, column))
-          fail(definitionSyntax, "the index " + index.name + " needs the field");
+        if (sameText(each.name, column)) fail(neededByIndex, "the index '" + index.name + "'");
       }
     }
     jet::Table shape = old;

@@ -65,6 +65,10 @@ class DatabaseCatalog : public jet::Catalog {
   Refusal dropIndex(std::string_view table, std::string_view index) override;
   Refusal createRelation(const jet::Relation& relation) override;
   Refusal dropRelation(std::string_view table, std::string_view relation) override;
+  /// Makes the guards of all relations anew: those of older files stand in the way of links to the file.
+  Refusal renewRelations();
+  /// Fails when the other file or its table can't be reached.
+  void requireLinkable(const Link& link);
   /// Doesn't look into the other file.
   Refusal createLink(const Link& link);
   Refusal createQuery(std::string_view name, std::string_view sql) override;
@@ -100,6 +104,9 @@ class DatabaseCatalog : public jet::Catalog {
   void describe(const jet::Table& table);
   void forget(std::string_view table);
   void createStoredIndex(const jet::Table& table, const jet::Index& index);
+  void renameInRelations(std::string_view table, std::string_view column, std::string_view newName);
+  /// Fails (3303, 3281) when a change takes away what a relation needs of the table.
+  void requireRelationsKept(const jet::Table& old, const jet::Table& shape);
   void guardRelation(const jet::Relation& relation);
   void unguardRelation(std::string_view name);
   void unguardRelationsOf(std::string_view table);

@@ -99,18 +99,21 @@ void buildDatabaseFile(const std::string& path, const std::function<void(Databas
   syncFolderOf(path);
 }
 
-void compactDatabaseFile(const std::string& source, const std::string& destination) {
+std::vector<jet::Error> compactDatabaseFile(const std::string& source, const std::string& destination) {
   Database from(source, Database::Mode::Read, Database::Sharing::NotInThisProcess);
   struct stat attributes {};
   if (::lstat(destination.c_str(), &attributes) == 0) fail(databaseExists, destination);
+  std::vector<jet::Error> leftOut;
   if (from.examine() == Database::Health::Good) {
     try {
-      return buildDatabaseFile(destination, [&](Database& to) { copyContent(from, to, false); });
+      buildDatabaseFile(destination, [&](Database& to) { leftOut = copyContent(from, to, false); });
+      return leftOut;
     } catch (const jet::Failure& failure) {
       // Of a large file not all was looked at: then damage shows on the way.
       if (failure.error.number != notADatabase) throw;
     }
   }
   MendedCopy mended(from, destination + ".mended");
-  buildDatabaseFile(destination, [&](Database& to) { copyContent(mended.database(), to, true); });
+  buildDatabaseFile(destination, [&](Database& to) { leftOut = copyContent(mended.database(), to, true); });
+  return leftOut;
 }

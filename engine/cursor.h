@@ -67,7 +67,7 @@ class Cursor {
   /// The stamp is that of the main file, and tells nothing of a linked one.
   bool sameStateAsKept() const { return !isLinked(table_) && database_.unchangedSince(stamp_); }
   bool stepInKept(int64_t count);
-  void search(int64_t count, bool forward);
+  void search(int64_t count, bool forward, std::optional<Place> from = std::nullopt);
   bool runLevel(const std::string& sql, const std::vector<Stored>& values, int64_t& toSkip, size_t wanted);
   bool searchFrom(int64_t& toSkip, bool forward, size_t wanted);
   bool searchFromEnd(int64_t& toSkip, bool forward, size_t wanted);

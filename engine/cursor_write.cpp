@@ -110,7 +110,7 @@ COleSafeArray Cursor::append(const VARIANT& fields, bool stay) {
   }
   const std::string content = values.empty() ? " DEFAULT VALUES" : "(" + names + ") VALUES(" + marks + ")";
   Statement& insert = database_.prepared(
-      "INSERT INTO " + table_.sqlName + content + " RETURNING " + columnList_, Access::Write);
+      "INSERT INTO " + table_.sqlName() + content + " RETURNING " + columnList_, Access::Write);
   found_.clear(table_.columns.size());
   {
     const Run run(insert);
@@ -149,7 +149,7 @@ void Cursor::replace(const VARIANT& fields) {
     changes += (changes.empty() ? "" : ", ") + quoted(table_.columns[each.column].name) + " = ?";
   }
   if (changes.empty()) changes = quoted(table_.rowId) + " = " + quoted(table_.rowId);
-  Statement& update = database_.prepared("UPDATE " + table_.sqlName + " SET " + changes + " WHERE " +
+  Statement& update = database_.prepared("UPDATE " + table_.sqlName() + " SET " + changes + " WHERE " +
                                              quoted(table_.rowId) + " = ? RETURNING " + columnList_,
                                          Access::Write);
   found_.clear(table_.columns.size());
@@ -177,7 +177,7 @@ void Cursor::remove() {
   followSchema();
   if (place_ != Place::OnRow) fail(noCurrentRecord);
   Statement& statement = database_.prepared(
-      "DELETE FROM " + table_.sqlName + " WHERE " + quoted(table_.rowId) + " = ?", Access::Write);
+      "DELETE FROM " + table_.sqlName() + " WHERE " + quoted(table_.rowId) + " = ?", Access::Write);
   {
     const Run run(statement);
     statement.bind(1, rows_.rowId(at_));

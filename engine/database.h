@@ -107,9 +107,8 @@ class Transaction {
 /// Remembers that damage showed while the file was in use: its next opening checks all of it.
 void noteDamage(const char* path);
 
-/// A name between double quotes, as SQL wants it, and back.
+/// A name between double quotes, as SQL wants it.
 std::string quoted(std::string_view name);
-std::string unquoted(std::string_view quotedName);
 
 /// The full path of a file that a caller named: "\" may stand for "/", a relative path is one of the
 /// process's current folder. Fails for what can't be a path.

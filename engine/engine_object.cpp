@@ -63,7 +63,7 @@ HRESULT EngineObject::Invoke(DISPID, const IID&, LCID, WORD, DISPPARAMS*, VARIAN
 }
 
 Database& EngineObject::database() {
-  if (!database_) fail(noOpenDatabase);
+  if (!database_) fail(notOpen, "database");
   return *database_;
 }
 
@@ -80,7 +80,7 @@ DatabaseCatalog& EngineObject::freshCatalog() {
 
 Cursor& EngineObject::cursor() {
   database();
-  if (!cursor_) fail(noCurrentRecord);
+  if (!cursor_) fail(notOpen, "table");
   return *cursor_;
 }
 
@@ -223,5 +223,11 @@ HRESULT EngineObject::CreateDatabase(BSTR path, VARIANT_BOOL* ok) {
 }
 
 HRESULT EngineObject::CompactDatabase(BSTR source, BSTR destination, VARIANT_BOOL* ok) {
-  return attempt(ok, [&] { compactDatabaseFile(fullPath(viewOf(source)), fullPath(viewOf(destination))); });
+  return attempt(ok, [&] {
+    const auto leftOut = compactDatabaseFile(fullPath(viewOf(source)), fullPath(viewOf(destination)));
+    for (const jet::Error& each : leftOut) {
+      if (!pending_) pending_ = jet::Error{each.number, "", std::nullopt};
+      pending_->text += (pending_->text.empty() ? "" : " ") + each.text;
+    }
+  });
 }

@@ -40,7 +40,7 @@ constexpr Message messages[] = {
     {3187, "The record can't be read: the database is locked by somebody else."},
     {3190, "The table would have too many fields."},
     {3191, "The field '%' is defined twice."},
-    {3200, "The table can't be deleted or changed: the relation '%' has related records."},
+    {3200, "The record can't be deleted or changed: the table '%' has related records."},
     {3201, "A related record is needed in the table '%'."},
     {3204, "The file '%' exists already."},
     {3211, "The table is in use and can't be locked."},
@@ -48,7 +48,10 @@ constexpr Message messages[] = {
     {3260, "The record can't be changed: it is locked by somebody else."},
     {3262, "The table can't be locked: it is in use by somebody else."},
     {3265, "There is no field '%' in the table."},
+    {3280, "A field that an index needs can't be deleted: %."},
+    {3281, "A table or index that a relation needs can't be deleted: %."},
     {3292, "The definition is not valid: %."},
+    {3303, "A field of a relation can't be deleted: %."},
     {3314, "The field '%' must have a value."},
     {3315, "The field '%' can't be an empty text."},
     {3317, "A value breaks a rule of the table: %."},
@@ -58,7 +61,7 @@ constexpr Message messages[] = {
     {3349, "The number is too large for the field '%'."},
     {3380, "The field '%' exists already."},
     {3381, "There is no field '%' in the table."},
-    {3420, "No database is open."},
+    {3420, "No % is open."},
     {3421, "The value doesn't fit the type of the field '%'."},
 };
 

@@ -22,7 +22,10 @@ enum EngineError : int {
   noRight = 3051,
   badFileName = 3055,
   linkedTable = 3057,
+  neededByIndex = 3280,
+  neededByRelation = 3281,
   definitionSyntax = 3292,
+  fieldOfRelation = 3303,
   tableNotFound = 3078,
   badName = 3125,
   notUpdatable = 3164,
@@ -36,7 +39,7 @@ enum EngineError : int {
   itemNotFound = 3265,
   notADatabase = 3343,
   numberTooLarge = 3349,
-  noOpenDatabase = 3420,
+  notOpen = 3420,
   wrongValueType = 3421,
 };
 

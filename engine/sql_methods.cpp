@@ -74,16 +74,8 @@ HRESULT EngineObject::LinkTable(BSTR first, BSTR second, BSTR third, VARIANT_BOO
     DatabaseCatalog::Link link{toUtf8(viewOf(first)), fullPath(viewOf(second)), toUtf8(viewOf(third))};
     if (link.foreignName.empty()) link.foreignName = link.name;
     DatabaseCatalog& catalog = freshCatalog();
-    // The link is made, looked through, and taken back when there is no such table.
-    Transaction transaction(database(), Transaction::Kind::Write, Access::Schema);
+    catalog.requireLinkable(link);
     if (const auto refusal = catalog.createLink(link)) throw jet::Failure{*refusal};
-    try {
-      catalog.findTable(link.name);
-    } catch (const jet::Failure&) {
-      catalog.changesUndone();
-      throw;
-    }
-    transaction.commit();
     *linked = VARIANT_TRUE;
   });
 }

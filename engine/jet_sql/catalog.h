@@ -62,11 +62,14 @@ struct Relation {
 
 struct Table {
   std::string name;
-  std::string sqlName;            ///< complete and quoted, as `"main"."Jobs"`
+  std::string schema = "main";    ///< SQLite's name of the database that it lies in
+  std::string stored;             ///< its name there
   std::string rowId = "_rowid_";  ///< the row number's name, one that no column bears
   std::vector<Column> columns;
   std::vector<Index> indexes;
 
+  /// Where it lies, complete and quoted: `"main"."Jobs"`.
+  std::string sqlName() const;
   const Column* findColumn(std::string_view name) const;
 };
 
@@ -87,7 +90,7 @@ class Catalog {
 
   using Refusal = std::optional<Error>;  ///< nothing when the change was made
 
-  virtual Refusal createTable(const Table& definition) = 0;  ///< columns and indexes; `sqlName` is unset
+  virtual Refusal createTable(const Table& definition) = 0;  ///< columns and indexes, without a place
   virtual Refusal dropTable(std::string_view table) = 0;
   virtual Refusal addColumn(std::string_view table, const Column& column) = 0;
   /// Retypes the column named `column.name` and converts its values.

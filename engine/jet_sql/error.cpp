@@ -59,9 +59,12 @@ std::optional<Error> readRaised(std::string_view text) {
   return error;
 }
 
+std::string raisedText(const Error& error, int64_t place) {
+  return std::string(mark) + std::to_string(error.number) + " " + std::to_string(place) + " " + error.text;
+}
+
 void raise(sqlite3_context* context, const Error& error, int64_t place) {
-  std::string text(mark);
-  text += std::to_string(error.number) + " " + std::to_string(place) + " " + error.text;
+  const std::string text = raisedText(error, place);
   sqlite3_result_error(context, text.c_str(), static_cast<int>(text.size()));
 }
 

@@ -19,6 +19,8 @@ using Prepared = std::unique_ptr<sqlite3_stmt, Finalizer>;
 
 }  // namespace
 
+std::string Table::sqlName() const { return quotedName(schema) + "." + quotedName(stored); }
+
 const Column* Table::findColumn(std::string_view name) const {
   const auto found =
       std::find_if(columns.begin(), columns.end(), [&](const Column& c) { return sameText(c.name, name); });
@@ -78,6 +80,7 @@ void Execution::visit(const std::string& sql, const std::function<void(sqlite3_s
 }
 
 int64_t Execution::change(const std::string& sql) {
+  binder_.checkNames();
   visit(sql, nullptr);
   return sqlite3_changes64(database_);
 }
@@ -141,6 +144,7 @@ int64_t Execution::operator()(SelectStatement& statement) {
   if (!query.into.empty()) return selectInto(query);
   Printer printer;
   printer.query(query);
+  binder_.checkNames();
   binder_.checkParameters();
   if (rows_) {
     std::vector<ResultColumn> columns;
@@ -191,7 +195,7 @@ int64_t Execution::selectInto(Query& query) {
 // ---- Changes of data
 
 std::string Execution::insertHead(const Table& table, const std::vector<const Column*>& columns) const {
-  std::string text = "INSERT INTO " + table.sqlName + " (";
+  std::string text = "INSERT INTO " + table.sqlName() + " (";
   for (size_t i = 0; i < columns.size(); ++i) {
     if (i > 0) text += ",";
     text += quotedName(columns[i]->sqlName.empty() ? columns[i]->name : columns[i]->sqlName);
@@ -200,13 +204,13 @@ std::string Execution::insertHead(const Table& table, const std::vector<const Co
 }
 
 // A default that is no expression is a text, as tables made elsewhere have it.
-std::string Execution::defaultSql(const Column& column, const Table& table) {
+std::string defaultSql(Catalog& catalog, const Column& column, const std::string& table) {
   std::string_view text = column.defaultValue;
   while (text.starts_with('=') || text.starts_with(' ')) text.remove_prefix(1);
   ExpressionPtr expression;
   try {
     expression = parseExpression(text);
-    Binder alone(catalog_, text, {}, nullptr);
+    Binder alone(catalog, text, {}, nullptr);
     alone.bindValue(*expression);
     if (!alone.slots().empty()) expression = nullptr;
   } catch (const Failure&) {
@@ -219,7 +223,7 @@ std::string Execution::defaultSql(const Column& column, const Table& table) {
     expression->type = Type::Text;
   }
   Printer printer;
-  printer.stored(*expression, column, table.name);
+  printer.stored(*expression, column, table);
   return printer.take();
 }
 
@@ -230,7 +234,7 @@ void Execution::addLeftOut(const Table& table, std::vector<const Column*>& colum
     if (column.defaultValue.empty() && !column.required && column.type != Type::YesNo) continue;
     columns.push_back(&column);
     if (!column.defaultValue.empty()) {
-      values.push_back(defaultSql(column, table));
+      values.push_back(defaultSql(catalog_, column, table.name));
       continue;
     }
     Printer printer;
@@ -324,7 +328,7 @@ int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<const
   const bool alone = statement.sources.size() == 1 && statement.sources[0]->kind == SourceKind::Table;
   Printer printer;
   const std::string alias = alone ? "\"t" + std::to_string(target.number) + "\"" : "\"target\"";
-  printer.raw("UPDATE " + target.table->sqlName + " AS " + alias + " SET ");
+  printer.raw("UPDATE " + target.table->sqlName() + " AS " + alias + " SET ");
   for (size_t i = 0; i < statement.assignments.size(); ++i) {
     const Assignment& assignment = statement.assignments[i];
     const Column& column = targetColumn(assignment, target);
@@ -372,7 +376,7 @@ int64_t Execution::updateMany(UpdateStatement& statement, const std::vector<cons
   rows.rows(statement.sources, statement.where.get());
   change(rows.text());
   for (size_t t = 0; t < tables.size(); ++t) {
-    std::string sql = "UPDATE " + tables[t]->table->sqlName + " AS \"target\" SET ";
+    std::string sql = "UPDATE " + tables[t]->table->sqlName() + " AS \"target\" SET ";
     bool first = true;
     for (size_t i = 0; i < targets.size(); ++i) {
       if (targets[i] != tables[t]) continue;
@@ -419,14 +423,15 @@ int64_t Execution::operator()(DeleteStatement& statement) {
     binder_.fail(deleteTarget, "Records can't be deleted from a query's answer", target->place);
   Printer printer;
   if (tables.size() == 1) {
-    printer.raw("DELETE FROM " + target->table->sqlName + " AS \"t" + std::to_string(target->number) + "\"");
+    printer.raw("DELETE FROM " + target->table->sqlName() + " AS \"t" + std::to_string(target->number) +
+                "\"");
     if (statement.where) {
       printer.raw(" WHERE ");
       printer.condition(*statement.where);
     }
   } else {
-    printer.raw("DELETE FROM " + target->table->sqlName + " WHERE " + target->table->rowId + " IN (SELECT " +
-                rowIdOf(*target));
+    printer.raw("DELETE FROM " + target->table->sqlName() + " WHERE " + target->table->rowId +
+                " IN (SELECT " + rowIdOf(*target));
     printer.rows(statement.sources, statement.where.get());
     printer.raw(")");
   }
@@ -463,6 +468,7 @@ int64_t Execution::operator()(ExecuteStatement& statement) {
       arguments.push_back(std::move(parameter));
     });
   }
+  binder_.checkNames();
   Statement inner = parseStatement(*stored);
   return Execution(database_, catalog_, *stored, arguments, rows_, depth_ + 1).run(inner);
 }

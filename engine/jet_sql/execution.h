@@ -9,6 +9,9 @@
 
 namespace jet {
 
+/// SQL of a column's default value, as the column stores it.
+std::string defaultSql(Catalog& catalog, const Column& column, const std::string& table);
+
 /// Carries out one parsed statement on a connection, inside a transaction that the caller keeps.
 /// Everything throws `Failure`.
 class Execution {
@@ -37,7 +40,6 @@ class Execution {
   std::string insertHead(const Table& table, const std::vector<const Column*>& columns) const;
   /// Columns that an insert leaves out but that have a default or must have a value, with their values.
   void addLeftOut(const Table& table, std::vector<const Column*>& columns, std::vector<std::string>& values);
-  std::string defaultSql(const Column& column, const Table& table);
   const Table& existing(std::string_view table, int number);
   void checkColumns(const Table& table, const Index& index);
   void addRelations(std::vector<Relation>& relations);

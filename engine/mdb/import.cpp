@@ -129,7 +129,7 @@ class Import {
     }
     const int counter = counterColumn(target);
     Statement insert(target_.handle(),
-                     "INSERT INTO " + target.sqlName + "(" + columns + ") VALUES(" + marks + ")",
+                     "INSERT INTO " + target.sqlName() + "(" + columns + ") VALUES(" + marks + ")",
                      Access::Write);
     constexpr size_t stepOfProgress = 4096;
     for (std::vector<Stored> row; source.next(row);) {

@@ -122,6 +122,12 @@ class TestEngine {
     engine_->ModifyTable(Bstr(table).get(), definition(entries), &ok);
     return result(ok);
   }
+  int command(const std::wstring& sql) {
+    LONG count;
+    VARIANT_BOOL ok;
+    engine_->ExecuteCommand(Bstr(sql).get(), &count, &ok);
+    return result(ok);
+  }
   int table(const std::wstring& name, const std::wstring& index = L"") {
     VARIANT_BOOL ok;
     engine_->SetTable(Bstr(name).get(), Bstr(index).get(), &ok);

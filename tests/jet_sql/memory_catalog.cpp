@@ -52,8 +52,8 @@ jet::Catalog::Refusal MemoryCatalog::run(const std::string& sql) {
 
 jet::Catalog::Refusal MemoryCatalog::createTable(const jet::Table& definition) {
   jet::Table table = definition;
-  table.sqlName = quoted(table.name);
-  std::string sql = "CREATE TABLE " + table.sqlName + " (";
+  table.stored = table.name;
+  std::string sql = "CREATE TABLE " + table.sqlName() + " (";
   for (size_t i = 0; i < table.columns.size(); ++i) sql += (i ? "," : "") + columnSql(table.columns[i]);
   if (auto refusal = run(sql + ")")) return refusal;
   const std::vector<jet::Index> indexes = std::exchange(table.indexes, {});
@@ -66,21 +66,21 @@ jet::Catalog::Refusal MemoryCatalog::createTable(const jet::Table& definition) {
 }
 
 jet::Catalog::Refusal MemoryCatalog::dropTable(std::string_view name) {
-  const std::string sqlName = table(name)->sqlName;
+  const std::string stored = table(name)->sqlName();
   state_.tables.erase(state_.tables.find(name));
-  return run("DROP TABLE " + sqlName);
+  return run("DROP TABLE " + stored);
 }
 
 jet::Catalog::Refusal MemoryCatalog::addColumn(std::string_view name, const jet::Column& column) {
   jet::Table& target = *table(name);
-  if (auto refusal = run("ALTER TABLE " + target.sqlName + " ADD COLUMN " + columnSql(column)))
+  if (auto refusal = run("ALTER TABLE " + target.sqlName() + " ADD COLUMN " + columnSql(column)))
     return refusal;
   target.columns.push_back(column);
   return std::nullopt;
 }
 
 jet::Catalog::Refusal MemoryCatalog::rebuild(const jet::Table& from, jet::Table to) {
-  const std::string old = from.sqlName;
+  const std::string old = from.sqlName();
   std::string names, values;
   for (const jet::Column& column : to.columns) {
     if (!from.findColumn(column.name)) continue;
@@ -125,7 +125,7 @@ jet::Catalog::Refusal MemoryCatalog::dropColumn(std::string_view name, std::stri
 jet::Catalog::Refusal MemoryCatalog::createIndex(std::string_view name, const jet::Index& index) {
   jet::Table& target = *table(name);
   std::string sql = std::string(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
-                    quoted(target.name + "." + index.name) + " ON " + target.sqlName + " (";
+                    quoted(target.name + "." + index.name) + " ON " + quoted(target.stored) + " (";
   for (size_t i = 0; i < index.columns.size(); ++i)
     sql += (i ? "," : "") + quoted(index.columns[i].name) + (index.columns[i].descending ? " DESC" : "");
   if (auto refusal = run(sql + ")")) return refusal;
