@@ -12,6 +12,7 @@
 
 #include "engine/file_header.h"
 #include "engine/jet_sql/jet_sql.h"
+#include "platform/files/native_path.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -108,15 +109,37 @@ bool onNetwork(const std::string& path) {
 Database::Database(const std::string& path, Mode mode, Sharing sharing)
     : path_(path), readOnly_(mode == Mode::Read) {
   if (mode != Mode::Create) requireUsableFile(path, mode == Mode::Write);
-  identity_ = fileIdentity(path);
-  if (identity_ == Identity()) fail(fileNotFound, path);
-  if (!OpenFiles::all().add(identity_, sharing == Sharing::NotInThisProcess)) fail(fileInUse, path);
+  enter(sharing);
   try {
     openChecked(mode);
   } catch (...) {
     OpenFiles::all().remove(identity_);
     throw;
   }
+}
+
+// Counts the file at the path as open here.
+void Database::enter(Sharing sharing) {
+  const Identity identity = fileIdentity(path_);
+  if (identity == Identity()) fail(fileNotFound, path_);
+  if (!OpenFiles::all().add(identity, sharing == Sharing::NotInThisProcess)) fail(fileInUse, path_);
+  identity_ = identity;
+}
+
+bool Database::isReplaced() const {
+  const Identity now = fileIdentity(path_);
+  if (now == identity_) return false;
+  requireUsableFile(path_, !readOnly_);
+  return true;
+}
+
+void Database::reopen() {
+  statements_.clear();
+  handle_.reset();
+  const Identity before = identity_;
+  enter(Sharing::Any);
+  OpenFiles::all().remove(before);
+  openChecked(readOnly_ ? Mode::Read : Mode::Write);
 }
 
 Database::~Database() {
@@ -352,21 +375,10 @@ std::string quoted(std::string_view name) {
 }
 
 std::string fullPath(std::wstring_view path) {
-  std::string result = toUtf8(path);
-  if (result.empty() || result.find('\0') != std::string::npos) fail(badFileName, result);
+  if (path.empty() || path.find(L'\0') != std::wstring_view::npos) fail(badFileName, toUtf8(path));
+  const std::string result = platform::nativePath(path);
   if (result.size() > longestPath) fail(badPath, result.substr(0, 60) + "…");
   std::error_code error;
-  if (result.find('\\') != std::string::npos && !std::filesystem::exists(result, error)) {
-    for (char& c : result) c = c == '\\' ? '/' : c;
-  }
   const std::filesystem::path absolute = std::filesystem::absolute(result, error);
   return error ? result : absolute.lexically_normal().string();
-}
-
-void syncFolderOf(const std::string& path) {
-  const std::string folder = std::filesystem::path(path).parent_path().string();
-  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;
-  fsync(descriptor);
-  close(descriptor);
 }

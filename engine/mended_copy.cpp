@@ -1,7 +1,6 @@
 #include "engine/mended_copy.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <map>
@@ -62,31 +61,20 @@ std::vector<StoredTable> storedTables(Database& database) {
 
 }  // namespace
 
-MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::move(path)) {
-  ::unlink(path_.c_str());
-  try {
-    copyPages(damaged);
-    mendHeader();
-    mendTables();
-    mendHeader();  // the file has grown
-    database_ = std::make_unique<Database>(path_, Database::Mode::Read);
-    database_->tolerateDamagedSchema();
-  } catch (...) {
-    ::unlink(path_.c_str());
-    throw;
-  }
-}
-
-MendedCopy::~MendedCopy() {
-  database_.reset();
-  ::unlink(path_.c_str());
+MendedCopy::MendedCopy(const Database& damaged, const std::string& destination) : file_(destination) {
+  copyPages(damaged);
+  mendHeader();
+  mendTables();
+  mendHeader();  // the file has grown
+  database_ = std::make_unique<Database>(file_.path(), Database::Mode::Read);
+  database_->tolerateDamagedSchema();
 }
 
 // What can't be read is left empty.
 void MendedCopy::copyPages(const Database& damaged) {
   struct stat attributes {};
   if (::stat(damaged.path().c_str(), &attributes) != 0) fail(diskOrNetwork);
-  PageFile copy(path_);
+  PageFile copy(file_.path());
   for (off_t place = 0; place < attributes.st_size; place += FileHeader::pageSize) {
     Page page{};
     damaged.readBytes(place, page.data(), static_cast<int>(page.size()));
@@ -95,7 +83,7 @@ void MendedCopy::copyPages(const Database& damaged) {
 }
 
 void MendedCopy::mendHeader() {
-  PageFile copy(path_);
+  PageFile copy(file_.path());
   Page page = copy.read(1);
   FileHeader header;
   std::copy_n(page.begin(), FileHeader::size, header.bytes());
@@ -107,10 +95,10 @@ void MendedCopy::mendHeader() {
 void MendedCopy::mendTables() {
   std::vector<StoredTable> tables;
   {
-    Database database(path_, Database::Mode::Read);
+    Database database(file_.path(), Database::Mode::Read);
     database.tolerateDamagedSchema();
     tables = storedTables(database);
   }
-  PageFile copy(path_);
+  PageFile copy(file_.path());
   mendTrees(copy, tables);
 }

@@ -4,14 +4,14 @@
 #include <string>
 
 #include "engine/database.h"
+#include "engine/growing_file.h"
 
 /// A copy of a damaged file in which all is put right that can be told without its content: the header and
 /// the ways to the rows. Removed at the end.
 class MendedCopy {
  public:
-  /// `path` is the copy's own. The damaged file is only read.
-  MendedCopy(const Database& damaged, std::string path);
-  ~MendedCopy();
+  /// Lies beside `destination`. The damaged file is only read.
+  MendedCopy(const Database& damaged, const std::string& destination);
   MendedCopy(const MendedCopy&) = delete;
   MendedCopy& operator=(const MendedCopy&) = delete;
 
@@ -22,6 +22,6 @@ class MendedCopy {
   void mendHeader();
   void mendTables();
 
-  std::string path_;
+  GrowingFile file_;
   std::unique_ptr<Database> database_;
 };
