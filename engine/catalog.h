@@ -29,6 +29,8 @@ class DatabaseCatalog : public jet::Catalog {
   /// Reads again when the schema isn't the one that was read; to be called inside a read transaction, before
   /// `findTable` and the like.
   void refresh();
+  /// Forgets everything: the database was opened anew.
+  void databaseReopened();
   /// Another number each time that the schema was read anew.
   uint64_t generation() const { return generation_; }
 

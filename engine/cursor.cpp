@@ -81,6 +81,11 @@ void Cursor::followSchema() {
   stamp_ = {};
 }
 
+void Cursor::databaseReopened() {
+  stamp_ = {};
+  count_.reset();
+}
+
 std::string Cursor::orderBy(bool forward) const {
   std::string result = " ORDER BY ";
   for (const OrderColumn& each : order_) {

@@ -29,6 +29,9 @@ class Cursor {
   const std::string& indexName() const { return indexName_; }
   const jet::Table& table() const { return table_; }
 
+  /// What was read is of a file that was replaced. The place holds: a compacted file numbers its rows as
+  /// before.
+  void databaseReopened();
   void moveTop();
   void moveBottom();
   void skip(int64_t count);

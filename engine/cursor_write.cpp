@@ -39,7 +39,7 @@ std::vector<Cursor::Assignment> Cursor::assignments(const VARIANT& fields) const
     if (elements[i].vt != VT_BSTR) fail(invalidArgument, "a field's name is no text");
     const std::string name = toUtf8(viewOf(elements[i].bstrVal));
     const int place = DatabaseCatalog::columnPlace(table_, name);
-    if (place < 0) fail(itemNotFound, name);
+    if (place < 0) fail(itemNotFound, "field '" + name + "' in the table '" + table_.name + "'");
     const auto column = static_cast<size_t>(place);
     Assignment assignment{column, storedValue(elements[i + 1], table_.columns[column])};
     const auto same =

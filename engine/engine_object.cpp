@@ -64,7 +64,22 @@ HRESULT EngineObject::Invoke(DISPID, const IID&, LCID, WORD, DISPPARAMS*, VARIAN
 
 Database& EngineObject::database() {
   if (!database_) fail(notOpen, "database");
+  if (database_->isReplaced()) followReplacement();
   return *database_;
+}
+
+void EngineObject::followReplacement() {
+  try {
+    database_->reopen();
+    const bool good = database_->examine() == Database::Health::Good;
+    Transaction transaction(*database_, Transaction::Kind::Read, Access::Open);
+    if (!good || !isOurDatabase(*database_)) fail(notADatabase, database_->path());
+  } catch (...) {
+    closeAll();
+    throw;
+  }
+  catalog_->databaseReopened();
+  if (cursor_) cursor_->databaseReopened();
 }
 
 DatabaseCatalog& EngineObject::catalog() {

@@ -47,7 +47,7 @@ constexpr Message messages[] = {
     {3218, "The record can't be changed: the database is locked at the moment."},
     {3260, "The record can't be changed: it is locked by somebody else."},
     {3262, "The table can't be locked: it is in use by somebody else."},
-    {3265, "There is no field '%' in the table."},
+    {3265, "There is no %."},
     {3280, "A field that an index needs can't be deleted: %."},
     {3281, "A table or index that a relation needs can't be deleted: %."},
     {3292, "The definition is not valid: %."},

@@ -64,6 +64,12 @@ void DatabaseCatalog::refreshLinks() {
   }
 }
 
+void DatabaseCatalog::databaseReopened() {
+  loaded_ = false;
+  linkedFiles_.clear();
+  linkedTables_.clear();
+}
+
 const DatabaseCatalog::LinkedFile& DatabaseCatalog::linkedFile(const std::string& path) {
   LinkedFile& file = linkedFiles_[path];
   if (file.schema.empty()) file.schema = "link" + std::to_string(linkedFiles_.size());

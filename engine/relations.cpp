@@ -235,6 +235,6 @@ jet::Catalog::Refusal DatabaseCatalog::dropRelation(std::string_view table, std:
       run("DELETE FROM zb_relations WHERE name = ?", {Stored::of(name)});
       return;
     }
-    fail(itemNotFound, name);
+    fail(itemNotFound, "relation '" + std::string(name) + "'");
   });
 }

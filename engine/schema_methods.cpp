@@ -154,7 +154,7 @@ HRESULT EngineObject::FieldRequired(BSTR table, BSTR field, VARIANT_BOOL* requir
     const jet::Table* known = freshCatalog().findTable(name);
     if (!known) fail(tableNotFound, name);
     const int place = DatabaseCatalog::columnPlace(*known, column);
-    if (place < 0) fail(itemNotFound, column);
+    if (place < 0) fail(itemNotFound, "field '" + column + "' in the table '" + name + "'");
     if (known->columns[static_cast<size_t>(place)].required) *required = VARIANT_TRUE;
   });
 }
@@ -200,7 +200,7 @@ HRESULT EngineObject::Attributes(BSTR name, VARIANT* pairs, VARIANT_BOOL* ok) {
       return arrayOfPairs(result);
     }
     const jet::Index* index = DatabaseCatalog::findIndex(*table, wanted);
-    if (!index) fail(itemNotFound, wanted);
+    if (!index) fail(itemNotFound, "field or index '" + wanted + "' in the table '" + table->name + "'");
     result = {{"Name", COleVariant(fromUtf8(index->name))},
               {"Kind", COleVariant(L"index")},
               {"Fields", COleVariant(fromUtf8(columnList(index->columns)))},

@@ -64,7 +64,8 @@ void Binder::checkNames() const {
     const bool known = std::any_of(slots_.begin(), slots_.end(), [&](const ParameterSlot& slot) {
       return sameText(slot.name, given.name);
     });
-    if (!known) throw Failure{{noSuchItem, "The query has no parameter '" + given.name + "'.", std::nullopt}};
+    if (!known)
+      throw Failure{{noSuchItem, "There is no parameter '" + given.name + "' in the query.", std::nullopt}};
   }
 }
 

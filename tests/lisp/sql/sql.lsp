@@ -57,9 +57,9 @@
 (note (list "pNote" 1))                              ;=> ("" . "pNote")
 (note (list (list "pId" 1) "last"))                  ;=> ("" . "last")
 ; What fits no parameter is refused by its name, and nothing is done.
-(note (list (cons "pNot" "w") (cons "pId" 1)))       ;=> ("(3265) The query has no parameter 'pNot'." . "last")
+(note (list (cons "pNot" "w") (cons "pId" 1)))       ;=> ("(3265) There is no parameter 'pNot' in the query." . "last")
 (note (list (cons "pNote" "w")))                     ;=> ("(3061) Too few parameters. Expected 1. No field is named 'pId' at position 1 near 'PARAMETERS pNote Text, pId Long; UPDATE '." . "last")
-(note (list (cons "pNote" "w") (cons "pId" 1) (cons "pMore" 1)))   ;=> ("(3265) The query has no parameter 'pMore'." . "last")
+(note (list (cons "pNote" "w") (cons "pId" 1) (cons "pMore" 1)))   ;=> ("(3265) There is no parameter 'pMore' in the query." . "last")
 (note (list (cons "pNote" "w") (list "pId" 1 2)))    ;=> ("(3001) An argument is not valid: the query's parameter 'pId' takes one value." . "last")
 (note (list (list 5) (list "pId" 1)))                ;=> ("(3001) An argument is not valid: a parameter of the query has no name." . "last")
 (zb_query "LayersOfColour" '("wanted" . 8))          ;=> ((("n" . 52)))
