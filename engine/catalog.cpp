@@ -67,22 +67,26 @@ std::vector<std::string> split(std::string_view list) {
   return result;
 }
 
-std::string join(const std::vector<std::string>& names) {
-  std::string result;
-  for (const std::string& name : names) result += (result.empty() ? "" : "\t") + name;
-  return result;
-}
-
 std::string indexColumns(const jet::Index& index) {
   std::vector<std::string> marked;
   for (const auto& column : index.columns) marked.push_back((column.descending ? "-" : "+") + column.name);
-  return join(marked);
+  return joinNames(marked);
 }
 
 std::vector<jet::IndexColumn> readIndexColumns(std::string_view list) {
   std::vector<jet::IndexColumn> result;
   for (const std::string& marked : split(list)) result.push_back({marked.substr(1), marked[0] == '-'});
   return result;
+}
+
+void markKeys(jet::Table& table) {
+  for (const jet::Index& index : table.indexes) {
+    if (!index.primary && !index.required) continue;
+    for (const jet::IndexColumn& each : index.columns) {
+      const int place = DatabaseCatalog::columnPlace(table, each.name);
+      if (place >= 0) table.columns[static_cast<size_t>(place)].inKey = true;
+    }
+  }
 }
 
 bool hasColumn(const jet::Table& table, std::string_view name) {
@@ -131,6 +135,12 @@ void requireIndex(const jet::Table& table, const jet::Index& index) {
 }
 
 }  // namespace
+
+std::string joinNames(const std::vector<std::string>& names) {
+  std::string result;
+  for (const std::string& name : names) result += (result.empty() ? "" : "\t") + name;
+  return result;
+}
 
 // Names lie between tabs in lists, and quoted in SQL.
 void requireName(std::string_view name) {
@@ -227,6 +237,7 @@ DatabaseCatalog::Tables DatabaseCatalog::readTables(const std::string& schema) {
                                      indexes.integer(3) != 0, indexes.integer(4) != 0,
                                      indexes.integer(5) != 0, indexes.integer(6) != 0});
   }
+  for (auto& [name, table] : found) markKeys(table);
   return found;
 }
 
@@ -301,18 +312,12 @@ const jet::Table& DatabaseCatalog::require(std::string_view name) {
   return *table;
 }
 
-jet::Catalog::Refusal DatabaseCatalog::changing(const std::function<void()>& change) {
-  try {
-    Transaction transaction(database_, Transaction::Kind::Write, Access::Schema);
-    refresh();
-    change();
-    transaction.commit();
-    loaded_ = false;
-    return std::nullopt;
-  } catch (const jet::Failure& failure) {
-    loaded_ = false;
-    return failure.error;
-  }
+void DatabaseCatalog::changing(const std::function<void()>& change) {
+  const Reloading reloading(*this);
+  Transaction transaction(database_, Transaction::Kind::Write, Access::Schema);
+  refresh();
+  change();
+  transaction.commit();
 }
 
 void DatabaseCatalog::changesUndone() { loaded_ = false; }
@@ -332,13 +337,7 @@ void DatabaseCatalog::createStorage(const jet::Table& table) {
   for (const jet::Column& column : table.columns) {
     sql += separator + quoted(column.name) + " " + rowOf(column.type).storage;
     if (column.counter) sql += " PRIMARY KEY AUTOINCREMENT";
-    const bool inRequiredIndex =
-        std::any_of(table.indexes.begin(), table.indexes.end(), [&](const jet::Index& index) {
-          return (index.primary || index.required) &&
-                 std::any_of(index.columns.begin(), index.columns.end(),
-                             [&](const jet::IndexColumn& each) { return sameText(each.name, column.name); });
-        });
-    if (!column.counter && (column.required || inRequiredIndex)) sql += " NOT NULL";
+    if (!column.counter && (column.required || column.inKey)) sql += " NOT NULL";
     separator = ", ";
   }
   run(sql + ") STRICT");
@@ -385,8 +384,8 @@ void DatabaseCatalog::createStoredIndex(const jet::Table& table, const jet::Inde
       (index.ignoreNull ? condition : ""));
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition, IndexStorage storage) {
-  return changing([&] {
+void DatabaseCatalog::createTable(const jet::Table& definition, IndexStorage storage) {
+  changing([&] {
     requireDefinition(definition);
     if (hasTable(definition.name)) fail(jet::tableExists, definition.name);
     if (findQuery(definition.name)) fail(jet::objectExists, definition.name);
@@ -399,6 +398,7 @@ jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition,
       requireIndex(table, index);
       if (!names.insert(index.name).second) fail(jet::objectExists, index.name);
     }
+    markKeys(table);
     createStorage(table);
     if (storage == IndexStorage::Now) {
       for (const jet::Index& index : table.indexes) createStoredIndex(table, index);
@@ -433,8 +433,8 @@ void DatabaseCatalog::continueCounter(std::string_view name, int64_t last) {
       {Stored::of(stored), Stored::of(last)});
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropTable(std::string_view name) {
-  return changing([&] {
+void DatabaseCatalog::dropTable(std::string_view name) {
+  changing([&] {
     if (changeLink(name, "")) return;
     const jet::Table table = require(name);
     for (const jet::Relation& relation : relations()) {
@@ -458,6 +458,8 @@ void DatabaseCatalog::rebuild(const jet::Table& old, jet::Table shape,
   const bool keepsRowId = counter < 0 || counterColumn(old) >= 0;
   shape.rowId = counter >= 0 ? shape.columns[static_cast<size_t>(counter)].name : freeRowName(shape);
   unguardRelationsOf(old.name);
+  for (jet::Column& column : shape.columns) column.inKey = false;
+  markKeys(shape);
 
   jet::Table temporary = shape;
   temporary.stored = passingName;
@@ -498,16 +500,16 @@ std::vector<std::string> sameSources(const jet::Table& table) {
 }
 
 // SQL that gives a column's values as another column stores them; fails where a value doesn't fit there.
-std::string conversion(const jet::Column& from, const jet::Column& to, const std::string& table) {
+std::string conversion(const jet::Column& from, const jet::Column& to) {
   jet::Printer printer;
-  printer.storedText(quoted(from.name), from.type, to, table, -1);
+  printer.storedText(quoted(from.name), from.type, to, -1);
   return printer.take();
 }
 
 }  // namespace
 
-jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::string_view newName) {
-  return changing([&] {
+void DatabaseCatalog::renameTable(std::string_view name, std::string_view newName) {
+  changing([&] {
     requireName(newName);
     if (!sameText(name, newName) && hasTable(newName)) fail(jet::tableExists, newName);
     if (findQuery(newName)) fail(jet::objectExists, newName);
@@ -534,8 +536,8 @@ jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::s
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::addColumn(std::string_view name, const jet::Column& column) {
-  return changing([&] {
+void DatabaseCatalog::addColumn(std::string_view name, const jet::Column& column) {
+  changing([&] {
     const jet::Table old = require(name);
     if (hasColumn(old, column.name)) fail(jet::fieldExists, column.name);
     jet::Table shape = old;
@@ -544,15 +546,15 @@ jet::Catalog::Refusal DatabaseCatalog::addColumn(std::string_view name, const je
     // Rows that are there already have no value, which yes/no fields don't know. Where one is required they
     // take the default.
     const bool takesDefault = column.required && !column.defaultValue.empty();
-    sources.push_back(takesDefault                      ? jet::defaultSql(*this, column, old.name)
+    sources.push_back(takesDefault                      ? jet::defaultSql(*this, column)
                       : column.type == jet::Type::YesNo ? "0"
                                                         : "");
     rebuild(old, shape, sources);
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::alterColumn(std::string_view name, const jet::Column& column) {
-  return changing([&] {
+void DatabaseCatalog::alterColumn(std::string_view name, const jet::Column& column) {
+  changing([&] {
     const jet::Table old = require(name);
     const int place = columnPlace(old, column.name);
     if (place < 0) fail(jet::noSuchField, column.name);
@@ -561,14 +563,13 @@ jet::Catalog::Refusal DatabaseCatalog::alterColumn(std::string_view name, const 
     shape.columns[at] = column;
     shape.columns[at].name = old.columns[at].name;
     std::vector<std::string> sources = sameSources(old);
-    sources[at] = conversion(old.columns[at], shape.columns[at], old.name);
+    sources[at] = conversion(old.columns[at], shape.columns[at]);
     rebuild(old, shape, sources);
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::renameColumn(std::string_view name, std::string_view column,
-                                                    std::string_view newName) {
-  return changing([&] {
+void DatabaseCatalog::renameColumn(std::string_view name, std::string_view column, std::string_view newName) {
+  changing([&] {
     const jet::Table old = require(name);
     const int place = columnPlace(old, column);
     if (place < 0) fail(jet::noSuchField, column);
@@ -584,8 +585,8 @@ jet::Catalog::Refusal DatabaseCatalog::renameColumn(std::string_view name, std::
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropColumn(std::string_view name, std::string_view column) {
-  return changing([&] {
+void DatabaseCatalog::dropColumn(std::string_view name, std::string_view column) {
+  changing([&] {
     const jet::Table old = require(name);
     const int place = columnPlace(old, column);
     if (place < 0) fail(jet::noSuchField, column);
@@ -602,8 +603,8 @@ jet::Catalog::Refusal DatabaseCatalog::dropColumn(std::string_view name, std::st
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createIndex(std::string_view name, const jet::Index& index) {
-  return changing([&] {
+void DatabaseCatalog::createIndex(std::string_view name, const jet::Index& index) {
+  changing([&] {
     const jet::Table old = require(name);
     requireIndex(old, index);
     for (const jet::Index& each : old.indexes) {
@@ -621,8 +622,8 @@ jet::Catalog::Refusal DatabaseCatalog::createIndex(std::string_view name, const 
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropIndex(std::string_view name, std::string_view index) {
-  return changing([&] {
+void DatabaseCatalog::dropIndex(std::string_view name, std::string_view index) {
+  changing([&] {
     const jet::Table old = require(name);
     const auto found = std::find_if(old.indexes.begin(), old.indexes.end(),
                                     [&](const jet::Index& each) { return sameText(each.name, index); });
@@ -633,16 +634,16 @@ jet::Catalog::Refusal DatabaseCatalog::dropIndex(std::string_view name, std::str
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createQuery(std::string_view name, std::string_view sql) {
-  return changing([&] {
+void DatabaseCatalog::createQuery(std::string_view name, std::string_view sql) {
+  changing([&] {
     requireName(name);
     if (hasTable(name) || findQuery(name)) fail(jet::objectExists, name);
     run("INSERT INTO zb_queries VALUES(?, ?)", {Stored::of(name), Stored::of(sql)});
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropQuery(std::string_view name) {
-  return changing([&] {
+void DatabaseCatalog::dropQuery(std::string_view name) {
+  changing([&] {
     if (!findQuery(name)) fail(jet::noSuchTable, name);
     run("DELETE FROM zb_queries WHERE name = ?", {Stored::of(name)});
   });

@@ -162,7 +162,7 @@ void Database::open(int flags) {
   const int code =
       sqlite3_open_v2(path_.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   handle_.reset(opened);
-  if (code != SQLITE_OK) failSqlite(opened, code, Access::Open);
+  if (code != SQLITE_OK) failSqlite(opened, code, Access::Open, path_);
   configure();
   stampIsReliable_ = !onNetwork(path_);
 }
@@ -310,27 +310,26 @@ Database::Identity Database::fileIdentity(const std::string& path) {
 void Database::attach(const std::string& path, const std::string& schema) {
   requireUsableFile(path, false);
   if (fileIdentity(path) == identity_) fail(invalidArgument, "a table can't be linked to its own file");
-  try {
-    Statement statement(handle(), "ATTACH ? AS ?", Access::Open, 0);
-    statement.bind(1, path);
-    statement.bind(2, schema);
-    statement.step();
-  } catch (const jet::Failure& failure) {
-    fail(failure.error.number == noRight ? noRight : notADatabase, path);
-  }
-  try {
-    Statement known(handle(), "SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema WHERE name = 'zb_tables'",
-                    Access::Open, 0);
-    if (!known.step()) fail(notADatabase, path);
-    known.reset();
-    // Within a transaction this is refused, and FULL stays, which only leaves the end of the journal to
-    // chance.
-    sqlite3_exec(handle(), ("PRAGMA " + ::quoted(schema) + ".synchronous=EXTRA").c_str(), nullptr, nullptr,
-                 nullptr);
-  } catch (const jet::Failure&) {
+  const auto run = [&](const std::string& sql) {
+    const int code = sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK) return;
+    const jet::Error error = errorOfSqlite(handle(), code, Access::Open, path);
+    detach(schema);
+    throw jet::Failure{error};
+  };
+  run("ATTACH " + ::quoted(path) + " AS " + ::quoted(schema));
+  // The first look at its tables.
+  run("SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema LIMIT 1");
+  if (!Statement(handle(), "SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema WHERE name = 'zb_tables'",
+                 Access::Open, 0)
+           .step()) {
     detach(schema);
     fail(notADatabase, path);
   }
+  // Within a transaction this is refused, and FULL stays, which only leaves the end of the journal to
+  // chance.
+  sqlite3_exec(handle(), ("PRAGMA " + ::quoted(schema) + ".synchronous=EXTRA").c_str(), nullptr, nullptr,
+               nullptr);
 }
 
 void Database::detach(const std::string& schema) {

@@ -108,8 +108,8 @@ void DatabaseCatalog::requireLinkable(const Link& link) {
   if (!linkedFile(link.file).tables.contains(link.foreignName)) fail(tableNotFound, link.foreignName);
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createLink(const Link& link) {
-  return changing([&] {
+void DatabaseCatalog::createLink(const Link& link) {
+  changing([&] {
     requireName(link.name);
     if (hasTable(link.name) || findQuery(link.name)) fail(jet::objectExists, link.name);
     run(linksTable);

@@ -55,12 +55,6 @@ std::string raise(int number, std::string_view table) {
   return "SELECT RAISE(ABORT, '" + message + "')";
 }
 
-std::string joined(const std::vector<std::string>& names) {
-  std::string result;
-  for (const std::string& name : names) result += (result.empty() ? "" : "\t") + name;
-  return result;
-}
-
 // Whether the index makes the columns that a relation refers to unique.
 bool covers(const jet::Index& index, const jet::Relation& relation) {
   return (index.unique || index.primary) && index.columns.size() == relation.foreignColumns.size() &&
@@ -97,8 +91,8 @@ void DatabaseCatalog::renameInRelations(std::string_view table, std::string_view
     rename(relation.foreignTable, relation.foreignColumns);
     if (!changed) continue;
     run("UPDATE zb_relations SET columns = ?2, foreign_columns = ?3 WHERE name = ?1",
-        {Stored::of(relation.name), Stored::of(joined(relation.columns)),
-         Stored::of(joined(relation.foreignColumns))});
+        {Stored::of(relation.name), Stored::of(joinNames(relation.columns)),
+         Stored::of(joinNames(relation.foreignColumns))});
   }
 }
 
@@ -168,8 +162,8 @@ void DatabaseCatalog::guardRelationsOf(std::string_view table) {
   }
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createRelation(const jet::Relation& wanted) {
-  return changing([&] {
+void DatabaseCatalog::createRelation(const jet::Relation& wanted) {
+  changing([&] {
     jet::Relation relation = wanted;
     const jet::Table& many = require(relation.table);
     const jet::Table& one = require(relation.foreignTable);
@@ -209,15 +203,15 @@ jet::Catalog::Refusal DatabaseCatalog::createRelation(const jet::Relation& wante
     orphans.reset();
     run("INSERT INTO zb_relations VALUES(?, ?, ?, ?, ?, ?, ?, ?)",
         {Stored::of(relation.name), Stored::of(many.name), Stored::of(one.name),
-         Stored::of(joined(relation.columns)), Stored::of(joined(relation.foreignColumns)),
+         Stored::of(joinNames(relation.columns)), Stored::of(joinNames(relation.foreignColumns)),
          Stored::of(int64_t{relation.cascadeUpdate}), Stored::of(int64_t{relation.cascadeDelete}),
          Stored::of(int64_t{relation.setNullOnDelete})});
     guardRelation(relation);
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::renewRelations() {
-  return changing([&] {
+void DatabaseCatalog::renewRelations() {
+  changing([&] {
     for (const jet::Relation& relation : relations()) {
       unguardRelation(relation.name);
       guardRelation(relation);
@@ -225,8 +219,8 @@ jet::Catalog::Refusal DatabaseCatalog::renewRelations() {
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropRelation(std::string_view table, std::string_view name) {
-  return changing([&] {
+void DatabaseCatalog::dropRelation(std::string_view table, std::string_view name) {
+  changing([&] {
     for (const jet::Relation& relation : relations()) {
       const bool ofTable =
           table.empty() || sameText(relation.table, table) || sameText(relation.foreignTable, table);
@@ -235,6 +229,6 @@ jet::Catalog::Refusal DatabaseCatalog::dropRelation(std::string_view table, std:
       run("DELETE FROM zb_relations WHERE name = ?", {Stored::of(name)});
       return;
     }
-    fail(itemNotFound, "relation '" + std::string(name) + "'");
+    fail(jet::itemNotFound, "relation '" + std::string(name) + "'");
   });
 }

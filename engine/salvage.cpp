@@ -219,8 +219,14 @@ class RowCopy {
   RowBatch batch_;
 };
 
-void require(const jet::Catalog::Refusal& refusal) {
-  if (refusal) throw jet::Failure{*refusal};
+// What a change is refused for; nothing when it was made.
+std::optional<jet::Error> refusalOf(const std::function<void()>& change) {
+  try {
+    change();
+    return std::nullopt;
+  } catch (const jet::Failure& failure) {
+    return failure.error;
+  }
 }
 
 // Counters go on where the source's stand, so that no number is given again.
@@ -233,7 +239,7 @@ void copyCounter(Database& from, DatabaseCatalog& catalog, const jet::Table& sou
 
 void copyIndexes(DatabaseCatalog& catalog, const jet::Table& source, bool damaged) {
   for (jet::Index index : source.indexes) {
-    const auto refusal = catalog.createIndex(source.name, index);
+    const auto refusal = refusalOf([&] { catalog.createIndex(source.name, index); });
     if (!refusal) continue;
     if (!damaged) throw jet::Failure{*refusal};
     // Rows come before rules: what damage has made double is kept.
@@ -246,7 +252,7 @@ void copyTable(Database& from, Database& to, DatabaseCatalog& catalog, const jet
                bool damaged) {
   jet::Table shape = source;
   shape.indexes.clear();
-  require(catalog.createTable(shape));
+  catalog.createTable(shape);
   const jet::Table target = *catalog.findTable(source.name);
   {
     RowCopy rows(from, to, source, target);
@@ -286,7 +292,7 @@ std::vector<jet::Error> copyRelationsAndQueries(Database& from, DatabaseCatalog&
   }
   std::vector<jet::Error> leftOut;
   for (const jet::Relation& relation : relations) {
-    const auto refusal = catalog.createRelation(relation);
+    const auto refusal = refusalOf([&] { catalog.createRelation(relation); });
     if (!refusal) continue;
     if (!damaged && !isBroken(*refusal)) throw jet::Failure{*refusal};
     leftOut.push_back({refusal->number,
@@ -294,8 +300,8 @@ std::vector<jet::Error> copyRelationsAndQueries(Database& from, DatabaseCatalog&
                            "' is left out: " + refusal->text,
                        std::nullopt});
   }
-  for (const DatabaseCatalog::Link& link : links) require(catalog.createLink(link));
-  for (const auto& [name, sql] : queries) require(catalog.createQuery(name, sql));
+  for (const DatabaseCatalog::Link& link : links) catalog.createLink(link);
+  for (const auto& [name, sql] : queries) catalog.createQuery(name, sql);
   return leftOut;
 }
 

@@ -14,7 +14,7 @@ bool isNothing(const VARIANT& value) { return value.vt == VT_EMPTY || value.vt =
 COleVariant converted(const VARIANT& value, VARTYPE type, const jet::Column& column) {
   COleVariant result;
   const HRESULT done = VariantChangeType(&result, &value, 0, type);
-  if (done == DISP_E_OVERFLOW) fail(numberTooLarge, column.name);
+  if (done == DISP_E_OVERFLOW) fail(jet::numberTooLarge, column.name);
   if (FAILED(done)) fail(wrongValueType, column.name);
   return result;
 }

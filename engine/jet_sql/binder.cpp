@@ -4,6 +4,7 @@
 #include <map>
 
 #include "engine/collation.h"
+#include "engine/errors.h"
 
 namespace jet {
 namespace {
@@ -64,8 +65,7 @@ void Binder::checkNames() const {
     const bool known = std::any_of(slots_.begin(), slots_.end(), [&](const ParameterSlot& slot) {
       return sameText(slot.name, given.name);
     });
-    if (!known)
-      throw Failure{{noSuchItem, "There is no parameter '" + given.name + "' in the query.", std::nullopt}};
+    if (!known) ::fail(itemNotFound, "parameter '" + given.name + "' in the query");
   }
 }
 

@@ -37,7 +37,23 @@ Execution::Execution(sqlite3* database, Catalog& catalog, std::string_view sql,
       depth_(depth),
       binder_(catalog, sql, given, [this](const Query& query) { return pivotHeadings(query); }) {}
 
+namespace {
+
+Access accessOf(const Statement& statement) {
+  const auto& body = statement.body;
+  if (const auto* select = std::get_if<SelectStatement>(&body)) {
+    return select->query->into.empty() ? Access::Read : Access::Schema;
+  }
+  const bool changesRows =
+      std::holds_alternative<InsertStatement>(body) || std::holds_alternative<UpdateStatement>(body) ||
+      std::holds_alternative<DeleteStatement>(body) || std::holds_alternative<ExecuteStatement>(body);
+  return changesRows ? Access::Write : Access::Schema;
+}
+
+}  // namespace
+
 int64_t Execution::run(Statement& statement) {
+  access_ = accessOf(statement);
   binder_.declare(statement.parameters);
   return std::visit([this](auto& body) { return (*this)(body); }, statement.body);
 }
@@ -45,7 +61,7 @@ int64_t Execution::run(Statement& statement) {
 // ---- SQLite
 
 void Execution::failDatabase(int code) const {
-  Error error = errorOfDatabase(database_, code);
+  Error error = errorOfSqlite(database_, code, access_);
   if (error.place) error = errorAt(error.number, error.text, sql_, *error.place);
   throw Failure{std::move(error)};
 }
@@ -177,7 +193,7 @@ int64_t Execution::selectInto(Query& query) {
                                                     [](const Column& c) { return c.counter; });
     definition.columns.push_back(std::move(column));
   }
-  require(catalog_.createTable(definition));
+  catalog_.createTable(definition);
   const Table& table = existing(query.into, noSuchTable);
   std::vector<const Column*> columns;
   Printer printer;
@@ -185,8 +201,7 @@ int64_t Execution::selectInto(Query& query) {
   printer.raw(insertHead(table, columns) + " SELECT ");
   for (size_t i = 0; i < columns.size(); ++i) {
     if (i > 0) printer.raw(",");
-    printer.storedText("\"q\"." + quotedName(query.columns[i].name), query.columns[i].type, *columns[i],
-                       table.name, -1);
+    printer.storedText("\"q\"." + quotedName(query.columns[i].name), query.columns[i].type, *columns[i], -1);
   }
   printer.raw(" FROM (" + rows.text() + ") AS \"q\"");
   return change(printer.text());
@@ -204,7 +219,7 @@ std::string Execution::insertHead(const Table& table, const std::vector<const Co
 }
 
 // A default that is no expression is a text, as tables made elsewhere have it.
-std::string defaultSql(Catalog& catalog, const Column& column, const std::string& table) {
+std::string defaultSql(Catalog& catalog, const Column& column) {
   std::string_view text = column.defaultValue;
   while (text.starts_with('=') || text.starts_with(' ')) text.remove_prefix(1);
   ExpressionPtr expression;
@@ -223,7 +238,7 @@ std::string defaultSql(Catalog& catalog, const Column& column, const std::string
     expression->type = Type::Text;
   }
   Printer printer;
-  printer.stored(*expression, column, table);
+  printer.stored(*expression, column);
   return printer.take();
 }
 
@@ -231,14 +246,15 @@ void Execution::addLeftOut(const Table& table, std::vector<const Column*>& colum
                            std::vector<std::string>& values) {
   for (const Column& column : table.columns) {
     if (std::find(columns.begin(), columns.end(), &column) != columns.end() || column.counter) continue;
-    if (column.defaultValue.empty() && !column.required && column.type != Type::YesNo) continue;
+    const bool mayBeNull = !column.required && !column.inKey && column.type != Type::YesNo;
+    if (column.defaultValue.empty() && mayBeNull) continue;
     columns.push_back(&column);
     if (!column.defaultValue.empty()) {
-      values.push_back(defaultSql(catalog_, column, table.name));
+      values.push_back(defaultSql(catalog_, column));
       continue;
     }
     Printer printer;
-    printer.storedText("NULL", Type::Unknown, column, table.name, -1);
+    printer.storedText("NULL", Type::Unknown, column, -1);
     values.push_back(printer.take());
   }
 }
@@ -274,11 +290,11 @@ int64_t Execution::operator()(InsertStatement& statement) {
     Printer printer;
     if (query) {
       printer.storedText("\"q\"." + quotedName(query->columns[i].name), query->columns[i].type, *columns[i],
-                         table.name, static_cast<int64_t>(query->place));
+                         static_cast<int64_t>(query->place));
     } else {
       binder_.bindValue(*statement.values[i]);
       binder_.checkStorable(*statement.values[i], *columns[i]);
-      printer.stored(*statement.values[i], *columns[i], table.name);
+      printer.stored(*statement.values[i], *columns[i]);
     }
     values.push_back(printer.take());
   }
@@ -334,7 +350,7 @@ int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<const
     const Column& column = targetColumn(assignment, target);
     printer.raw((i > 0 ? "," : "") + sqlName(column) + "=");
     if (alone) {
-      printer.stored(*assignment.value, column, target.table->name);
+      printer.stored(*assignment.value, column);
     } else {
       printer.raw("\"new\".\"v" + std::to_string(i) + "\"");
     }
@@ -350,7 +366,7 @@ int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<const
   for (size_t i = 0; i < statement.assignments.size(); ++i) {
     const Assignment& assignment = statement.assignments[i];
     printer.raw(",");
-    printer.stored(*assignment.value, targetColumn(assignment, target), target.table->name);
+    printer.stored(*assignment.value, targetColumn(assignment, target));
     printer.raw(" AS \"v" + std::to_string(i) + "\"");
   }
   printer.rows(statement.sources, statement.where.get());
@@ -369,8 +385,7 @@ int64_t Execution::updateMany(UpdateStatement& statement, const std::vector<cons
     rows.raw("," + rowIdOf(*tables[i]) + " AS \"row" + std::to_string(i) + "\"");
   for (size_t i = 0; i < targets.size(); ++i) {
     rows.raw(",");
-    rows.stored(*statement.assignments[i].value, targetColumn(statement.assignments[i], *targets[i]),
-                targets[i]->table->name);
+    rows.stored(*statement.assignments[i].value, targetColumn(statement.assignments[i], *targets[i]));
     rows.raw(" AS \"v" + std::to_string(i) + "\"");
   }
   rows.rows(statement.sources, statement.where.get());

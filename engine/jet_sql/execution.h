@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "engine/errors.h"
 #include "engine/jet_sql/binder.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "engine/jet_sql/printer.h"
@@ -10,7 +11,7 @@
 namespace jet {
 
 /// SQL of a column's default value, as the column stores it.
-std::string defaultSql(Catalog& catalog, const Column& column, const std::string& table);
+std::string defaultSql(Catalog& catalog, const Column& column);
 
 /// Carries out one parsed statement on a connection, inside a transaction that the caller keeps.
 /// Everything throws `Failure`.
@@ -43,7 +44,6 @@ class Execution {
   const Table& existing(std::string_view table, int number);
   void checkColumns(const Table& table, const Index& index);
   void addRelations(std::vector<Relation>& relations);
-  void require(const Catalog::Refusal& refusal);
 
   /// Runs a statement without rows and gives the number of changed rows.
   int64_t change(const std::string& sql);
@@ -58,6 +58,7 @@ class Execution {
   const std::vector<Parameter>& given_;
   RowSink* rows_;
   int depth_;
+  Access access_ = Access::Read;
   Binder binder_;
 };
 

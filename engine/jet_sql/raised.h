@@ -8,7 +8,7 @@
 
 namespace jet {
 
-/// Hands an error of the dialect through SQLite, whose errors are texts; `errorOfDatabase` reads it back.
+/// Hands an error of the dialect through SQLite, whose errors are texts; `errorOfSqlite` reads it back.
 /// `place` below zero is none.
 void raise(sqlite3_context* context, const Error& error, int64_t place);
 

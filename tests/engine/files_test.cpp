@@ -12,6 +12,7 @@
 #include <thread>
 
 #include "tests/engine/engine_support.h"
+#include "tests/engine/lock_holder.h"
 
 namespace {
 
@@ -125,35 +126,6 @@ TEST(Files, OpenForReadingAreNotWrittenNorTheirFolder) {
   EXPECT_EQ(std::filesystem::last_write_time(path), written);
 }
 
-// A process that holds the file alone until it is told to end.
-class ExclusiveHolder {
- public:
-  explicit ExclusiveHolder(const std::string& path) {
-    EXPECT_EQ(pipe(ready_), 0);
-    EXPECT_EQ(pipe(finish_), 0);
-    child_ = fork();
-    if (child_ == 0) {
-      sqlite3* database;
-      sqlite3_open(path.c_str(), &database);
-      sqlite3_exec(database, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
-      char go = 'x';
-      const bool told = write(ready_[1], &go, 1) == 1 && read(finish_[0], &go, 1) == 1;
-      _exit(told ? 0 : 1);
-    }
-    char go = 'x';
-    EXPECT_EQ(read(ready_[0], &go, 1), 1);
-  }
-  ~ExclusiveHolder() {
-    EXPECT_EQ(write(finish_[1], "x", 1), 1);
-    waitpid(child_, nullptr, 0);
-    for (const int descriptor : {ready_[0], ready_[1], finish_[0], finish_[1]}) ::close(descriptor);
-  }
-
- private:
-  int ready_[2], finish_[2];
-  pid_t child_;
-};
-
 TEST(Files, LockedByAnotherGiveTheirErrorAfterABoundedWait) {
   const TemporaryFolder folder;
   const std::string path = folder.file("a.kv");
@@ -193,7 +165,7 @@ TEST(Files, LockedByAnotherGiveTheirErrorAfterABoundedWait) {
     ASSERT_EQ(each.top(), 0);
   }
   {
-    const ExclusiveHolder holder(path);
+    const LockHolder holder(path);
     std::vector<std::thread> threads;
     std::vector<int> codes(cases.size());
     const auto begin = std::chrono::steady_clock::now();
