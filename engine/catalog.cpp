@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <array>
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 #include "engine/jet_sql/execution.h"
 #include "engine/jet_sql/printer.h"
 

@@ -1,11 +1,41 @@
 #include "engine/compact.h"
 
+#include <cerrno>
+#include <filesystem>
+
 #include "engine/catalog.h"
-#include "engine/growing_file.h"
 #include "engine/mended_copy.h"
 #include "engine/salvage.h"
+#include "platform/files/growing_file.h"
 
 namespace {
+
+[[noreturn]] void failMaking(int error, const std::string& path) {
+  switch (error) {
+    case EEXIST:
+      fail(databaseExists, path);
+    case EACCES:
+    case EROFS:
+    case EPERM:
+      fail(noRight, path);
+    case ENOSPC:
+    case EDQUOT:
+      fail(diskFull);
+    case EIO:
+    case ESTALE:
+      fail(diskOrNetwork);
+    default:
+      fail(badPath, path);
+  }
+}
+
+// A dangling link is one, too.
+void requireNoFile(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::file_type type = std::filesystem::symlink_status(path, error).type();
+  if (type == std::filesystem::file_type::none) failMaking(error.value(), path);
+  if (type != std::filesystem::file_type::not_found) fail(databaseExists, path);
+}
 
 void setUp(Database& database) {
   database.execute("PRAGMA page_size=4096", Access::Schema);
@@ -31,7 +61,8 @@ bool isOurDatabase(Database& database) {
 void buildDatabaseFile(const std::string& path, const std::function<void(Database&)>& fill) {
   requireNoFile(path);
   // Without a journal: until the new file appears it is nothing.
-  GrowingFile growing(path);
+  platform::GrowingFile growing(path);
+  if (growing.error() != 0) failMaking(growing.error(), path);
   {
     Database database(growing.path(), Database::Mode::Create);
     database.execute("PRAGMA journal_mode=MEMORY", Access::Schema);
@@ -39,7 +70,7 @@ void buildDatabaseFile(const std::string& path, const std::function<void(Databas
     setUp(database);
     fill(database);
   }
-  growing.appear();
+  if (!growing.appear()) failMaking(growing.error(), path);
 }
 
 std::vector<jet::Error> compactDatabaseFile(const std::string& source, const std::string& destination) {
@@ -55,7 +86,9 @@ std::vector<jet::Error> compactDatabaseFile(const std::string& source, const std
       if (failure.error.number != notADatabase) throw;
     }
   }
-  MendedCopy mended(from, destination);
+  const platform::GrowingFile copy(destination);
+  if (copy.error() != 0) failMaking(copy.error(), destination);
+  MendedCopy mended(from, copy.path());
   buildDatabaseFile(destination, [&](Database& to) { leftOut = copyContent(mended.database(), to, true); });
   return leftOut;
 }

@@ -61,12 +61,12 @@ std::vector<StoredTable> storedTables(Database& database) {
 
 }  // namespace
 
-MendedCopy::MendedCopy(const Database& damaged, const std::string& destination) : file_(destination) {
+MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::move(path)) {
   copyPages(damaged);
   mendHeader();
   mendTables();
   mendHeader();  // the file has grown
-  database_ = std::make_unique<Database>(file_.path(), Database::Mode::Read);
+  database_ = std::make_unique<Database>(path_, Database::Mode::Read);
   database_->tolerateDamagedSchema();
 }
 
@@ -74,7 +74,7 @@ MendedCopy::MendedCopy(const Database& damaged, const std::string& destination) 
 void MendedCopy::copyPages(const Database& damaged) {
   struct stat attributes {};
   if (::stat(damaged.path().c_str(), &attributes) != 0) fail(diskOrNetwork);
-  PageFile copy(file_.path());
+  PageFile copy(path_);
   for (off_t place = 0; place < attributes.st_size; place += FileHeader::pageSize) {
     Page page{};
     damaged.readBytes(place, page.data(), static_cast<int>(page.size()));
@@ -83,7 +83,7 @@ void MendedCopy::copyPages(const Database& damaged) {
 }
 
 void MendedCopy::mendHeader() {
-  PageFile copy(file_.path());
+  PageFile copy(path_);
   Page page = copy.read(1);
   FileHeader header;
   std::copy_n(page.begin(), FileHeader::size, header.bytes());
@@ -95,10 +95,10 @@ void MendedCopy::mendHeader() {
 void MendedCopy::mendTables() {
   std::vector<StoredTable> tables;
   {
-    Database database(file_.path(), Database::Mode::Read);
+    Database database(path_, Database::Mode::Read);
     database.tolerateDamagedSchema();
     tables = storedTables(database);
   }
-  PageFile copy(file_.path());
+  PageFile copy(path_);
   mendTrees(copy, tables);
 }

@@ -4,14 +4,13 @@
 #include <string>
 
 #include "engine/database.h"
-#include "engine/growing_file.h"
 
 /// A copy of a damaged file in which all is put right that can be told without its content: the header and
-/// the ways to the rows. Removed at the end.
+/// the ways to the rows.
 class MendedCopy {
  public:
-  /// Lies beside `destination`. The damaged file is only read.
-  MendedCopy(const Database& damaged, const std::string& destination);
+  /// Fills the empty file at `path`. The damaged file is only read.
+  MendedCopy(const Database& damaged, std::string path);
   MendedCopy(const MendedCopy&) = delete;
   MendedCopy& operator=(const MendedCopy&) = delete;
 
@@ -22,6 +21,6 @@ class MendedCopy {
   void mendHeader();
   void mendTables();
 
-  GrowingFile file_;
+  std::string path_;
   std::unique_ptr<Database> database_;
 };

@@ -6,7 +6,7 @@
 
 #include <cerrno>
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 
 PageFile::PageFile(const std::string& path) : descriptor_(::open(path.c_str(), O_RDWR | O_CLOEXEC)) {
   struct stat attributes {};

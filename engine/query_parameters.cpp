@@ -1,6 +1,6 @@
 #include "engine/query_parameters.h"
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 #include "platform/com/owners.h"
 #include "platform/text/utf.h"
 

@@ -1,7 +1,7 @@
 #include <algorithm>
 
 #include "engine/catalog.h"
-#include "engine/jet_sql/raised.h"
+#include "engine/errors/raised.h"
 
 /// Referential integrity is kept by triggers on both tables, named after the relation, so that a rebuilt
 /// table can have them taken away and given back.

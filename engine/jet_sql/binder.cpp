@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <map>
 
-#include "engine/collation.h"
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 namespace {

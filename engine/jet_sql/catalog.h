@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/jet_sql/error.h"
+#include "engine/errors/error.h"
 
 namespace jet {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 #include "engine/jet_sql/binder.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "engine/jet_sql/printer.h"

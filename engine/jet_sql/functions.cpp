@@ -8,11 +8,11 @@
 #include <cstring>
 #include <map>
 
-#include "engine/collation.h"
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
+#include "engine/errors/raised.h"
 #include "engine/jet_sql/date.h"
 #include "engine/jet_sql/jet_sql.h"
-#include "engine/jet_sql/raised.h"
+#include "engine/text/collation.h"
 #include "platform/text/utf.h"
 
 namespace jet {

@@ -3,9 +3,9 @@
 #include <map>
 #include <string>
 
-#include "engine/collation.h"
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 #include "engine/jet_sql/jet_sql.h"
+#include "engine/text/collation.h"
 
 /// What a statement came to.
 struct Outcome {
