@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "engine/jet_sql/error.h"
+#include "engine/errors/error.h"
 
 /// Numbers of the desktop database engine that this server answers, beside those of the SQL dialect.
 enum EngineError : int {
@@ -22,7 +22,11 @@ enum EngineError : int {
   noRight = 3051,
   badFileName = 3055,
   linkedTable = 3057,
+  cancelled = 3059,
+  neededByIndex = 3280,
+  neededByRelation = 3281,
   definitionSyntax = 3292,
+  fieldOfRelation = 3303,
   tableNotFound = 3078,
   badName = 3125,
   notUpdatable = 3164,
@@ -33,10 +37,9 @@ enum EngineError : int {
   cantUpdateLocked = 3218,
   lockedByOther = 3260,
   cantLockTable = 3262,
-  itemNotFound = 3265,
+  ruleBroken = 3317,
   notADatabase = 3343,
-  numberTooLarge = 3349,
-  noOpenDatabase = 3420,
+  notOpen = 3420,
   wrongValueType = 3421,
 };
 
@@ -46,9 +49,11 @@ enum class Access { Open, Read, Write, Schema };
 /// The error with the text of its number; `detail`, a name as a rule, is put into it.
 jet::Error engineError(int number, std::string_view detail = {});
 
-/// The one way from SQLite's results to the engine's errors.
-jet::Error errorOfSqlite(sqlite3* database, int code, Access access);
+/// The one way from SQLite's results to the engine's errors, for cursors and statements alike. `path` is the
+/// file that was asked for, where that isn't the connection's main one.
+jet::Error errorOfSqlite(sqlite3* database, int code, Access access, std::string_view path = {});
 
-/// Leaves the engine's inner functions as an exception, and the engine as a pending error.
+/// Failures are thrown as `jet::Failure` everywhere inside the engine; its object turns them into the pending
+/// error.
 [[noreturn]] void fail(int number, std::string_view detail = {});
-[[noreturn]] void failSqlite(sqlite3* database, int code, Access access);
+[[noreturn]] void failSqlite(sqlite3* database, int code, Access access, std::string_view path = {});

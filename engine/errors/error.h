@@ -5,8 +5,6 @@
 #include <string>
 #include <string_view>
 
-struct sqlite3;
-
 namespace jet {
 
 /// A failure in the engine's own terms. `text` is complete: it already tells the place when there is one.
@@ -15,9 +13,11 @@ struct Error {
   std::string text;
   /// Byte offset in the statement, where the failure has a place there.
   std::optional<size_t> place;
+  /// The text names what it is about: it gets no place, wherever it arose.
+  bool complete = false;
 };
 
-/// Carries an `Error` through the dialect's own code; never leaves its public functions.
+/// Carries an `Error` through the engine to its object.
 struct Failure {
   Error error;
 };
@@ -62,6 +62,7 @@ enum ErrorNumber : int {
   relatedRecords = 3200,
   relatedRecordNeeded = 3201,
   circularQuery = 3102,
+  itemNotFound = 3265,
   subqueryColumns = 3306,
   unionColumns = 3307,
   valueRequired = 3314,
@@ -73,6 +74,7 @@ enum ErrorNumber : int {
   dropSyntax = 3295,
   emptyText = 3315,
   valueCount = 3346,
+  numberTooLarge = 3349,
   tooComplex = 3360,
   noSuchIndex = 3372,
   noSuchTable = 3376,
@@ -83,9 +85,5 @@ enum ErrorNumber : int {
 
 /// An error at `place` of `statement`: the text gets the position (characters from 1) and the words there.
 Error errorAt(int number, std::string text, std::string_view statement, size_t place);
-
-/// The pending failure of a connection in the engine's numbers; `code` is SQLite's result.
-/// Failures that the dialect's own functions raised come back as they were raised.
-Error errorOfDatabase(sqlite3* database, int code);
 
 }  // namespace jet

@@ -1,9 +1,9 @@
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 
 #include <algorithm>
 #include <iterator>
 
-#include "engine/jet_sql/raised.h"
+#include "engine/errors/raised.h"
 
 namespace {
 
@@ -13,6 +13,7 @@ struct Message {
 };
 
 constexpr Message messages[] = {
+    {6, "Overflow."},
     {3000, "The database engine failed unexpectedly: %."},
     {3001, "An argument is not valid: %."},
     {3010, "The table '%' exists already."},
@@ -31,6 +32,7 @@ constexpr Message messages[] = {
     {3055, "'%' is not a valid file name."},
     {3057, "'%' is a linked table: its definition can be changed in its own file only."},
     {3058, "A primary key or required index can't have an empty value."},
+    {3059, "The operation was cancelled."},
     {3078, "The table '%' can't be found."},
     {3125, "'%' is not a valid name."},
     {3163, "The text is too long for the field '%'."},
@@ -40,25 +42,29 @@ constexpr Message messages[] = {
     {3187, "The record can't be read: the database is locked by somebody else."},
     {3190, "The table would have too many fields."},
     {3191, "The field '%' is defined twice."},
-    {3200, "The table can't be deleted or changed: the relation '%' has related records."},
+    {3200, "The record can't be deleted or changed: the table '%' has related records."},
     {3201, "A related record is needed in the table '%'."},
     {3204, "The file '%' exists already."},
     {3211, "The table is in use and can't be locked."},
     {3218, "The record can't be changed: the database is locked at the moment."},
     {3260, "The record can't be changed: it is locked by somebody else."},
     {3262, "The table can't be locked: it is in use by somebody else."},
-    {3265, "There is no field '%' in the table."},
+    {3265, "There is no %."},
+    {3280, "A field that an index needs can't be deleted: %."},
+    {3281, "A table or index that a relation needs can't be deleted: %."},
     {3292, "The definition is not valid: %."},
+    {3303, "A field of a relation can't be deleted: %."},
     {3314, "The field '%' must have a value."},
     {3315, "The field '%' can't be an empty text."},
     {3317, "A value breaks a rule of the table: %."},
     {3343, "The file '%' is not a database, or it is damaged."},
+    {3360, "The statement or a value is too large or too complex."},
     {3372, "There is no index '%' in the table."},
     {3376, "The table or query '%' can't be found."},
     {3349, "The number is too large for the field '%'."},
     {3380, "The field '%' exists already."},
     {3381, "There is no field '%' in the table."},
-    {3420, "No database is open."},
+    {3420, "No % is open."},
     {3421, "The value doesn't fit the type of the field '%'."},
 };
 
@@ -73,7 +79,8 @@ constexpr Meaning meanings[] = {
     {SQLITE_CONSTRAINT_PRIMARYKEY, jet::duplicateValue},
     {SQLITE_CONSTRAINT_UNIQUE, jet::duplicateValue},
     {SQLITE_CONSTRAINT_ROWID, jet::duplicateValue},
-    {SQLITE_CONSTRAINT, 3317},
+    {SQLITE_CONSTRAINT_DATATYPE, wrongValueType},
+    {SQLITE_CONSTRAINT, ruleBroken},
     {SQLITE_LOCKED, cantLockTable},
     {SQLITE_READONLY, jet::readOnlyDatabase},
     {SQLITE_IOERR, diskOrNetwork},
@@ -85,6 +92,7 @@ constexpr Meaning meanings[] = {
     {SQLITE_PERM, noRight},
     {SQLITE_AUTH, noRight},
     {SQLITE_TOOBIG, jet::tooComplex},
+    {SQLITE_INTERRUPT, cancelled},
 };
 
 int busyNumber(Access access) {
@@ -101,6 +109,30 @@ int busyNumber(Access access) {
   return cantUpdateLocked;
 }
 
+// Of SQLite's words only the names go into a text: the field at the end, behind the table, or the rule.
+std::string_view detailOf(int number, std::string_view message, std::string_view file) {
+  switch (number) {
+    case jet::valueRequired:
+    case wrongValueType:
+      return message.substr(message.rfind('.') + 1);
+    case ruleBroken:
+      return message.substr(message.rfind(": ") == std::string_view::npos ? 0 : message.rfind(": ") + 2);
+    default:
+      return file;
+  }
+}
+
+// Plain errors, which only their texts tell apart: SQLite's own limits on nesting and the like, and sums.
+jet::Error errorByMessage(std::string_view message) {
+  const auto says = [&](std::string_view words) { return message.find(words) != std::string_view::npos; };
+  for (const char* limit :
+       {"parser stack overflow", "too large", "too many", "too big", "depth", "at most"}) {
+    if (says(limit)) return engineError(jet::tooComplex);
+  }
+  if (says("integer overflow")) return engineError(jet::overflow);
+  return engineError(unexpectedFailure, message);
+}
+
 }  // namespace
 
 jet::Error engineError(int number, std::string_view detail) {
@@ -111,23 +143,18 @@ jet::Error engineError(int number, std::string_view detail) {
   return {number, text, std::nullopt};
 }
 
-jet::Error errorOfSqlite(sqlite3* database, int code, Access access) {
+jet::Error errorOfSqlite(sqlite3* database, int code, Access access, std::string_view path) {
+  const std::string_view message = database ? sqlite3_errmsg(database) : sqlite3_errstr(code);
   // What the dialect's functions and the guards of relations raise is complete already.
-  if (const auto raised = jet::readRaised(database ? sqlite3_errmsg(database) : "")) return *raised;
-  if ((code & 0xFF) == SQLITE_BUSY) return engineError(busyNumber(access));
-  const char* file = database ? sqlite3_db_filename(database, "main") : nullptr;
-  const int extended = database ? sqlite3_extended_errcode(database) : code;
-  const char* message = database ? sqlite3_errmsg(database) : sqlite3_errstr(code);
-  for (const int wanted : {extended, code & 0xFF}) {
+  if (const auto raised = jet::readRaised(message)) return *raised;
+  const char* const main = database && path.empty() ? sqlite3_db_filename(database, "main") : nullptr;
+  const std::string_view file = main ? main : path;
+  const int extended = database ? sqlite3_extended_errcode(database) : code, plain = code & 0xFF;
+  if (plain == SQLITE_BUSY) return engineError(busyNumber(access), file);
+  if (plain == SQLITE_ERROR) return errorByMessage(message);
+  for (const int wanted : {extended, plain}) {
     for (const Meaning& meaning : meanings) {
-      if (meaning.code != wanted) continue;
-      // SQLite names the field at the end of its text, behind the table.
-      if (meaning.number == jet::valueRequired) {
-        const std::string_view text = message;
-        return engineError(meaning.number, text.substr(text.rfind('.') + 1));
-      }
-      const bool aboutFile = meaning.number == noRight || meaning.number == notADatabase;
-      return engineError(meaning.number, aboutFile && file ? file : message);
+      if (meaning.code == wanted) return engineError(meaning.number, detailOf(meaning.number, message, file));
     }
   }
   return engineError(unexpectedFailure, message);
@@ -135,6 +162,6 @@ jet::Error errorOfSqlite(sqlite3* database, int code, Access access) {
 
 void fail(int number, std::string_view detail) { throw jet::Failure{engineError(number, detail)}; }
 
-void failSqlite(sqlite3* database, int code, Access access) {
-  throw jet::Failure{errorOfSqlite(database, code, access)};
+void failSqlite(sqlite3* database, int code, Access access, std::string_view path) {
+  throw jet::Failure{errorOfSqlite(database, code, access, path)};
 }
