@@ -3,6 +3,7 @@
 #include "brx/db_database.h"
 #include "host/bridge/lisp_points.h"
 #include "host/calls/variables.h"
+#include "host/drawing/nested_visits.h"
 #include "host/editor/editor_functions.h"
 #include "host/editor/search.h"
 #include "platform/text/letters.h"
@@ -71,6 +72,7 @@ Value osnap(const Call& call) {
   const AcGePoint3d pick = pointArgument(call, 0);
   const std::vector<Mode> wanted = modesOf(call.text(1));
   if (!drawing) return {};
+  const NestedOperation operation;
   const std::vector<AcDbObjectId> ids = entitiesIn(*drawing, apertureAt(pick), Lies::partly);
   std::optional<AcGePoint3d> best, near;
   for (const Mode& mode : wanted) {
