@@ -1,6 +1,7 @@
 #include "host/access/access_state.h"
 
 #include "host/access/selection_set.h"
+#include "host/drawing/stubs.h"
 #include "host/lisp/interpreter.h"
 
 namespace host {
@@ -16,6 +17,12 @@ std::map<const AcDbDatabase*, AccessState>& states() {
 
 AccessState& accessStateOf(AcDbDatabase& drawing) {
   return states().try_emplace(&drawing, drawing).first->second;
+}
+
+ErasedRuns& erasedRunsOf(AcDbObjectId owner) {
+  ErasedRuns& runs = accessStateOf(*owner.database()).erasedRuns[owner];
+  runs.forgetAfter(owner.database()->imp().revivals);
+  return runs;
 }
 
 void forgetDrawing(const AcDbDatabase& drawing) {
