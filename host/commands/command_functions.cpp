@@ -2,6 +2,8 @@
 
 #include "host/calls/variables.h"
 #include "host/commands/command_runner.h"
+#include "host/documents/documents.h"
+#include "host/editor/drawing_state.h"
 #include "host/editor/user_input.h"
 
 namespace host {
@@ -60,6 +62,7 @@ Value commandAtOnce(const Call& call) {
 }  // namespace
 
 void defineCommandFunctions(lisp::Interpreter& interpreter) {
+  documents().setWaitingTest([](AcDbDatabase& drawing) { return stateOf(drawing).command != nullptr; });
   interpreter.define(L"command", command);
   interpreter.define(L"vl-cmdf", commandWithResult);
   interpreter.define(L"command-s", commandAtOnce);

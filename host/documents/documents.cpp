@@ -5,6 +5,7 @@
 
 #include "brx/db_database.h"
 #include "host/access/access_state.h"
+#include "host/filing/files.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
 #include "platform/text/utf.h"
@@ -107,6 +108,11 @@ Document* DocumentManager::openFile(const std::wstring& path, std::wstring& prob
 
 bool Document::isQuiescent() const { return !documents().isBusy(*this); }
 
+bool DocumentManager::isBusy(const Document& document) const {
+  if (std::find(busy_.begin(), busy_.end(), &document) != busy_.end()) return true;
+  return isWaiting_ && document.database() && isWaiting_(*document.database());
+}
+
 Acad::ErrorStatus DocumentManager::sendStringToExecute(AcApDocument* document, const ACHAR* text,
                                                        bool activate, bool, bool echo) {
   const auto found =
@@ -139,7 +145,7 @@ bool DocumentManager::save(Document& document, const std::wstring& path, std::ws
   editor().tell([&](AcEditorReactor& each) { each.beginSave(drawing, full.c_str()); });
   const Acad::ErrorStatus status = saveDrawing(*drawing, full);
   if (status != Acad::eOk) {
-    problem = full + L": can't be written";
+    problem = full + L": " + writingProblem();
     editor().tell([&](AcEditorReactor& each) { each.abortSave(drawing); });
     return false;
   }

@@ -2,6 +2,7 @@
 
 #include "brx/db_database.h"
 #include "host/calls/variables.h"
+#include "host/documents/documents.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/search.h"
 #include "host/editor/user_input.h"
@@ -83,6 +84,7 @@ Selected chooseAtPoint(const SelectionRequest& request) {
 }
 
 Selected chooseByUser(SelectionWish wish) {
+  const DocumentManager::Busy busy(documents());
   Task<Selected> task = selectEntities(userInput(), std::move(wish));
   task.start();
   return task.result();

@@ -67,17 +67,6 @@ InputItem itemOfList(const Value& list) {
   return Typed{lisp::printed(list, lisp::Style::readable)};
 }
 
-/// A LISP form, or "!" and a symbol, stands for its value. Nothing after an error, which is told.
-std::optional<InputItem> evaluated(const std::wstring& line) {
-  const std::wstring source = line[0] == L'!' ? line.substr(1) : line;
-  try {
-    return itemOf(currentInterpreter().evalSource(toUtf8(source), L""));
-  } catch (const lisp::LispError& error) {
-    if (!error.handled) commandLine().print(L"\n; error: " + error.message);
-    return std::nullopt;
-  }
-}
-
 }  // namespace
 
 InputItem itemOf(const Value& value) {
@@ -109,7 +98,7 @@ InputItem itemOf(const Value& value) {
 void setLineReader(LineReader reader) { lineReader() = std::move(reader); }
 
 void UserInput::prompt(const std::wstring& text) {
-  commandLine().print(text);
+  show(text);
   promptShown(text);
 }
 
@@ -118,7 +107,7 @@ void UserInput::promptShown(const std::wstring& text) {
   shown_ = text;
 }
 
-void UserInput::say(const std::wstring& text) { commandLine().print(text); }
+void UserInput::say(const std::wstring& text) { tell(text); }
 
 InputItem UserInput::take(Wanted wanted) {
   auto& queue = scriptQueues().input;
@@ -149,6 +138,17 @@ InputItem UserInput::typedItem(std::wstring line, Wanted wanted) {
   return Typed{std::move(line)};
 }
 
+/// A LISP form, or "!" and a symbol, stands for its value. Nothing after an error, which is told.
+std::optional<InputItem> UserInput::evaluated(const std::wstring& line) {
+  const std::wstring source = line[0] == L'!' ? line.substr(1) : line;
+  try {
+    return itemOf(currentInterpreter().evalSource(toUtf8(source), L""));
+  } catch (const lisp::LispError& error) {
+    if (!error.handled) tell(L"\n" + error.report());
+    return std::nullopt;
+  }
+}
+
 InputItem UserInput::takeTyped(Wanted wanted) {
   if (!typedAhead_.empty()) return typedItem(std::exchange(typedAhead_, {}), wanted);
   while (true) {
@@ -157,7 +157,7 @@ InputItem UserInput::takeTyped(Wanted wanted) {
     const bool isForm = line->starts_with(L'(') || line->starts_with(L'!');
     if (!isForm || wanted == Wanted::text) return typedItem(std::move(*line), wanted);
     if (auto item = evaluated(*line)) return std::move(*item);
-    commandLine().print(shown_);
+    show(shown_);
   }
 }
 

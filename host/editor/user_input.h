@@ -25,6 +25,7 @@ class UserInput : public InputSource {
 
  private:
   InputItem takeTyped(Wanted wanted);
+  std::optional<InputItem> evaluated(const std::wstring& line);
   InputItem typedItem(std::wstring line, Wanted wanted);
 
   std::wstring shown_, typedAhead_;
