@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "host/documents/documents.h"
+#include "host/filing/files.h"
 #include "host/view/picture.h"
 #include "host/view/recorder.h"
 #include "platform/text/utf.h"
@@ -41,7 +42,7 @@ bool writePicture(AcDbDatabase& drawing, const Options& options, std::string& pr
 
 bool writeDrawing(AcDbDatabase& drawing, const std::string& file, std::string& problem) {
   if (saveDrawing(drawing, fromUtf8(file)) == Acad::eOk) return true;
-  return problem = "can't be written", false;
+  return problem = toUtf8(writingProblem()), false;
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "host/access/access_functions.h"
+#include "host/app/help.h"
 #include "host/bridge/document_lisp.h"
 #include "host/calls/command_line.h"
 #include "host/calls/variables.h"
@@ -73,6 +74,7 @@ Session::Session(const Options& options) {
     defineEditorFunctions(made->interpreter());
     defineAccessFunctions(made->interpreter());
     defineCommandFunctions(made->interpreter());
+    defineHelp(made->interpreter());
     return made;
   });
   openDrawings(options);

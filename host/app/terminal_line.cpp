@@ -83,7 +83,7 @@ std::optional<std::wstring> readTerminalLine() {
   }
   // The interrupt was for the prompt, and not for what runs behind it.
   forgetInterrupts();
-  currentInterpreter().forgetInterrupt();
+  lisp::Interpreter::forgetEnd();
   return std::nullopt;
 }
 
