@@ -1,33 +1,17 @@
 #include "host/access/access_state.h"
 
-#include "host/access/selection_set.h"
-#include "host/drawing/stubs.h"
+#include "host/database/kept_for_drawing.h"
+#include "host/database/stubs.h"
 #include "host/lisp/interpreter.h"
 
 namespace host {
-namespace {
 
-std::map<const AcDbDatabase*, AccessState>& states() {
-  // Lives to the end: the documents that forget their drawings go late.
-  static auto* const all = new std::map<const AcDbDatabase*, AccessState>;
-  return *all;
-}
-
-}  // namespace
-
-AccessState& accessStateOf(AcDbDatabase& drawing) {
-  return states().try_emplace(&drawing, drawing).first->second;
-}
+AccessState& accessStateOf(AcDbDatabase& drawing) { return keptFor<AccessState>(drawing); }
 
 ErasedRuns& erasedRunsOf(AcDbObjectId owner) {
   ErasedRuns& runs = accessStateOf(*owner.database()).erasedRuns[owner];
   runs.forgetAfter(owner.database()->imp().revivals);
   return runs;
-}
-
-void forgetDrawing(const AcDbDatabase& drawing) {
-  states().erase(&drawing);
-  selectionSets().forget(drawing);
 }
 
 AcDbDatabase& currentDrawing() {

@@ -21,8 +21,6 @@ struct AccessState {
 
 AccessState& accessStateOf(AcDbDatabase& drawing);
 ErasedRuns& erasedRunsOf(AcDbObjectId owner);
-/// Forgets what LISP holds of a drawing that goes: its state, the contents of its selection sets.
-void forgetDrawing(const AcDbDatabase& drawing);
 
 /// The drawing of the current document. Raises an error when there is none.
 AcDbDatabase& currentDrawing();

@@ -11,7 +11,7 @@
 #include <editline/readline.h>
 
 #include "host/bridge/document_lisp.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/commands/commands.h"
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"

@@ -5,8 +5,8 @@
 #include <map>
 
 #include "host/bridge/document_lisp.h"
-#include "host/calls/command_line.h"
-#include "host/calls/variables.h"
+#include "host/console/command_line.h"
+#include "host/documents/variables.h"
 #include "host/commands/commands.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/code.h"

@@ -4,9 +4,10 @@
 #include "host/app/typed_line.h"
 
 #include "host/bridge/document_lisp.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/lisp/printer.h"
+#include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -54,6 +55,7 @@ void goIdle() {
   lisp::Interpreter::forgetEnd();
   holdMemoryReserve();
   documents().discardClosed();
+  platform::desktop().runTimers();
   for (int texts = 0; texts < mostTexts; ++texts) {
     const auto sent = documents().takeSentText();
     if (!sent) return;

@@ -1,9 +1,8 @@
 #include "host/app/memory_reserve.h"
 
-#include <sys/mman.h>
-
 #include <atomic>
 #include <cstddef>
+#include <cstdlib>
 #include <new>
 
 #include "host/lisp/interpreter.h"
@@ -21,7 +20,7 @@ std::atomic<void*> reserve = nullptr;
 void giveReserveFree() {
   void* const held = reserve.exchange(nullptr);
   if (!held) throw std::bad_alloc();
-  munmap(held, reserveSize);
+  std::free(held);
   lisp::Interpreter::endForMemory();
 }
 
@@ -34,8 +33,8 @@ void host::holdMemoryReserve() {
   mi_collect(true);
 #endif
   // Nothing is written to it, so that it costs address space alone.
-  void* const held = mmap(nullptr, reserveSize, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-  if (held == MAP_FAILED) return;
+  void* const held = std::malloc(reserveSize);
+  if (!held) return;
   reserve = held;
   std::set_new_handler(giveReserveFree);
 }

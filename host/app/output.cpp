@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "host/documents/documents.h"
-#include "host/filing/files.h"
 #include "host/view/picture.h"
 #include "host/view/recorder.h"
 #include "platform/text/utf.h"
@@ -41,8 +40,9 @@ bool writePicture(AcDbDatabase& drawing, const Options& options, std::string& pr
 }
 
 bool writeDrawing(AcDbDatabase& drawing, const std::string& file, std::string& problem) {
-  if (saveDrawing(drawing, fromUtf8(file)) == Acad::eOk) return true;
-  return problem = toUtf8(writingProblem()), false;
+  std::wstring why;
+  if (saveDrawing(drawing, fromUtf8(file), why) == Acad::eOk) return true;
+  return problem = toUtf8(why), false;
 }
 
 }  // namespace

@@ -18,8 +18,8 @@
 
 #include <editline/readline.h>
 
-#include "host/calls/command_line.h"
 #include "host/commands/typed_commands.h"
+#include "host/console/command_line.h"
 #include "host/editor/user_input.h"
 #include "platform/text/utf.h"
 

@@ -2,8 +2,8 @@
 
 #include <regex>
 
-#include "host/calls/command_line.h"
-#include "host/calls/variables.h"
+#include "host/console/command_line.h"
+#include "host/documents/variables.h"
 #include "host/text/code_page.h"
 #include "platform/text/utf.h"
 

@@ -1,8 +1,8 @@
 #include "host/commands/command_functions.h"
 
-#include "host/calls/variables.h"
 #include "host/commands/command_runner.h"
 #include "host/documents/documents.h"
+#include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/user_input.h"
 

@@ -1,7 +1,7 @@
 #include "host/commands/command_input.h"
 
-#include "host/calls/command_line.h"
-#include "host/calls/variables.h"
+#include "host/console/command_line.h"
+#include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/user_input.h"
 
@@ -30,7 +30,7 @@ void CommandInput::fail(const std::wstring& reason) {
   throw CommandFailed();
 }
 
-InputItem CommandInput::take(Wanted wanted) {
+InputItem CommandInput::take(const Request& request) {
   Argument argument = std::move(arguments.front());
   arguments.pop_front();
   if (!argument) {
@@ -39,7 +39,7 @@ InputItem CommandInput::take(Wanted wanted) {
     } else {
       userInput().prompt(prompted_);
     }
-    argument = userInput().take(wanted);
+    argument = userInput().take(request);
   }
   if (std::holds_alternative<Cancel>(*argument)) throw CommandCancelled();
   return std::move(*argument);

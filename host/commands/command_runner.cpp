@@ -2,9 +2,9 @@
 
 #include <array>
 
-#include "host/calls/command_line.h"
 #include "host/commands/commands.h"
 #include "host/commands/undo_steps.h"
+#include "host/console/command_line.h"
 #include "host/editor/drawing_state.h"
 #include "host/rx/editor.h"
 #include "platform/text/letters.h"

@@ -4,8 +4,6 @@
 #include <filesystem>
 
 #include "brx/db_database.h"
-#include "host/access/access_state.h"
-#include "host/filing/files.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
 #include "platform/text/utf.h"
@@ -56,11 +54,7 @@ Document::Document(std::wstring fileName, DrawingPointer drawing)
 
 Document::~Document() { deleteDrawing(); }
 
-void Document::deleteDrawing() {
-  if (!drawing_) return;
-  forgetDrawing(*drawing_);
-  drawing_.reset();
-}
+void Document::deleteDrawing() { drawing_.reset(); }
 
 AcApDocumentIterator* DocumentManager::newAcApDocumentIterator() { return new DocumentIterator(open_); }
 
@@ -143,9 +137,8 @@ bool DocumentManager::save(Document& document, const std::wstring& path, std::ws
   const std::wstring full = fullPath(path.empty() ? document.fileName() : path);
   AcDbDatabase* const drawing = document.database();
   editor().tell([&](AcEditorReactor& each) { each.beginSave(drawing, full.c_str()); });
-  const Acad::ErrorStatus status = saveDrawing(*drawing, full);
+  const Acad::ErrorStatus status = saveDrawing(*drawing, full, problem);
   if (status != Acad::eOk) {
-    problem = full + L": " + writingProblem();
     editor().tell([&](AcEditorReactor& each) { each.abortSave(drawing); });
     return false;
   }

@@ -71,6 +71,19 @@ class DocumentManager : public AcApDocManager {
   bool isBusy(const Document& document) const;
   /// Whether something waits for input to a document while nothing runs: a command that was left open.
   void setWaitingTest(std::function<bool(AcDbDatabase&)> test) { isWaiting_ = std::move(test); }
+  /// As long as this lives no document is opened, closed or switched to: something is dragged in the current
+  /// one. Those who would do it ask `isHeld` and refuse.
+  class Held {
+   public:
+    explicit Held(DocumentManager& manager) : manager_(manager) { ++manager_.holds_; }
+    ~Held() { --manager_.holds_; }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+   private:
+    DocumentManager& manager_;
+  };
+  bool isHeld() const { return holds_ != 0; }
 
   Document* current() const { return current_; }
   const std::vector<std::unique_ptr<Document>>& open() const { return open_; }
@@ -109,6 +122,7 @@ class DocumentManager : public AcApDocManager {
   /// What runs in which document, from the outside in.
   std::vector<const Document*> busy_;
   std::function<bool(AcDbDatabase&)> isWaiting_;
+  int holds_ = 0;
   std::deque<SentText> sent_;
 };
 

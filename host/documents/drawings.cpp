@@ -3,8 +3,8 @@
 #include <cstdio>
 
 #include "brx/db_database.h"
-#include "host/calls/command_line.h"
-#include "host/drawing/stubs.h"
+#include "host/console/command_line.h"
+#include "host/database/stubs.h"
 #include "host/filing/files.h"
 #include "platform/text/utf.h"
 
@@ -38,9 +38,13 @@ DrawingPointer openDrawing(const std::wstring& path, std::wstring& problem) {
   return drawing;
 }
 
-Acad::ErrorStatus saveDrawing(AcDbDatabase& drawing, const std::wstring& path) {
+Acad::ErrorStatus saveDrawing(AcDbDatabase& drawing, const std::wstring& path, std::wstring& problem) {
   const Acad::ErrorStatus status = writeDrawingFile(drawing, path);
-  if (status == Acad::eOk) drawing.imp().fileName = path;
+  if (status == Acad::eOk) {
+    drawing.imp().fileName = path;
+  } else {
+    problem = path + L": " + writingProblem();
+  }
   return status;
 }
 

@@ -1,6 +1,6 @@
 #include "host/editor/input_source.h"
 
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 
 namespace host {
 

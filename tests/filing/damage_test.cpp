@@ -3,11 +3,11 @@
 #include <unistd.h>
 
 #include "brx/db_proxy.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 #include "host/filing/files.h"
 #include "tests/filing/drawings.h"
 #include "tests/filing/mixed_drawing.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 
