@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "host/access/access_functions.h"
+#include "host/app/help.h"
 #include "host/bridge/document_lisp.h"
 #include "host/commands/command_functions.h"
 #include "host/console/command_line.h"
@@ -88,6 +89,7 @@ Session::Session(const Options& options) {
     defineAccessFunctions(made->interpreter());
     defineCommandFunctions(made->interpreter());
     defineDialogFunctions(made->interpreter());
+    defineHelp(made->interpreter());
     return made;
   });
   openDrawings(options);

@@ -91,7 +91,7 @@ std::optional<std::wstring> readTerminalLine() {
   }
   // The interrupt was for the prompt, and not for what runs behind it.
   forgetInterrupts();
-  currentInterpreter().takeInterrupt();
+  lisp::Interpreter::forgetEnd();
   return std::nullopt;
 }
 

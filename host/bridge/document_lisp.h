@@ -27,6 +27,7 @@ class InterpreterOfDocument : public DocumentLisp, private lisp::Services {
   std::optional<std::wstring> readLine() override;
   std::optional<lisp::Value> variable(const std::wstring& name) override;
   bool setVariable(const std::wstring& name, const lisp::Value& value) override;
+  std::string decodeSource(std::string bytes, const std::wstring& fileName) override;
   std::optional<std::wstring> findFile(const std::wstring& name) override;
 
   struct Defined {

@@ -170,4 +170,33 @@ TEST(Terminal, TimersTickWhileThePromptsWait) {
   ASSERT_TRUE(terminal.shows("\"some\""));
 }
 
+TEST(Terminal, CompletesByTabAndHelps) {
+  Terminal terminal;
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(defun c:mark-it () \"marked\")");
+  ASSERT_TRUE(terminal.shows("C:MARK-IT"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("mark\t");
+  ASSERT_TRUE(terminal.shows("\"marked\""));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(strca\t \"x\" \"yz\")");
+  ASSERT_TRUE(terminal.shows("\"xyz\""));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(getvar \"cmdec\t\")");
+  ASSERT_TRUE(terminal.shows("\n1"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(vl-file-directory-p \"/us\t\")");
+  ASSERT_TRUE(terminal.shows("T\r\n"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(help \"substr\")");
+  ASSERT_TRUE(terminal.shows("SUBSTR: function, 2 to 3 arguments"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(help \"mark\")");
+  ASSERT_TRUE(terminal.shows("C:MARK-IT"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("help");
+  ASSERT_TRUE(terminal.shows("Commands ("));
+  ASSERT_TRUE(terminal.shows("Command: "));
+}
+
 }  // namespace
