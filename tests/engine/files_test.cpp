@@ -297,7 +297,7 @@ TEST(Compaction, TakesAwayWhatKilledOnesLeftAndNothingElse) {
     kill(child, SIGKILL);
     waitpid(child, nullptr, 0);
     ASSERT_FALSE(std::filesystem::exists(compacted)) << "too slow to kill it";
-    left = static_cast<int>(folder.entries()) - 1;
+    left = static_cast<int>(folder.count()) - 1;
   }
   ASSERT_EQ(left, 1);
   std::string hidden;
@@ -317,7 +317,7 @@ TEST(Compaction, TakesAwayWhatKilledOnesLeftAndNothingElse) {
   EXPECT_EQ(engine.compact(path, compacted), 0);
   EXPECT_FALSE(std::filesystem::exists(folder.file(hidden)));
   EXPECT_EQ(contentOf(folder.file(live)), "growing");
-  EXPECT_EQ(folder.entries(), 7u);
+  EXPECT_EQ(folder.count(), 7u);
   ::close(lock);
 }
 
