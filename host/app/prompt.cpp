@@ -21,7 +21,6 @@
 
 #include "host/commands/typed_commands.h"
 #include "host/console/command_line.h"
-#include "host/editor/user_input.h"
 #include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
@@ -71,7 +70,6 @@ void runLine(const std::string& source) {
   }
   evaluating = false;
   if (isatty(STDIN_FILENO)) finishOpenCommand();
-  userInput().typeAhead({});
   goIdle();
 }
 

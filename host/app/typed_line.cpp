@@ -43,7 +43,11 @@ std::optional<std::wstring> runTypedLine(const std::string& source) {
     const size_t blank = line.find(L' ');
     const std::wstring command = L"C:" + line.substr(0, blank);
     if (isDefined(command)) {
-      if (blank != std::wstring::npos) userInput().typeAhead(line.substr(blank + 1));
+      // What the command doesn't ask for is nobody else's.
+      struct TypedAhead {
+        explicit TypedAhead(std::wstring text) { userInput().typeAhead(std::move(text)); }
+        ~TypedAhead() { userInput().typeAhead({}); }
+      } ahead(blank == std::wstring::npos ? std::wstring() : line.substr(blank + 1));
       return evaluate("(" + toUtf8(command) + ")", L"");
     }
   }

@@ -26,7 +26,7 @@ printf '%s\n' '; a comment' '(defun half (x) (/ 10 x))' '(defun area (w)' '  (ha
   '  (area w))' >"$work/plan.lsp"
 printf '%s\n' '' '' "(load \"$work/plan.lsp\")" >"$work/main.lsp"
 run "$work/main.lsp"
-check trace 1 '; error: divide by zero' ';   in /' ';   in HALF' ';   in AREA' ";   in $work/plan.lsp, line 6" ';   in LOAD' \
+check trace 1 '; error: divide by zero' ';   in /' ';   in HALF' ';   in AREA' ";   in $work/plan.lsp, line 6" \
   ";   in $work/main.lsp, line 3"
 printf '%s\n' '(defun deep (n) (1+ (deep (1+ n))))' '(deep 1)' >"$work/deep.lsp"
 run "$work/deep.lsp"

@@ -25,15 +25,14 @@ x                                                        ;=> nil
 (kv_kv-executeToDo "Second.dwg" "(setq x 43)")           ;=> -1
 (host-activate "Second.dwg")
 (command)
-(list (progn (host-activate "Drawing1.dwg") (kv_kv-executeToDo "Second.dwg" "(setq x 44)"))
-      (progn (host-activate "Second.dwg") (kv_kv-executeToDo "Second.dwg" "(setq x 45)")))
-;=> (1 -1)
+(progn (host-activate "Drawing1.dwg") (kv_kv-executeToDo "Second.dwg" "(setq x 45)"))   ;=> -1
+(kv_kv-executeToDo "Second.dwg" "(setq x 44)")           ;=> 1
 x                                                        ;=> 44
 ; What is sent is run as if it were typed: commands of the host and of the program as well.
 (defun c:mark (/ p) (setq p (getpoint)) (entmake (list '(0 . "POINT") (cons 10 p))))
 (host-activate "Drawing1.dwg")
-(kv_kv-executeToDo "Second.dwg" "_.LINE 1,2 3,4 ")       ;=> 1
-(mapcar '(lambda (code) (cdr (assoc code (entget (entlast))))) '(0 10 11))   ;=> ("LINE" (1.0 2.0 0.0) (3.0 4.0 0.0))
+(kv_kv-executeToDo "Second.dwg" "_.CIRCLE 1,2 3")        ;=> 1
+(mapcar '(lambda (code) (cdr (assoc code (entget (entlast))))) '(0 10 40))   ;=> ("CIRCLE" (1.0 2.0 0.0) 3.0)
 (host-activate "Drawing1.dwg")
 (kv_kv-executeToDo "Second.dwg" "mark 5,6")              ;=> 1
 (cdr (assoc 10 (entget (entlast))))                      ;=> (5.0 6.0 0.0)
