@@ -51,7 +51,7 @@ TEST(MailHeaders, EncodeWhatIsNotPlainAndNeverBreakALine) {
 TEST(MailConversation, ShowsNoSecret) {
   Conversation talk;
   talk.keepSecret("pass");
-  talk.addReceived("220 hello\r\n");
+  talk.addReceived("220 hello c2VjcmV0\r\n");  // said before it is a secret
   talk.addSent("EHLO me\r\n");
   talk.addReceived("250-me\r\n250 AUTH LOGIN\r\n");
   talk.addSent("AUTH LOGIN\r\n");
