@@ -44,13 +44,17 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const char* const commands[] = {"EHLO me\r\n", "STARTTLS\r\n", "EHLO me\r\n", "AUTH LOGIN\r\n",
                                   "MAIL FROM:<a@b.c>\r\n"};
   size_t command = 0;
+  bool logsIn = false;
   for (size_t at = 0; at < answers.size();) {
     const size_t end = std::min(answers.find('\n', at), answers.size() - 1) + 1;
     talk.addReceived(answers.substr(at, end - at));
     at = end;
-    if (talk.lastAnswer().starts_with("334")) {
+    if (logsIn && talk.lastAnswer().starts_with("334")) {
       talk.addSent(token + "\r\n");
-    } else if (command < std::size(commands)) {
+      continue;
+    }
+    logsIn = command < std::size(commands) && std::string_view(commands[command]).starts_with("AUTH");
+    if (command < std::size(commands)) {
       talk.addSent(commands[command++]);
     }
   }

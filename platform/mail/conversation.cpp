@@ -76,6 +76,9 @@ void Conversation::addLine(const char* from, std::string line) {
   isCut_ = true;
 }
 
+// Masked once more: what has become a secret since may stand in it.
+std::string Conversation::lastAnswer() const { return masked(lastAnswer_); }
+
 std::string Conversation::masked(std::string_view text) const {
   std::string out(text);
   for (const std::string& secret : secrets_) {
@@ -101,7 +104,7 @@ const char* Conversation::step() const {
 std::string Conversation::toXml() const {
   std::string xml = isCut_ ? "    <cut/>\n" : "";
   for (const Line& each : lines_)
-    xml += "    <line from=\"" + std::string(each.from) + "\">" + xmlText(each.text) + "</line>\n";
+    xml += "    <line from=\"" + std::string(each.from) + "\">" + xmlText(masked(each.text)) + "</line>\n";
   return xml;
 }
 

@@ -22,7 +22,7 @@ class Conversation {
   /// What the program's last command was for, in a word or two. The goodbye after a failure doesn't count.
   const char* step() const;
   /// The server's last line before the goodbye, "" before the first.
-  const std::string& lastAnswer() const { return lastAnswer_; }
+  std::string lastAnswer() const;
   std::string masked(std::string_view text) const;
   /// As elements of XML, one for each line.
   std::string toXml() const;

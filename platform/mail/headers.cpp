@@ -13,8 +13,9 @@ namespace {
 
 /// Longer texts are encoded only because that folds them.
 constexpr size_t longestPlainText = 60;
-/// Bytes of a text in one encoded word, or in one part of a file's name.
-constexpr size_t longestPiece = 36;
+/// Bytes of a text in one encoded word, and in one part of a file's name, where each may take three
+/// characters.
+constexpr size_t bytesOfWord = 36, bytesOfNamePart = 16;
 
 std::string withoutControls(const std::wstring& text) {
   std::wstring plain = text;
@@ -30,10 +31,10 @@ bool isPlain(const std::string& text) {
 }
 
 // Cut between characters.
-std::vector<std::string_view> piecesOf(std::string_view text) {
+std::vector<std::string_view> piecesOf(std::string_view text, size_t longest) {
   std::vector<std::string_view> pieces;
   while (!text.empty()) {
-    size_t end = std::min(longestPiece, text.size());
+    size_t end = std::min(longest, text.size());
     while (end < text.size() && (text[end] & 0xC0) == 0x80) --end;
     pieces.push_back(text.substr(0, end));
     text.remove_prefix(end);
@@ -43,7 +44,7 @@ std::vector<std::string_view> piecesOf(std::string_view text) {
 
 std::string encodedWords(const std::string& text) {
   std::string words;
-  for (const std::string_view piece : piecesOf(text))
+  for (const std::string_view piece : piecesOf(text, bytesOfWord))
     words += (words.empty() ? "=?UTF-8?B?" : "\r\n =?UTF-8?B?") + base64(piece) + "?=";
   return words;
 }
@@ -85,7 +86,7 @@ std::string headerMailbox(const std::wstring& name, const std::string& address) 
 std::string headerFileName(const std::wstring& name) {
   const std::string plain = withoutControls(name);
   if (isPlain(plain)) return ";\r\n filename=" + quoted(plain);
-  const std::vector<std::string_view> pieces = piecesOf(plain);
+  const std::vector<std::string_view> pieces = piecesOf(plain, bytesOfNamePart);
   if (pieces.size() == 1) return ";\r\n filename*=UTF-8''" + percentEncoded(plain);
   std::string parts;
   for (size_t i = 0; i < pieces.size(); ++i)

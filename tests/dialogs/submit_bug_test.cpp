@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <stdexcept>
 
 #include "brx/lisp_calls.h"
 #include "host/documents/document_lisp.h"
@@ -72,7 +73,9 @@ class KeptSteps : public StepLog {
   KeptSteps() : StepLog(L"kv_submit.log") {}
   std::wstring lines;
   std::wstring breakAt;
+  bool breaksByFramework = true;
   void write(const wchar_t* line) override {
+    if (line == breakAt && !breaksByFramework) throw std::runtime_error("no words for people");
     if (line == breakAt) throw new CException(L"It broke. " + std::wstring(300, L'x'));
     lines += line;
   }
@@ -318,6 +321,10 @@ TEST_F(SubmitBug, ExceptionsEndTheSendingAlone) {
   EXPECT_TRUE(boxes[0].box.text.starts_with(L"Message could not be sent.\nIt broke. xxx"));
   EXPECT_EQ(boxes[0].box.text.size(), std::size(L"Message could not be sent.\n") - 1 + 255);
   EXPECT_TRUE(std::filesystem::exists(folder / "kv_submiterror.xml"));
+
+  steps.breaksByFramework = false;
+  EXPECT_EQ(run({press(1)}), 2);
+  EXPECT_THAT(boxTexts(), ElementsAre(L"Message could not be sent due to an unexpected error."));
 }
 
 TEST_F(SubmitBug, AStopIsAskedForAndObeyed) {
