@@ -1,11 +1,21 @@
 #include "platform/desktop/form.h"
 
 #include <algorithm>
+#include <map>
 #include <stdexcept>
 
 #include "platform/text/utf.h"
 
 namespace platform {
+
+namespace {
+
+void countPlaces(const Layout& layout, std::map<int, int>& places) {
+  if (layout.kind == Layout::Kind::control) ++places[layout.control];
+  for (const Layout& each : layout.parts) countPlaces(each, places);
+}
+
+}  // namespace
 
 Form::Form(std::wstring title, std::wstring name) : title_(std::move(title)), name_(std::move(name)) {}
 
@@ -112,6 +122,25 @@ void Form::close(int button) {
 
 void Form::setView(FormView* view) { view_ = view; }
 
-void Form::open() { endedBy_.reset(); }
+Layout Form::layout() const {
+  if (layout_) return *layout_;
+  std::vector<Layout> all;
+  for (const Control& each : controls_) all.emplace_back(each.number());
+  return column(std::move(all));
+}
+
+void Form::open() {
+  endedBy_.reset();
+  if (!layout_) return;
+  std::map<int, int> places;
+  countPlaces(*layout_, places);
+  for (const Control& each : controls_) --places[each.number()];
+  for (const auto& [number, extra] : places) {
+    if (extra == 0) continue;
+    throw std::logic_error(
+        toUtf8(title_) + ": control " + std::to_string(number) +
+        (extra < 0 ? " isn't in the layout" : " is in the layout and isn't there, or twice"));
+  }
+}
 
 }  // namespace platform

@@ -81,7 +81,8 @@ class Form {
   const std::deque<Control>& controls() const { return controls_; }
   std::deque<Control>& controls() { return controls_; }
 
-  const Layout& layout() const { return layout_; }
+  /// Without one, the controls stand one below the other.
+  Layout layout() const;
   void setLayout(Layout layout) { layout_ = std::move(layout); }
 
   /// 0 while none has it; then a front end gives it to the first that can have it.
@@ -106,7 +107,7 @@ class Form {
 
   void setView(FormView* view);
   FormView* view() const { return view_; }
-  /// Before each showing.
+  /// Before each showing. Throws std::logic_error when the layout doesn't hold each control just once.
   void open();
   /// What `runDialog` gives for a form that has been closed: 1 or 2.
   int result() const { return endedBy() == cancelButton ? cancelButton : okButton; }
@@ -119,7 +120,7 @@ class Form {
 
   std::wstring title_, name_;
   std::deque<Control> controls_;
-  Layout layout_;
+  std::optional<Layout> layout_;
   int focus_ = 0, defaultButton_ = okButton;
   std::optional<int> endedBy_;
   FormView* view_ = nullptr;

@@ -81,6 +81,20 @@ TEST(Form, ListsFindAndFollowTheirEntries) {
   EXPECT_THAT(list.items(), ElementsAre(L"c"));
 }
 
+TEST(Form, TellsOfALayoutThatLeavesAControlOut) {
+  Form form(L"Title");
+  form.addEdit(10);
+  form.addOkAndCancel();
+  EXPECT_NO_THROW(form.open());
+  for (const Layout& wrong :
+       {column({10, row({1})}), column({10, okAndCancel(), 99}), column({10, okAndCancel(), 10})}) {
+    form.setLayout(wrong);
+    EXPECT_THROW(form.open(), std::logic_error);
+  }
+  form.setLayout(column({fields({field(L"&Edit:", 10)}), okAndCancel()}));
+  EXPECT_NO_THROW(form.open());
+}
+
 FormScript script(std::initializer_list<ScriptAction> actions) { return actions; }
 
 TEST(ScriptedDialogs, NestAndRunOut) {

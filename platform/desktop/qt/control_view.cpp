@@ -55,10 +55,14 @@ class LabelView : public ControlView {
   QLabel* label_;
 };
 
-/// Of so many lines that it is scrolled, so that the window stays on the screen.
+/// So long a text that it is scrolled, so that the window stays on the screen.
 class LongLabelView : public ControlView {
  public:
   static constexpr int shownLines = 24;
+  static bool suits(const Control& control) {
+    constexpr size_t mostLetters = 10000;
+    return control.lines() > shownLines || control.text().size() > mostLetters;
+  }
 
   explicit LongLabelView(const Place& place)
       : control_(place.control), text_(new QPlainTextEdit(place.parent)) {
@@ -245,7 +249,7 @@ class GridControlView : public ControlView {
 std::unique_ptr<ControlView> make(const Place& place) {
   switch (place.control.kind()) {
     case ControlKind::label:
-      if (place.control.lines() > LongLabelView::shownLines) return std::make_unique<LongLabelView>(place);
+      if (LongLabelView::suits(place.control)) return std::make_unique<LongLabelView>(place);
       return std::make_unique<LabelView>(place);
     case ControlKind::edit:
       return std::make_unique<EditView>(place);

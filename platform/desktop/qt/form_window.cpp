@@ -35,11 +35,12 @@ FormWindow::FormWindow(Form& form, QWidget* owner) : QDialog(owner), form_(form)
     view->widget()->setVisible(each.isVisible());
     views_[each.number()] = std::move(view);
   }
-  QLayout* const layout = lay(form.layout());
+  const Layout places = form.layout();
+  QLayout* const layout = lay(places);
   setLayout(layout);
   // Where nothing grows, the room of a larger window lies above the last row, where the buttons are.
   auto* const box = qobject_cast<QBoxLayout*>(layout);
-  if (box && growth(form.layout()) == 0) box->insertStretch(box->count() - 1, 1);
+  if (box && growth(places) == 0) box->insertStretch(box->count() - 1, 1);
   orderTabs();
   form.setView(this);
   connect(qApp, &QApplication::focusChanged, this,
