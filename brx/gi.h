@@ -8,18 +8,14 @@
 class AcDbObjectId;
 class AcDbDatabase;
 class AcGiWorldDraw;
-class AcGiViewportDraw;
 
-/// Anything that draws itself. `worldDraw` answers whether the drawing is complete without a view; if not,
-/// `viewportDraw` adds what depends on it.
+/// Anything that draws itself. `worldDraw` answers whether the drawing is complete without a view.
 class BRX_API AcGiDrawable : public AcRxObject {
  public:
   bool worldDraw(AcGiWorldDraw* draw) { return subWorldDraw(draw); }
-  void viewportDraw(AcGiViewportDraw* draw) { subViewportDraw(draw); }
 
  protected:
   virtual bool subWorldDraw(AcGiWorldDraw* draw) = 0;
-  virtual void subViewportDraw(AcGiViewportDraw*) {}
 };
 
 /// How a line of text looks. Angles are radians. The font's name is not copied.
@@ -112,14 +108,4 @@ class BRX_API AcGiWorldDraw {
   virtual bool isDragging() const { return false; }
   /// Largest distance between a curve and the chords drawn for it, drawing units.
   virtual double deviation() const { return 0.01; }
-};
-
-/// Drawing for one view.
-class BRX_API AcGiViewportDraw {
- public:
-  virtual ~AcGiViewportDraw() = default;
-  virtual AcGiGeometry& geometry() const = 0;
-  virtual AcGiSubEntityTraits& subEntityTraits() const = 0;
-  /// From what is seen towards the one who looks, in the model system of the transforms pushed.
-  virtual AcGeVector3d viewDir() const = 0;
 };

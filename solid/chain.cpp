@@ -160,6 +160,17 @@ bool isConvex(const Body& body, const std::vector<size_t>& faces, std::int32_t c
 
 }  // namespace
 
+namespace {
+
+/// A section that the rounding of the piece's length and place swallows.
+bool isThin(const std::vector<Point>& points, double tolerance) {
+  double around = 0;
+  for (size_t i = 0; i < points.size(); ++i) around += points[i].distanceTo(points[(i + 1) % points.size()]);
+  return areaOf(points).length() <= tolerance * around;
+}
+
+}  // namespace
+
 bool Chain::join(int first, int second, std::int32_t surface) {
   Placed &start = rings_[static_cast<size_t>(first)], &end = rings_[static_cast<size_t>(second)];
   if (start.ring.points.empty() || end.ring.points.empty()) return false;
@@ -169,6 +180,7 @@ bool Chain::join(int first, int second, std::int32_t surface) {
   const Vector way = middle(end.ring.points) - middle(start.ring.points);
   const Strand a(start.ring, start.first, way), b(end.ring, end.first, way);
   if (!isUsable(a.normal) || !isUsable(b.normal)) return false;
+  if (isThin(start.ring.points, tolerance) || isThin(end.ring.points, tolerance)) return false;
   // Neither ring may reach through the other's plane, and each must lie off it somewhere.
   double farA = 0, farB = 0;
   for (const Point& p : end.ring.points) {

@@ -1,11 +1,12 @@
 #pragma once
 
+#include "brx/gi_viewport.h"
 #include "brx/hvac_solid.h"
 #include "solid/body.h"
 
 /// The entity on the kernel. Its facets are stored, not their parameters: cuts and every affine
 /// transformation stay exact, and a saved drawing looks the same in later versions.
-class HvacSolid final : public kv_hvacSolid, public BrxSolidBodies {
+class HvacSolid final : public kv_hvacSolid, public BrxSolidBodies, public AcGiViewDependent {
  public:
   static void rxInit();
   static void rxRemove();

@@ -87,7 +87,7 @@ CommandResult finish(DrawingState& state) {
 const Command* findCommand(std::wstring_view name) {
   const std::wstring wanted = withoutMarks(name);
   for (const auto table : {drawCommands(), textCommands(), blockCommands(), editCommands(), layerCommands(),
-                           viewCommands(), fileCommands(), undoCommands()}) {
+                           viewCommands(), fileCommands(), undoCommands(), solidCommands()}) {
     for (const Command& each : table) {
       if (wanted == each.name) return &each;
     }

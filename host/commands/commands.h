@@ -23,6 +23,7 @@ std::span<const Command> layerCommands();
 std::span<const Command> viewCommands();
 std::span<const Command> fileCommands();
 std::span<const Command> undoCommands();
+std::span<const Command> solidCommands();
 
 /// By name, in any case, with the marks "_", ".", "'" and "-" before it left out; null for an unknown one.
 const Command* findCommand(std::wstring_view name);

@@ -109,6 +109,12 @@ Acad::ErrorStatus writeDrawingFile(AcDbDatabase& drawing, const std::wstring& pa
   return file.commit() ? Acad::eOk : Acad::eFileAccessErr;
 }
 
+Acad::ErrorStatus writeDxfWithMeshes(AcDbDatabase& drawing, const std::wstring& path) {
+  platform::WholeFile file(platform::nativePath(path));
+  DxfSink sink(file);
+  return writeDxf(drawing, sink, DxfMeshes::besideSolids) && file.commit() ? Acad::eOk : Acad::eFileAccessErr;
+}
+
 namespace {
 
 Acad::ErrorStatus readForDrawing(AcDbDatabase& drawing, const std::wstring& path, std::wstring& problem) {

@@ -17,4 +17,7 @@ Acad::ErrorStatus readDrawingFile(AcDbDatabase& drawing, const std::wstring& pat
 /// `eFileAccessErr` when the file can't be written; what stood under the name before is then still there.
 Acad::ErrorStatus writeDrawingFile(AcDbDatabase& drawing, const std::wstring& path);
 
+/// As an exchange file, with a mesh beside each solid for programs that don't know its class.
+Acad::ErrorStatus writeDxfWithMeshes(AcDbDatabase& drawing, const std::wstring& path);
+
 }  // namespace host

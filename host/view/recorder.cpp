@@ -1,6 +1,7 @@
 #include "host/view/recorder.h"
 
 #include "brx/db_dictionary.h"
+#include "brx/gi_viewport.h"
 #include "host/drawing/header_variables.h"
 #include "host/text/single_line.h"
 #include "host/view/traits.h"
@@ -20,10 +21,14 @@ bool isFinite(const PointOrVector& p) {
   return isNear(p.x) && isNear(p.y) && isNear(p.z);
 }
 
-class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
+class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcGiGeometry {
  public:
-  Recorder(AcDbDatabase& drawing, double deviation)
-      : looks_(drawing, list_), traits_(looks_), linetypeScale_(drawing.ltscale()), deviation_(deviation) {
+  Recorder(AcDbDatabase& drawing, double deviation, const AcGeVector3d* towards)
+      : looks_(drawing, list_),
+        traits_(looks_),
+        linetypeScale_(drawing.ltscale()),
+        deviation_(deviation),
+        towards_(towards) {
     list_.marks = {number<int>(drawing, L"PDMODE"), number<double>(drawing, L"PDSIZE")};
   }
   DisplayList takeList() { return std::move(list_); }
@@ -40,6 +45,12 @@ class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
     return deviation_ / enlarged;
   }
   AcGiSubEntityTraits& subEntityTraits() const override { return const_cast<Traits&>(traits_); }
+  AcGiRegenType regenType() const override {
+    return towards_ ? kAcGiHideOrShadeCommand : kAcGiStandardDisplay;
+  }
+  AcGeVector3d viewDir() const override {
+    return transforms_.empty() ? *towards_ : transforms_.back().inverse() * *towards_;
+  }
 
   bool polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*, Adesk::Int64) override {
     return addPoints(Item::polyline, count, points, false);
@@ -93,6 +104,7 @@ class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
   Looks looks_;
   Traits traits_;
   double linetypeScale_, deviation_;
+  const AcGeVector3d* towards_;
   std::vector<AcGeMatrix3d> transforms_;
   Resolved last_;
   bool lastFilled_ = false, hasLast_ = false;
@@ -212,8 +224,8 @@ void Recorder::drawEntity(AcDbEntity& entity, const Traits& around) {
   if (const AcDbPoint* const point = AcDbPoint::cast(&entity)) {
     const AcGePoint3d place = point->position();
     addPoints(Item::mark, 1, &place, false);
-  } else {
-    entity.worldDraw(this);
+  } else if (!entity.worldDraw(this) && towards_) {
+    if (auto* const dependent = dynamic_cast<AcGiViewDependent*>(&entity)) dependent->viewportDraw(this);
   }
 }
 
@@ -238,8 +250,8 @@ AcDbObjectIdArray orderOf(AcDbObjectId block) {
 
 }  // namespace
 
-DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation) {
-  Recorder recorder(drawing, deviation);
+DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation, const AcGeVector3d* towards) {
+  Recorder recorder(drawing, deviation, towards);
   for (const AcDbObjectId& id : orderOf(block.isNull() ? drawing.modelSpaceId() : block)) {
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) recorder.draw(entity.object());

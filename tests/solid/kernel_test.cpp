@@ -88,6 +88,7 @@ TEST(Transition, RefusesWhatIsNoBody) {
   EXPECT_TRUE(refused(good, planEnd({1e-10, 0, 0}, 0, 20, 10))) << "ends too near";
   EXPECT_TRUE(refused(good, planEnd({3, 0, 0}, pi / 2, 20, 10))) << "sections that cross";
   EXPECT_TRUE(refused(good, planEnd({0, 30, 0}, 0, 20, 10))) << "both in one plane";
+  EXPECT_TRUE(refused(good, planEnd({1e17, 0, 0}, 0, 20, 10))) << "sections below the rounding of the length";
 }
 
 TEST(SquareElbow, MeetsOnTheMitreAtAnyAngle) {

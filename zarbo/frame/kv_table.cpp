@@ -8,6 +8,7 @@
 #include "zarbo/drawing/point_functions.h"
 #include "zarbo/drawing/selection_functions.h"
 #include "zarbo/drawing/todo_queue.h"
+#include "zarbo/ductsolids/solid_functions.h"
 #include "zarbo/frame/function_table.h"
 #include "zarbo/frame/wrappers.h"
 #include "zarbo/standards/layer_creation.h"
@@ -110,17 +111,17 @@ constexpr TableRow rows[] = {
 
     {L"kv_kv-textJig", kvEntry<notBuilt>},
 
-    {L"kv_kv-drawTripleCenter", kvEntry<notBuilt>},
-    {L"kv_kv-getTripleCoord", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleTransition", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleElbow", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleWye", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleTakeoff", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleSkin", kvEntry<notBuilt>},
-    {L"kv_kv-tripleUnion", kvEntry<notBuilt>},
-    {L"kv_kv-explodeSolid", kvEntry<notBuilt>},
+    {L"kv_kv-drawTripleCenter", kvEntry<kvDrawTripleCenter>},
+    {L"kv_kv-getTripleCoord", kvEntry<kvGetTripleCoord>},
+    {L"kv_kv-drawTripleTransition", kvEntry<kvDrawTripleTransition>},
+    {L"kv_kv-drawTripleElbow", kvEntry<kvDrawTripleElbow>},
+    {L"kv_kv-drawTripleWye", kvEntry<kvDrawTripleWye>},
+    {L"kv_kv-drawTripleTakeoff", kvEntry<kvDrawTripleTakeoff>},
+    {L"kv_kv-drawTripleSkin", kvEntry<kvDrawTripleSkin>},
+    {L"kv_kv-tripleUnion", kvEntry<kvTripleUnion>},
+    {L"kv_kv-explodeSolid", kvEntry<kvExplodeSolid>},
 
-    {L"kv_kv-drawHanger", kvEntry<notBuilt>},
+    {L"kv_kv-drawHanger", kvEntry<kvDrawHanger>},
 
     {L"kv_kv-customizeLayers", kvEntry<notBuilt>},
 
