@@ -1,7 +1,7 @@
 #pragma once
 
 #include "brx/gi_viewport.h"
-#include "brx/hvac_solid.h"
+#include "interfaces/kv_hvac_solid.h"
 #include "solid/body.h"
 
 /// The entity on the kernel. Its facets are stored, not their parameters: cuts and every affine

@@ -2,8 +2,8 @@
 #include "host/commands/commands.h"
 #include "host/commands/drawing_edit.h"
 #include "host/filing/files.h"
+#include "host/geometry/solid_sums.h"
 #include "host/solids/solid_export.h"
-#include "host/solids/solid_sums.h"
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"
 

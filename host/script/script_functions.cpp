@@ -1,12 +1,9 @@
 #include "host/script/script_functions.h"
 
-#include "brx/db_entity.h"
-#include "host/access/arguments.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/rx/modules.h"
 #include "host/script/queues.h"
-#include "host/solids/solid_sums.h"
 #include "platform/com/call_trace.h"
 #include "platform/desktop/scripted.h"
 #include "platform/text/utf.h"
@@ -186,33 +183,6 @@ Value queueFile(const Call& call) {
   return {};
 }
 
-// Solids
-
-/// What an entity's bodies come to; nil for one that has none of its kind.
-Value solidSums(const Call& call) {
-  AcDbObjectPointer<AcDbEntity> entity(nameArgument(call, 0));
-  const auto* const solid = dynamic_cast<const BrxSolidBodies*>(entity.object());
-  if (!solid) return {};
-  SolidSums sums;
-  sums.add(*solid);
-  lisp::ListBuilder list;
-  const auto add = [&](const wchar_t* key, Value value) {
-    lisp::ListBuilder pair;
-    pair.add(text(key));
-    pair.end(std::move(value));
-    list.add(pair.take());
-  };
-  lisp::ListBuilder centre;
-  for (const double each : {sums.centre.x, sums.centre.y, sums.centre.z}) centre.add(Value(each));
-  add(L"bodies", Value(static_cast<int32_t>(sums.bodies)));
-  add(L"faces", Value(static_cast<int32_t>(sums.faces)));
-  add(L"volume", Value(sums.volume));
-  add(L"area", Value(sums.area));
-  add(L"centre", centre.take());
-  add(L"closed", call.lisp.truth(sums.closed));
-  return list.take();
-}
-
 struct Row {
   const wchar_t* name;
   lisp::Native native;
@@ -233,7 +203,6 @@ constexpr Row rows[] = {
     {L"host-boxes", takeBoxes, 0, 0},
     {L"host-file", queueFile, 1, 1},
     {L"host-prompts", takePrompts, 0, 0},
-    {L"host-solid", solidSums, 1, 1},
     {L"arxload", loadModule, 1, 2},
     {L"arxunload", unloadModule, 1, 2},
     {L"arx", listModules, 0, 0},

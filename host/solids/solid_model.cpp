@@ -4,7 +4,7 @@
 #include <map>
 
 #include "brx/lisp_calls.h"
-#include "host/drawing/header_variables.h"
+#include "host/database/header_variables.h"
 #include "host/view/painter.h"
 #include "host/view/traits.h"
 #include "platform/text/utf.h"

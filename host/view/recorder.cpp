@@ -2,7 +2,7 @@
 
 #include "brx/db_dictionary.h"
 #include "brx/gi_viewport.h"
-#include "host/drawing/header_variables.h"
+#include "host/database/header_variables.h"
 #include "host/text/single_line.h"
 #include "host/view/traits.h"
 

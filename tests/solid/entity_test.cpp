@@ -6,7 +6,7 @@
 
 #include "brx/db_faces.h"
 #include "host/documents/documents.h"
-#include "host/drawing/memory_filer.h"
+#include "host/database/memory_filer.h"
 #include "host/view/recorder.h"
 #include "solid/hvac_solid.h"
 

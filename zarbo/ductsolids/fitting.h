@@ -2,7 +2,7 @@
 
 #include <memory>
 
-#include "brx/hvac_solid.h"
+#include "interfaces/kv_hvac_solid.h"
 #include "zarbo/ductsolids/triple_run.h"
 
 /// What the fittings share.
