@@ -1,5 +1,6 @@
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <fstream>
 
 #include "solid/boolean.h"

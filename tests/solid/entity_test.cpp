@@ -8,11 +8,10 @@
 #include "host/documents/documents.h"
 #include "host/database/memory_filer.h"
 #include "host/view/recorder.h"
+#include "host/view/view.h"
 #include "solid/hvac_solid.h"
 
 namespace {
-
-constexpr double right = 1.570796326794896619;
 
 class SolidTest : public testing::Test {
  protected:
@@ -64,7 +63,9 @@ TEST_F(SolidTest, FillsTheArraysOfASquareElbow) {
                                        p.corners[1], p.places[0], true, 3.0));
   EXPECT_EQ(solid.bodyCount(), 0);
   const auto expectAt = [](const AModeler::Point3d& found, double x, double y, double z) {
-    EXPECT_NEAR(found.x, x, 1e-12), EXPECT_NEAR(found.y, y, 1e-12), EXPECT_NEAR(found.z, z, 1e-12);
+    EXPECT_NEAR(found.x, x, 1e-12);
+    EXPECT_NEAR(found.y, y, 1e-12);
+    EXPECT_NEAR(found.z, z, 1e-12);
   };
   expectAt(p.corners[0][0], -13, -10, -5);
   expectAt(p.corners[0][4], 10, -10, -5);  // outer

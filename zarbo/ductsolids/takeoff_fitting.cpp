@@ -21,7 +21,7 @@ struct Tap {
   SectionSize size;
   double before = 0, after = 0, reach = 0;
   double offset = 0;  // along the main, from its end
-  AcGePoint3d foot, end;
+  AcGePoint3d foot{}, end{};
 };
 
 double angleToMain(const PlacedRun& main, const Tap& tap) {
@@ -113,9 +113,10 @@ bool isSameSection(const PlacedRun& a, const PlacedRun& b) {
 
 bool drawTakeoff(PlacedRun mainHead, const PlacedRun& mainTail, const PlacedRun& first,
                  const PlacedRun* second, int detail, Fitting& fitting) {
-  std::optional<Tap> tap1 = makeTap(mainHead, first), tap2;
+  std::optional<Tap> tap1 = makeTap(mainHead, first);
   if (!tap1) return false;
-  if (second && !(tap2 = makeTap(mainHead, *second))) return false;
+  std::optional<Tap> tap2 = second ? makeTap(mainHead, *second) : std::nullopt;
+  if (second && !tap2) return false;
   measureTap(mainHead, *tap1);
   if (tap2) measureTap(mainHead, *tap2);
   const Tap* const other = tap2 ? &*tap2 : nullptr;
