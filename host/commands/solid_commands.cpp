@@ -49,7 +49,7 @@ Task<> massProperties(CommandInput& input) {
     std::swprintf(name, std::size(name), L"Solid %llX", static_cast<unsigned long long>(entity->handle()));
     printSums(name, one);
   }
-  if (count == 0) input.say(L"\nNo solids were chosen.");
+  if (count == 0) acutPrintf(L"\nNo solids were chosen.\n");
   if (count > 1) printSums(L"All together", all);
 }
 
@@ -65,7 +65,7 @@ Task<> exportFile(CommandInput& input) {
                                       (problem = "can't be written", false)
                                 : exportSolids(drawing, file, problem);
   if (done) co_return;
-  input.say(L"\n" + fromUtf8(file + ": " + problem));
+  acutPrintf(L"\n%s\n", fromUtf8(file + ": " + problem).c_str());
   throw CommandFailed();
 }
 

@@ -20,17 +20,19 @@ void put(std::string& bytes, Number value) {
   bytes.append(reinterpret_cast<const char*>(&value), sizeof value);
 }
 
-/// Calls `visit(a, b, c, normal)` for the triangles of a body; those without an area are left out.
+/// Calls `visit(a, b, c, normal)` for the triangles of a body's faces. Triangles without an area are among
+/// them: they close the surface where corners of a neighbour stand within an edge.
 template <class Visit>
 void forEachTriangle(const BrxSolidBody& body, Visit visit) {
   size_t begin = 0;
   for (const Adesk::UInt32 end : body.faceEnds) {
     const auto at = [&](size_t i) { return body.points[body.corners[i]]; };
-    for (size_t i = begin + 1; i + 1 < end; ++i) {
-      const AcGeVector3d area = (at(i) - at(begin)).crossProduct(at(i + 1) - at(begin));
-      const double length = area.length();
-      if (length > 0) visit(at(begin), at(i), at(i + 1), area / length);
-    }
+    AcGeVector3d area;
+    for (size_t i = begin + 1; i + 1 < end; ++i)
+      area += (at(i) - at(begin)).crossProduct(at(i + 1) - at(begin));
+    const double length = area.length();
+    const AcGeVector3d normal = length > 0 ? area / length : AcGeVector3d{0, 0, 1};
+    for (size_t i = begin + 1; i + 1 < end; ++i) visit(at(begin), at(i), at(i + 1), normal);
     begin = end;
   }
 }

@@ -1,6 +1,6 @@
 // node check_ifc.js MODULES FILE: elements and their volumes as an independent reader sees them, one a line.
 const [, , modules, file] = process.argv;
-const webIfc = require(require('path').join(modules, 'web-ifc'));
+const webIfc = require(require('path').resolve(modules, 'web-ifc'));
 const bytes = require('fs').readFileSync(file);
 
 function volumeOf(api, model, placed) {

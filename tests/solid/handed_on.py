@@ -100,7 +100,8 @@ def main():
     for handle, triangles in meshes:
         found, closed = volume_of(triangles)
         if not closed or abs(found - volumes[handle] * metres) > 1e-4 * volumes[handle] * metres:
-            check(f"glTF {handle}, closed {closed}", found, volumes[handle] * metres, 1e-4)
+            check(f"glTF {handle} closed", closed, True)
+            check(f"glTF {handle}", found, volumes[handle] * metres, 1e-4)
     if options.step:
         solids = [line.split() for line in run(options.step, work + "/ducts.step").splitlines() if line.startswith(("valid", "invalid"))]
         check("STEP solids", len(solids), bodies)

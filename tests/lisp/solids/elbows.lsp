@@ -16,12 +16,12 @@
 (lengths f)                                                  ;=> ("13.000000" "13.000000")
 (made (get "en1" f))                                         ;=> (1 10 T)
 (near (volume (get "en1" f)) (* 200 26.0))                   ;=> T
-(foreach degrees '(30 60 120 150)
+(defun fits (degrees / f)
   (setq f (kv_kv-drawTripleElbow nil 0 T 0.0 (head 20.0 10.0 "SQ") (tail degrees 20.0 10.0 "SQ")))
-  (princ (if (and (near (get "dHeadLength" f) (+ 3 (/ (* 10 (- 1 (cosd degrees))) (sind degrees))))
-                  (near (get "dTailLength" f) (get "dHeadLength" f))
-                  (near (volume (get "en1" f)) (* 400 (get "dHeadLength" f))))
-           "yes " "no ")))                                   ;| yes yes yes yes
+  (and (near (get "dHeadLength" f) (+ 3 (/ (* 10 (- 1 (cosd degrees))) (sind degrees))))
+       (near (get "dTailLength" f) (get "dHeadLength" f))
+       (near (volume (get "en1" f)) (* 400 (get "dHeadLength" f)))))
+(mapcar 'fits '(30 60 120 150))                              ;=> (T T T T)
 ;; A tail of another width fits by itself; of another height, it gets a reducer.
 (setq f (kv_kv-drawTripleElbow nil 0 T 0.0 (head 20.0 10.0 "SQ") (tail 90 12.0 10.0 "SQ")))
 (list (get "en2" f) (lengths f))                             ;=> (nil ("9.000000" "13.000000"))

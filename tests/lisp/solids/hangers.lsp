@@ -37,5 +37,6 @@
 (kv_kv-drawHanger nil '(0 0 0) 0.0 20.0 10.0 T 0.5 0.0 40.0 0)  ;=> nil
 (kv_kv-drawHanger T '(0 0 0) 0.0 -20.0 10.0 T 0.5 1.0 40.0 0)  ;=> nil
 (- (entities) before)                                        ;=> 0
-(foreach call '((kv_kv-drawHanger) (kv_kv-drawHanger T "p" 0.0 20.0 10.0 T 0.5 1.0 40.0 0) (kv_kv-drawHanger T (0 0 0) 0.0 20.0 10.0 T 0.5 1.0 40.0))
-  (princ (if (vl-catch-all-error-p (vl-catch-all-apply (car call) (cdr call))) "refused " "taken ")))  ;| refused refused refused
+(mapcar 'refused '((kv_kv-drawHanger) (kv_kv-drawHanger T "p" 0.0 20.0 10.0 T 0.5 1.0 40.0 0)
+                   (kv_kv-drawHanger T (0 0 0) 0.0 20.0 10.0 T 0.5 1.0 40.0)))
+;=> (T T T)

@@ -5,7 +5,7 @@
 (setq e (kv_kv-drawTripleCenter nil 0 (run '(0 0 0) '(100 0 0) 20.0 20.0 "RD")))
 (setq f (kv_kv-drawTripleCenter nil 0 (run '(50 -40 0) '(50 40 0) 12.0 12.0 "RD")))
 (kv_kv-tripleUnion e f)
-(kv_kv-setColor e 3)
+(AcDbEntity::setColor e 3)
 (regapp "KORVANE")
 (entmod (append (entget e) '((-3 ("KORVANE" (1000 . "Tag") (1000 . "D-1") (1000 . "Flow") (1040 . 250.5))))))
 (vl-bb-set 'before (host-solid e))
@@ -22,7 +22,7 @@
 ;; Without the module it is a proxy, which is filed as it came; with it, it is itself again.
 (setq e (handent (vl-bb-ref 'handle)))
 (progn (arxunload "kv_kv-solidBrx21x64.arx") (princ))
-(list (cdr (assoc 0 (entget e))) (host-solid e))             ;=> ("ACAD_PROXY_ENTITY" nil)
+(list (cdr (assoc 0 (entget e))) (host-solid e))             ;=> ("KV_HVACSOLID" nil)
 (vl-catch-all-error-p (vl-catch-all-apply 'kv_kv-drawTripleSkin '(1.0 ((0 0 0) (4 0 0) (0 4 0)))))  ;=> T
 (type (kv_kv-getTripleCoord '(0 0 0 1 0 0 0 0.0 0.0 1.0 1.0 "" 0.0 0.0 "" "" 0 1.0)))  ;=> LIST
 (progn (host-saveas (strcat (getenv "ZARBO_SCRATCH") "/proxy.dxf")) (arxload "kv_kv-solidBrx21x64.arx") (princ))
@@ -33,10 +33,8 @@
 ;; Handed on: a file of each kind, and none for endings that mean nothing.
 (setvar "CMDECHO" 0)
 (defun path (name) (strcat (getenv "ZARBO_SCRATCH") "/" name))
-(foreach ending '("ifc" "step" "stl" "glb" "dxf")
-  (command "EXPORT" (path (strcat "out." ending)))
-  (princ (if (findfile (path (strcat "out." ending))) "written " "missing ")))
-;| written written written written written
+(foreach ending '("ifc" "step" "stl" "glb" "dxf") (command "EXPORT" (path (strcat "out." ending))))
+(mapcar '(lambda (ending) (if (findfile (path (strcat "out." ending))) T)) '("ifc" "step" "stl" "glb" "dxf"))  ;=> (T T T T T)
 (vl-cmdf "EXPORT" (path "out.xyz"))                          ;=> nil
 (findfile (path "out.xyz"))                                  ;=> nil
 (defun lines-with (file part / stream line count)

@@ -70,15 +70,13 @@
 (cadar (box (kv_kv-drawTripleCenter T 0 (with level '("mode" 7)))))  ;=> "-10.0000"
 
 ;; Wrong arguments.
-(defun refusal (call) (vl-catch-all-error-p (vl-catch-all-apply (car call) (cdr call))))
-(foreach call (list (list 'kv_kv-drawTripleCenter)
-                    (list 'kv_kv-drawTripleCenter nil)
-                    (list 'kv_kv-drawTripleCenter nil "0" level)
-                    (list 'kv_kv-drawTripleCenter nil 0)
-                    (list 'kv_kv-drawTripleCenter nil 0 nil)
-                    (list 'kv_kv-drawTripleCenter nil 0 (with level '("shape" nil)))
-                    (list 'kv_kv-drawTripleCenter nil 0 (with level '("offset" "1")))
-                    (list 'kv_kv-drawTripleCenter '(nil) 0 level)
-                    (list 'kv_kv-getTripleCoord 1 2 3))
-  (princ (if (refusal call) "refused " "taken ")))
-;| refused refused refused refused refused refused refused refused refused
+(mapcar 'refused (list (list 'kv_kv-drawTripleCenter)
+                       (list 'kv_kv-drawTripleCenter nil)
+                       (list 'kv_kv-drawTripleCenter nil "0" level)
+                       (list 'kv_kv-drawTripleCenter nil 0)
+                       (list 'kv_kv-drawTripleCenter nil 0 nil)
+                       (list 'kv_kv-drawTripleCenter nil 0 (with level '("shape" nil)))
+                       (list 'kv_kv-drawTripleCenter nil 0 (with level '("offset" "1")))
+                       (list 'kv_kv-drawTripleCenter '(nil) 0 level)
+                       (list 'kv_kv-getTripleCoord 1 2 3)))
+;=> (T T T T T T T T T)

@@ -29,7 +29,7 @@
 ;; Two taps; one that has no width is none, and only the second one is trimmed at the main's ends.
 (setq f (takeoff (list (tap 90 8.0 6.0) (tap -60 6.0 6.0))))
 (get "bodies" (host-solid (get "en1" f)))                    ;=> 3
-(lengths f)                                                  ;=> ("7.000000" "12.237604" "13.000000" "16.279060")
+(lengths f)                                                  ;=> ("7.000000" "12.237604" "13.000000" "16.279056")
 (get "bodies" (host-solid (get "en1" (takeoff (list (tap 90 8.0 6.0) (tap -60 0.0 0.0))))))  ;=> 2
 (get "bodies" (host-solid (get "en1" (takeoff (list (tap 90 8.0 6.0) nil)))))  ;=> 2
 

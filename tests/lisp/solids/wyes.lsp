@@ -37,6 +37,8 @@
 (wye (limb 180 20.0 20.0 "RD") (limb 90 20.0 20.0 "RD"))     ;=> nil
 (wye (limb 60 20.0 20.0 "RD") (limb 60 20.0 20.0 "RD"))      ;=> nil
 (wye (limb 0 20.0 20.0 "RD") (run '(0 0 50) '(0 90 50) 20.0 20.0 "RD"))  ;=> nil
-(wye (limb 0 0.0 0.0 "RD") (limb 90 20.0 20.0 "RD"))         ;=> nil
 (- (entities) before)                                        ;=> 0
+;; A reducer that its sections refuse is there without a body, and its length counts.
+(setq f (wye (limb 0 0.0 0.0 "RD") (limb 90 20.0 20.0 "RD")))
+(list (get "bodies" (host-solid (get "en2" f))) (cadr (lengths f)))  ;=> (0 "50.320508")
 (vl-catch-all-error-p (vl-catch-all-apply 'wye (list (limb 0 20.0 20.0 "RD") nil)))  ;=> T
