@@ -12,8 +12,8 @@ class BRX_API AcGiViewportDraw {
   virtual AcGeVector3d viewDir() const = 0;
 };
 
-/// A second base of what looks different from each side, found by `dynamic_cast` where `worldDraw` has answered
-/// that the drawing isn't complete without a view.
+/// A second base of what looks different from each side, found by `dynamic_cast` where `worldDraw` has
+/// answered that the drawing isn't complete without a view.
 class BRX_API AcGiViewDependent {
  public:
   virtual ~AcGiViewDependent() = default;

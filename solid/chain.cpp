@@ -199,7 +199,10 @@ bool Chain::join(int first, int second, std::int32_t surface) {
   addWall(start, cell, {a.vertices.rbegin(), a.vertices.rend()});
   addWall(end, cell, b.vertices);
   walk(a, b, cell, surface, tolerance);
-  body_.surfaces = std::max(body_.surfaces, surface + 1);
+  for (const std::vector<std::int32_t>* quarters : {&a.quarters, &b.quarters}) {
+    const std::int32_t most = *std::max_element(quarters->begin(), quarters->end());
+    if (most != flat) body_.surfaces = std::max(body_.surfaces, surface + 1 + most / quartersOfSurface);
+  }
   std::vector<size_t> faces = {static_cast<size_t>(start.wall), static_cast<size_t>(end.wall)};
   for (size_t face = firstFace; face < body_.faces.size(); ++face) {
     if (face != faces[0] && face != faces[1]) faces.push_back(face);

@@ -161,7 +161,14 @@ int stepsOf(double angle, int detail) {
 /// The sides of a rectangle that the bend makes round are smooth along it; those in the bend's plane are
 /// flat.
 void nameSides(Ring& ring, const SectionEnd& end, const Corner& corner) {
-  if (!end.rectangular) return;
+  if (!end.rectangular) {
+    // The straight sides of an oval are a surface of their own.
+    std::int32_t side = quartersOfSurface;
+    for (std::int32_t& each : ring.quarters) {
+      if (each == flat) each = side++;
+    }
+    return;
+  }
   const bool widthTurns = isAlong(end.axes[2], corner.axis);
   if (!widthTurns && !isAlong(end.axes[1], corner.axis)) {
     // All four bend: each side is a surface of its own, for which the quarters of one will do.

@@ -10,6 +10,7 @@ namespace {
 constexpr double finest = 2, mostPixels = 16e6;
 /// Chords of a circle that is drawn as chords.
 constexpr int fewestChords = 12, mostChords = 720;
+constexpr std::uint32_t plainFace = 0xB4B4B4;
 
 class Hider {
  public:
@@ -22,7 +23,10 @@ class Hider {
     seen_.lines.marks = list_.marks;
     for (const Item& each : list_.items) {
       if (each.kind != Item::polygon) continue;
-      buffer_.addFace(&list_.points[each.first], each.count, rgbOf(list_.styles[each.style].ink, ground_));
+      const Ink& ink = list_.styles[each.style].ink;
+      // In the ground's contrast, black or white, light and shadow couldn't be told apart.
+      const std::uint32_t rgb = ink.role == Ink::contrast ? plainFace : rgbOf(ink, ground_);
+      buffer_.addFace(&list_.points[each.first], each.count, rgb);
     }
     for (const Item& each : list_.items) show(each);
   }

@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "brx/db_faces.h"
-#include "host/documents/documents.h"
 #include "host/database/memory_filer.h"
+#include "host/documents/documents.h"
 #include "host/view/recorder.h"
 #include "host/view/view.h"
 #include "solid/hvac_solid.h"
@@ -142,6 +142,18 @@ TEST_F(SolidTest, RadiusElbowsCountToTheThroatOrTheCentreLine) {
   EXPECT_FALSE(
       solid.addRadiusElbow(head, 20, 10, 0, 0, tail, 20, 10, alongX, alongY, true, -1, true, 0, true));
   EXPECT_EQ(head.x, before.x);
+}
+
+TEST_F(SolidTest, BendsOfOvalsAreSmoothAllAround) {
+  HvacSolid solid;
+  AcGePoint3d head{-100, 0, 0}, tail{0, 90, 0};
+  ASSERT_TRUE(
+      solid.addRadiusElbow(head, 10, 26, 0, 0, tail, 10, 26, alongX, alongY, false, 2, true, 0, true));
+  AcGePoint3dArray middles;
+  AcDbIntArray ids;
+  solid.getOsnapPoints(AcDb::kOsModeMid, 0, {}, {}, {}, middles, ids);
+  // Of sharp edges: the two ends with 26 each, and the tangent lines of two straight sides in 6 steps.
+  EXPECT_EQ(middles.length(), 2 * 26 + 4 * 6);
 }
 
 TEST_F(SolidTest, SlicesTheLastBodyOnly) {
