@@ -23,11 +23,11 @@ bool isFinite(const PointOrVector& p) {
 
 class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcGiGeometry {
  public:
-  Recorder(AcDbDatabase& drawing, double deviation, const AcGeVector3d* towards)
+  Recorder(AcDbDatabase& drawing, const RecordOptions& options, const AcGeVector3d* towards = nullptr)
       : looks_(drawing, list_),
         traits_(looks_),
         linetypeScale_(drawing.ltscale()),
-        deviation_(deviation),
+        options_(options),
         towards_(towards) {
     list_.marks = {number<int>(drawing, L"PDMODE"), number<double>(drawing, L"PDSIZE")};
   }
@@ -36,18 +36,17 @@ class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcG
   AcGiGeometry& geometry() const override { return const_cast<Recorder&>(*this); }
   /// In the units of the block that is drawn, which its placement may enlarge.
   double deviation() const override {
-    list_.deviation = deviation_;
+    list_.deviation = options_.deviation;
     double enlarged = 1;
     if (!transforms_.empty()) {
       const AcGeMatrix3d& matrix = transforms_.back();
       for (const unsigned axis : {0, 1, 2}) enlarged = std::max(enlarged, matrix.column(axis).length());
     }
-    return deviation_ / enlarged;
+    return options_.deviation / enlarged;
   }
+  AcGiRegenType regenType() const override { return options_.regenType; }
+  bool isDragging() const override { return options_.dragging; }
   AcGiSubEntityTraits& subEntityTraits() const override { return const_cast<Traits&>(traits_); }
-  AcGiRegenType regenType() const override {
-    return towards_ ? kAcGiHideOrShadeCommand : kAcGiStandardDisplay;
-  }
   AcGeVector3d viewDir() const override {
     return transforms_.empty() ? *towards_ : transforms_.back().inverse() * *towards_;
   }
@@ -103,7 +102,8 @@ class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcG
   mutable DisplayList list_;
   Looks looks_;
   Traits traits_;
-  double linetypeScale_, deviation_;
+  double linetypeScale_;
+  RecordOptions options_;
   const AcGeVector3d* towards_;
   std::vector<AcGeMatrix3d> transforms_;
   Resolved last_;
@@ -117,8 +117,8 @@ bool Recorder::beginItem(Item& item) {
   const LayerLook& layer = looks_.layer(look.layer);
   if (layer.off || layer.frozen) return false;
   if (!hasLast_ || !(look == last_) || traits_.filled() != lastFilled_) {
-    list_.styles.push_back(
-        {look.ink, look.lineWeight, look.pattern, look.linetypeScale * linetypeScale_, traits_.filled()});
+    list_.styles.push_back({look.ink, look.lineWeight, look.pattern, look.linetypeScale * linetypeScale_,
+                            traits_.filled(), look.layer, look.colour});
     last_ = look, lastFilled_ = traits_.filled(), hasLast_ = true;
   }
   item.style = static_cast<std::uint32_t>(list_.styles.size() - 1);
@@ -251,11 +251,20 @@ AcDbObjectIdArray orderOf(AcDbObjectId block) {
 }  // namespace
 
 DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation, const AcGeVector3d* towards) {
-  Recorder recorder(drawing, deviation, towards);
+  RecordOptions options;
+  options.deviation = deviation;
+  if (towards) options.regenType = kAcGiHideOrShadeCommand;
+  Recorder recorder(drawing, options, towards);
   for (const AcDbObjectId& id : orderOf(block.isNull() ? drawing.modelSpaceId() : block)) {
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) recorder.draw(entity.object());
   }
+  return recorder.takeList();
+}
+
+DisplayList record(AcDbDatabase& drawing, AcGiDrawable& image, const RecordOptions& options) {
+  Recorder recorder(drawing, options);
+  recorder.draw(&image);
   return recorder.takeList();
 }
 

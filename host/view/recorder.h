@@ -1,6 +1,7 @@
 #pragma once
 
 #include "brx/db_database.h"
+#include "brx/gi.h"
 #include "host/view/display_list.h"
 
 namespace host::view {
@@ -13,5 +14,14 @@ constexpr double usualDeviation = 0.01;
 /// recorded as filled polygons, and what shows from there only.
 DisplayList record(AcDbDatabase& drawing, AcDbObjectId block = {}, double deviation = usualDeviation,
                    const AcGeVector3d* towards = nullptr);
+
+struct RecordOptions {
+  /// Drawing units.
+  double deviation = 0.01;
+  bool dragging = false;
+  AcGiRegenType regenType = kAcGiStandardDisplay;
+};
+/// Records something that need be in no drawing, with the layers and linetypes of this one.
+DisplayList record(AcDbDatabase& drawing, AcGiDrawable& image, const RecordOptions& options = {});
 
 }  // namespace host::view
