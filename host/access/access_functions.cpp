@@ -4,7 +4,7 @@ namespace host {
 
 void defineAccessFunctions(lisp::Interpreter& interpreter) {
   for (const auto table : {entityFunctions(), tableFunctions(), dictionaryFunctions(), xdataFunctions(),
-                           coordinateFunctions(), selectionFunctions()}) {
+                           coordinateFunctions(), selectionFunctions(), solidFunctions()}) {
     for (const lisp::Builtin& row : table) interpreter.define(row.name, row.body, row.fewest, row.most);
   }
 }

@@ -16,5 +16,6 @@ std::span<const lisp::Builtin> dictionaryFunctions();
 std::span<const lisp::Builtin> xdataFunctions();
 std::span<const lisp::Builtin> coordinateFunctions();
 std::span<const lisp::Builtin> selectionFunctions();
+std::span<const lisp::Builtin> solidFunctions();
 
 }  // namespace host

@@ -76,8 +76,10 @@ int checkFiles(const host::Options& options) {
     if (access(each.c_str(), R_OK) != 0) return refuse(each + ": can't be read");
   }
   if (options.window) return refuse("--window: this host has no window yet");
+  if (options.meshes && !host::isDxf(options.output)) return refuse("--meshes: only with --output of a .dxf");
   if (!options.output.empty() && !host::canOutput(options.output)) {
-    return refuse(options.output + ": the ending must be .dxf, .dwg, .png, .svg or .pdf");
+    return refuse(options.output +
+                  ": the ending must be .dxf, .dwg, .png, .svg, .pdf, .ifc, .step, .stl or .glb");
   }
   return succeeded;
 }

@@ -24,6 +24,10 @@ void checkZoom(const std::vector<double>& zoom) {
 void addPictureOptions(CLI::App& app, PictureOptions& picture) {
   app.add_option("--view", picture.view, "Pictures show the drawing from above or from the side: plan, iso")
       ->check(CLI::IsMember({"plan", "iso"}));
+  app.add_option(
+         "--visual", picture.visual,
+         "What faces do: wires, hidden lines removed, shaded; without it shaded in iso, wires in plan")
+      ->check(CLI::IsMember({"wires", "hidden", "shaded"}));
   app.add_option("--ground", picture.ground, "Ground of pictures: white, dark")
       ->check(CLI::IsMember({"white", "dark"}));
   app.add_option_function<std::string>(
@@ -54,8 +58,11 @@ std::optional<Options> readOptions(int count, char** words, int& status) {
   app.add_option("--drawing", options.drawings, "Open this drawing")
       ->type_name("FILE")
       ->allow_extra_args(false);
-  app.add_option("--output", options.output, "Write the current drawing at the end: .dxf .dwg .png .svg .pdf")
+  app.add_option("--output", options.output,
+                 "Write the current drawing at the end: .dxf .dwg .png .svg .pdf, or its solids: .ifc .step "
+                 ".stl .glb")
       ->type_name("FILE");
+  app.add_flag("--meshes", options.meshes, "In a .dxf, put a mesh beside each solid");
   addPictureOptions(app, options.picture);
   app.add_option("--settings", options.settings, "Folder of the user's settings")->type_name("DIR");
   app.add_option("--support", options.support, "Add a folder to the search path")

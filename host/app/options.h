@@ -10,6 +10,8 @@ namespace host {
 struct PictureOptions {
   /// "plan" or "iso", "white" or "dark".
   std::string view = "plan", ground = "white";
+  /// Empty for what the view usually has.
+  std::string visual;
   /// Pixels, in a PDF points.
   int width = 1600, height = 1200;
   /// Left, bottom, right and top in the plane of the view; empty shows all.
@@ -24,6 +26,7 @@ struct Options {
   std::string batch;
   std::vector<std::string> drawings;
   std::string output;
+  bool meshes = false;
   PictureOptions picture;
   std::string settings;
   std::vector<std::string> support;

@@ -90,7 +90,7 @@ namespace {
 
 auto commandTables() {
   return std::array{drawCommands(),  textCommands(), blockCommands(), editCommands(),
-                    layerCommands(), viewCommands(), fileCommands(),  undoCommands()};
+                    layerCommands(), viewCommands(), fileCommands(),  undoCommands(), solidCommands()};
 }
 
 }  // namespace

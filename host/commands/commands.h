@@ -23,6 +23,7 @@ std::span<const Command> layerCommands();
 std::span<const Command> viewCommands();
 std::span<const Command> fileCommands();
 std::span<const Command> undoCommands();
+std::span<const Command> solidCommands();
 
 /// Of all commands, in no order.
 std::vector<std::wstring> commandNames();

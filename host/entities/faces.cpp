@@ -93,6 +93,11 @@ Acad::ErrorStatus AcDbFace::makeEdgeInvisibleAt(Adesk::UInt16 index) {
   return Acad::eOk;
 }
 bool AcDbFace::subWorldDraw(AcGiWorldDraw* draw) {
+  if (draw->regenType() == kAcGiHideOrShadeCommand) {
+    draw->subEntityTraits().setFillType(kAcGiFillAlways);
+    draw->geometry().polygon(cornerCount, corners_);
+    draw->subEntityTraits().setFillType(kAcGiFillNever);
+  }
   AcDbVoidPtrArray edges;
   subExplode(edges);
   for (void* each : edges) {

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "brx/db_proxy.h"
+#include "brx/solid_bodies.h"
 #include "host/database/standard_drawing.h"
 #include "host/filing/block_ends.h"
 #include "host/filing/dxf_classes.h"
@@ -22,10 +23,27 @@ std::string dxfNameOf(const AcDbObject& object) {
   return name ? toUtf8(name) : std::string();
 }
 
+void writeMeshFields(const BrxSolidBody& body, DxfSink& sink) {
+  const auto point = [&](const AcGePoint3d& p) {
+    sink.real(10, p.x), sink.real(20, p.y), sink.real(30, p.z);
+  };
+  sink.word(100, "AcDbSubDMesh");
+  sink.integer(71, 2), sink.integer(72, 0), sink.integer(91, 0);
+  sink.integer(92, static_cast<Adesk::Int64>(body.points.size()));
+  for (const AcGePoint3d& each : body.points) point(each);
+  sink.integer(93, static_cast<Adesk::Int64>(body.corners.size() + body.faceEnds.size()));
+  Adesk::UInt32 begin = 0;
+  for (const Adesk::UInt32 end : body.faceEnds) {
+    sink.integer(90, end - begin);
+    for (; begin < end; ++begin) sink.integer(90, body.corners[begin]);
+  }
+  sink.integer(94, 0), sink.integer(95, 0), sink.integer(90, 0);
+}
+
 class DrawingWriter {
  public:
-  DrawingWriter(AcDbDatabase& drawing, DxfSink& sink)
-      : drawing_(drawing), sink_(sink), filer_(drawing, sink) {}
+  DrawingWriter(AcDbDatabase& drawing, DxfSink& sink, DxfMeshes meshes)
+      : drawing_(drawing), sink_(sink), filer_(drawing, sink), meshes_(meshes) {}
 
   void write() {
     prepare();
@@ -41,6 +59,7 @@ class DrawingWriter {
     section("OBJECTS", [&] { forEachPlainObject(drawing_, [&](AcDbObject& each) { object(each, 5); }); });
     putGroups(drawing_.imp().kept.sections.head(), sink_);
     sink_.word(0, "EOF");
+    drawing_.imp().nextHandle = ownNextHandle_;
   }
 
  private:
@@ -67,6 +86,32 @@ class DrawingWriter {
         if (list && !list->ids.empty()) sequenceEnd(entity);
       });
     });
+    ownNextHandle_ = nextMesh_ = drawing_.imp().nextHandle;
+    if (meshes_ == DxfMeshes::besideSolids) {
+      forEachBlock([&](AcDbBlockTableRecord& each) {
+        forEachEntity(each, [&](AcDbEntity& entity) { drawing_.imp().nextHandle += meshCount(entity); });
+      });
+    }
+  }
+
+  static AcDbHandle meshCount(const AcDbEntity& entity) {
+    const auto* const solid = dynamic_cast<const BrxSolidBodies*>(&entity);
+    return solid ? static_cast<AcDbHandle>(solid->bodyCount()) : 0;
+  }
+
+  /// They have handles beyond the drawing's own, which aren't used up.
+  void meshes(const AcDbEntity& entity) {
+    const auto* const solid = dynamic_cast<const BrxSolidBodies*>(&entity);
+    if (!solid) return;
+    for (int i = 0; i < solid->bodyCount(); ++i) {
+      sink_.word(0, "MESH");
+      sink_.handle(5, nextMesh_++);
+      sink_.handle(330, entity.ownerId().handle());
+      filer_.begin(nullptr, false);
+      entity.AcDbEntity::dxfOutFields(&filer_);
+      filer_.end();
+      writeMeshFields(solid->body(i), sink_);
+    }
   }
 
   void head(const AcDbObject& object, std::string_view name, int handleCode) {
@@ -108,6 +153,7 @@ class DrawingWriter {
     const bool inPaperSpace = block.objectId() == drawing_.paperSpaceId();
     forEachEntity(block, [&](AcDbEntity& entity) {
       object(entity, 5, inPaperSpace);
+      if (meshes_ == DxfMeshes::besideSolids) meshes(entity);
       forEachFiledSubentity(entity, [&](AcDbEntity& each) { object(each, 5, inPaperSpace); });
     });
   }
@@ -146,12 +192,14 @@ class DrawingWriter {
   AcDbDatabase& drawing_;
   DxfSink& sink_;
   DxfOutFiler filer_;
+  DxfMeshes meshes_;
+  AcDbHandle ownNextHandle_ = 0, nextMesh_ = 0;
 };
 
 }  // namespace
 
-bool writeDxf(AcDbDatabase& drawing, DxfSink& sink) {
-  DrawingWriter(drawing, sink).write();
+bool writeDxf(AcDbDatabase& drawing, DxfSink& sink, DxfMeshes meshes) {
+  DrawingWriter(drawing, sink, meshes).write();
   return sink.flush();
 }
 

@@ -115,6 +115,13 @@ std::wstring writingProblem() {
   return L"can't be written" + (errno ? L" (" + fromUtf8(std::strerror(errno)) + L")" : L"");
 }
 
+Acad::ErrorStatus writeDxfWithMeshes(AcDbDatabase& drawing, const std::wstring& path) {
+  errno = 0;
+  platform::WholeFile file(platform::nativePath(path));
+  DxfSink sink(file);
+  return writeDxf(drawing, sink, DxfMeshes::besideSolids) && file.commit() ? Acad::eOk : Acad::eFileAccessErr;
+}
+
 namespace {
 
 Acad::ErrorStatus readForDrawing(AcDbDatabase& drawing, const std::wstring& path, std::wstring& problem) {

@@ -19,4 +19,7 @@ Acad::ErrorStatus writeDrawingFile(AcDbDatabase& drawing, const std::wstring& pa
 /// "can't be written", with the system's reason; right behind a failure.
 std::wstring writingProblem();
 
+/// As an exchange file, with a mesh beside each solid for programs that don't know its class.
+Acad::ErrorStatus writeDxfWithMeshes(AcDbDatabase& drawing, const std::wstring& path);
+
 }  // namespace host

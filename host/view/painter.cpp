@@ -33,8 +33,9 @@ class Painter {
   }
 
   void run() {
-    setColour(groundColour());
+    setColour(colourOf({Ink::ground}));
     cairo_paint(cairo_);
+    paintBackdrop();
     cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
     cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
     for (const Item& each : list_.items) {
@@ -44,11 +45,22 @@ class Painter {
   }
 
  private:
-  std::uint32_t groundColour() const { return canvas_.ground == Ground::white ? 0xFFFFFF : 0x212830; }
-  std::uint32_t colourOf(const Ink& ink) const {
-    if (ink.role == Ink::exact) return ink.rgb;
-    if (ink.role == Ink::ground) return groundColour();
-    return canvas_.ground == Ground::white ? 0x000000 : 0xFFFFFF;
+  std::uint32_t colourOf(const Ink& ink) const { return rgbOf(ink, canvas_.ground); }
+  void paintBackdrop() {
+    const Backdrop& faces = canvas_.backdrop;
+    if (!faces.pixels || faces.pixels->empty()) return;
+    // The surface reads them only.
+    auto* const bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(faces.pixels->data()));
+    cairo_surface_t* const image = cairo_image_surface_create_for_data(
+        bytes, CAIRO_FORMAT_ARGB32, faces.width, faces.height, faces.width * 4);
+    cairo_save(cairo_);
+    cairo_scale(cairo_, canvas_.width / faces.width, canvas_.height / faces.height);
+    cairo_set_source_surface(cairo_, image, 0, 0);
+    cairo_paint(cairo_);
+    cairo_restore(cairo_);
+    // Surfaces of files keep the image until they are written.
+    cairo_surface_flush(image);
+    cairo_surface_destroy(image);
   }
   void setColour(std::uint32_t rgb, double opacity = 1) {
     cairo_set_source_rgba(cairo_, (rgb >> 16) / 255.0, (rgb >> 8 & 0xFF) / 255.0, (rgb & 0xFF) / 255.0,
@@ -353,6 +365,12 @@ class Painter {
 };
 
 }  // namespace
+
+std::uint32_t rgbOf(const Ink& ink, Ground ground) {
+  if (ink.role == Ink::exact) return ink.rgb;
+  if (ink.role == Ink::ground) return ground == Ground::white ? 0xFFFFFF : 0x212830;
+  return ground == Ground::white ? 0x000000 : 0xFFFFFF;
+}
 
 void paint(const DisplayList& list, const Canvas& canvas) { Painter(list, canvas).run(); }
 

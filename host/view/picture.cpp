@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <memory>
 
+#include "host/view/hiding.h"
 #include "platform/files/whole_file.h"
 
 namespace host::view {
@@ -89,7 +90,13 @@ std::string pictureBytes(const DisplayList& list, const PictureSettings& setting
   canvas.projection = settings.projection, canvas.ground = settings.ground;
   canvas.pixels = kind == PictureKind::png;
   canvas.unitsPerMillimetre = (kind == PictureKind::pdf ? pointsPerInch : pixelsPerInch) / millimetresPerInch;
-  paint(list, canvas);
+  SeenList seen;
+  if (settings.visual != Visual::wires) {
+    seen =
+        seenList(list, settings.projection, canvas.window, settings.width, settings.height, settings.ground);
+    if (settings.visual == Visual::shaded) canvas.backdrop = {&seen.pixels, seen.width, seen.height};
+  }
+  paint(settings.visual == Visual::wires ? list : seen.lines, canvas);
   cairo_surface_flush(surface.get());
   cairo_status_t status = cairo_status(cairo.get());
   if (status == CAIRO_STATUS_SUCCESS && kind == PictureKind::png) {

@@ -6,8 +6,12 @@
 
 namespace host::view {
 
+/// How much faces cover: nothing, what lies behind them, or that and they are seen in their light.
+enum class Visual { wires, hidden, shaded };
+
 struct PictureSettings {
   Projection projection = Projection::plan();
+  Visual visual = Visual::wires;
   Ground ground = Ground::white;
   /// Pixels, or points of 1/72 inch in a PDF.
   int width = 1600, height = 1200;

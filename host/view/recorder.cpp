@@ -1,6 +1,7 @@
 #include "host/view/recorder.h"
 
 #include "brx/db_dictionary.h"
+#include "brx/gi_viewport.h"
 #include "host/database/header_variables.h"
 #include "host/database/nested_visits.h"
 #include "host/text/single_line.h"
@@ -21,10 +22,14 @@ bool isFinite(const PointOrVector& p) {
   return isNear(p.x) && isNear(p.y) && isNear(p.z);
 }
 
-class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
+class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcGiGeometry {
  public:
-  Recorder(AcDbDatabase& drawing, const RecordOptions& options)
-      : looks_(drawing, list_), traits_(looks_), linetypeScale_(drawing.ltscale()), options_(options) {
+  Recorder(AcDbDatabase& drawing, const RecordOptions& options, const AcGeVector3d* towards = nullptr)
+      : looks_(drawing, list_),
+        traits_(looks_),
+        linetypeScale_(drawing.ltscale()),
+        options_(options),
+        towards_(towards) {
     list_.marks = {number<int>(drawing, L"PDMODE"), number<double>(drawing, L"PDSIZE")};
   }
   DisplayList takeList() { return std::move(list_); }
@@ -43,6 +48,9 @@ class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
   AcGiRegenType regenType() const override { return options_.regenType; }
   bool isDragging() const override { return options_.dragging; }
   AcGiSubEntityTraits& subEntityTraits() const override { return const_cast<Traits&>(traits_); }
+  AcGeVector3d viewDir() const override {
+    return transforms_.empty() ? *towards_ : transforms_.back().inverse() * *towards_;
+  }
 
   bool polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*, Adesk::Int64) override {
     return addPoints(Item::polyline, count, points, false);
@@ -97,6 +105,7 @@ class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
   Traits traits_;
   double linetypeScale_;
   RecordOptions options_;
+  const AcGeVector3d* towards_;
   std::vector<AcGeMatrix3d> transforms_;
   Resolved last_;
   bool lastFilled_ = false, hasLast_ = false;
@@ -216,8 +225,8 @@ void Recorder::drawEntity(AcDbEntity& entity, const Traits& around) {
   if (const AcDbPoint* const point = AcDbPoint::cast(&entity)) {
     const AcGePoint3d place = point->position();
     addPoints(Item::mark, 1, &place, false);
-  } else {
-    entity.worldDraw(this);
+  } else if (!entity.worldDraw(this) && towards_) {
+    if (auto* const dependent = dynamic_cast<AcGiViewDependent*>(&entity)) dependent->viewportDraw(this);
   }
 }
 
@@ -242,9 +251,12 @@ AcDbObjectIdArray orderOf(AcDbObjectId block) {
 
 }  // namespace
 
-DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation) {
+DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation, const AcGeVector3d* towards) {
   const NestedOperation operation;
-  Recorder recorder(drawing, {deviation});
+  RecordOptions options;
+  options.deviation = deviation;
+  if (towards) options.regenType = kAcGiHideOrShadeCommand;
+  Recorder recorder(drawing, options, towards);
   for (const AcDbObjectId& id : orderOf(block.isNull() ? drawing.modelSpaceId() : block)) {
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) recorder.draw(entity.object());

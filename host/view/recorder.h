@@ -6,10 +6,14 @@
 
 namespace host::view {
 
+constexpr double usualDeviation = 0.01;
+
 /// Records the entities of a block, model space for a null id, in their draw order. Layers that are off
 /// or frozen are left out. Curves that can't be recorded exactly are drawn as chords that are off by no
-/// more than `deviation` drawing units.
-DisplayList record(AcDbDatabase& drawing, AcDbObjectId block = {}, double deviation = 0.01);
+/// more than `deviation` drawing units. With `towards`, the direction to the one who looks, faces are
+/// recorded as filled polygons, and what shows from there only.
+DisplayList record(AcDbDatabase& drawing, AcDbObjectId block = {}, double deviation = usualDeviation,
+                   const AcGeVector3d* towards = nullptr);
 
 struct RecordOptions {
   /// Drawing units.

@@ -29,6 +29,8 @@ struct Projection {
   static Projection plan() { return {}; }
   /// Seen from above, left and in front, all three axes in the same length.
   static Projection isometric();
+  /// From what is seen to the one who looks.
+  AcGeVector3d towards() const { return right.crossProduct(up); }
   PlanePoint operator()(const AcGePoint3d& p) const { return (*this)(p.asVector()); }
   PlanePoint operator()(const AcGeVector3d& v) const { return {v.dotProduct(right), v.dotProduct(up)}; }
 };

@@ -25,7 +25,8 @@ run --output "$work/a.PDF"; status=$?; expect 0 pdf; holds "$work/a.PDF" "%PDF"
 run --output "$work/a.DXF"; status=$?; expect 0 dxf; [ -s "$work/a.DXF" ] || { echo "a.DXF: not written"; failed=1; }
 
 for bad in "--output $work/b.gif" "--output $work/none/b.png" "--output $work/b.png --size 0x5" \
-  "--output $work/b.png --size 5" "--output $work/b.png --view top" "--output $work/b.png --zoom 1,0,0,1"; do
+  "--output $work/b.png --size 5" "--output $work/b.png --view top" "--output $work/b.png --zoom 1,0,0,1" \
+  "--output $work/b.png --visual glass" "--output $work/b.png --meshes" "--output $work/b.ifc"; do
   run $bad; status=$?; expect 2 "$bad"
 done
 [ -z "$(find "$work" -name 'b.*')" ] || { echo "a refused picture was written"; failed=1; }

@@ -10,6 +10,7 @@
 #include "zarbo/drawing/path_intersections.h"
 #include "zarbo/drawing/point_functions.h"
 #include "zarbo/drawing/selection_functions.h"
+#include "zarbo/ductsolids/solid_functions.h"
 #include "zarbo/jigs/jig_functions.h"
 #include "zarbo/module/function_table.h"
 #include "zarbo/module/wrappers.h"
@@ -113,17 +114,17 @@ constexpr TableRow rows[] = {
 
     {L"kv_kv-textJig", kvEntry<kvTextJig>},
 
-    {L"kv_kv-drawTripleCenter", kvEntry<notBuilt>},
-    {L"kv_kv-getTripleCoord", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleTransition", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleElbow", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleWye", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleTakeoff", kvEntry<notBuilt>},
-    {L"kv_kv-drawTripleSkin", kvEntry<notBuilt>},
-    {L"kv_kv-tripleUnion", kvEntry<notBuilt>},
-    {L"kv_kv-explodeSolid", kvEntry<notBuilt>},
+    {L"kv_kv-drawTripleCenter", kvEntry<kvDrawTripleCenter>},
+    {L"kv_kv-getTripleCoord", kvEntry<kvGetTripleCoord>},
+    {L"kv_kv-drawTripleTransition", kvEntry<kvDrawTripleTransition>},
+    {L"kv_kv-drawTripleElbow", kvEntry<kvDrawTripleElbow>},
+    {L"kv_kv-drawTripleWye", kvEntry<kvDrawTripleWye>},
+    {L"kv_kv-drawTripleTakeoff", kvEntry<kvDrawTripleTakeoff>},
+    {L"kv_kv-drawTripleSkin", kvEntry<kvDrawTripleSkin>},
+    {L"kv_kv-tripleUnion", kvEntry<kvTripleUnion>},
+    {L"kv_kv-explodeSolid", kvEntry<kvExplodeSolid>},
 
-    {L"kv_kv-drawHanger", kvEntry<notBuilt>},
+    {L"kv_kv-drawHanger", kvEntry<kvDrawHanger>},
 
     {L"kv_kv-customizeLayers", kvEntry<kvCustomizeLayers>},
 
