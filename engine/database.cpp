@@ -126,7 +126,11 @@ void Database::enter(Sharing sharing) {
   identity_ = identity;
 }
 
-bool Database::isReplaced() const {
+bool Database::isReplaced() {
+  constexpr auto betweenLooks = std::chrono::milliseconds(10);
+  const auto time = std::chrono::steady_clock::now();
+  if (time - lastLook_ < betweenLooks) return false;
+  lastLook_ = time;
   const Identity now = fileIdentity(path_);
   if (now == identity_) return false;
   requireUsableFile(path_, !readOnly_);

@@ -2,6 +2,7 @@
 
 #include <sqlite3.h>
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -38,8 +39,9 @@ class Database {
   const std::string& path() const { return path_; }
   bool readOnly() const { return readOnly_; }
 
-  /// True when somebody has put another file in the place of the open one. Fails when there is none now.
-  bool isReplaced() const;
+  /// True when somebody has put another file in the place of the open one. Fails when there is none now. Looks
+  /// a hundred times a second at most, since a walk through a table asks at every step.
+  bool isReplaced();
   /// Opens the file that is at the path now, in the mode of before; `examine` comes next. What was prepared
   /// and attached is gone.
   void reopen();
@@ -90,6 +92,7 @@ class Database {
   bool readOnly_;
   bool stampIsReliable_ = false;
   Identity identity_;
+  std::chrono::steady_clock::time_point lastLook_;
   std::unique_ptr<sqlite3, Close> handle_;
   std::map<std::string, Statement, std::less<>> statements_;
 };

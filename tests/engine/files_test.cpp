@@ -240,6 +240,7 @@ TEST(Files, ThatArePutInThePlaceOfAnOpenOneAreFollowed) {
   const std::string path = folder.file("a.kv"), compacted = folder.file("b.kv");
   TestEngine engine = TestEngine::fresh(path, L"T", definition);
   fill(engine, 20);
+  const auto nextLook = [] { std::this_thread::sleep_for(std::chrono::milliseconds(20)); };
   for (const bool readOnly : {false, true}) {
     SCOPED_TRACE(readOnly);
     ASSERT_EQ(engine.connect(path, readOnly), L"OK");
@@ -261,6 +262,7 @@ TEST(Files, ThatArePutInThePlaceOfAnOpenOneAreFollowed) {
     int status = 0;
     waitpid(child, &status, 0);
     ASSERT_EQ(status, 0);
+    nextLook();
     ASSERT_EQ(engine.skip(1), 0);
     EXPECT_EQ(engine.number(L"id"), 14);
     EXPECT_EQ(engine.number(L"v"), -1);
@@ -269,11 +271,14 @@ TEST(Files, ThatArePutInThePlaceOfAnOpenOneAreFollowed) {
   }
   // While there is none, calls say so; what is no database ends the connection.
   std::filesystem::rename(path, compacted);
+  nextLook();
   EXPECT_EQ(engine.top(), 3024);
   std::filesystem::rename(compacted, path);
+  nextLook();
   EXPECT_EQ(engine.top(), 0);
   std::filesystem::rename(path, compacted);
   writeFile(path, std::string(5000, 'x'));
+  nextLook();
   EXPECT_EQ(engine.top(), 3343);
   EXPECT_EQ(engine.top(), 3420);
 }
