@@ -12,6 +12,7 @@
 
 #include "engine/file_header.h"
 #include "engine/jet_sql/jet_sql.h"
+#include "platform/text/quotes.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -340,14 +341,7 @@ void noteDamage(const char* path) {
   if (path) SuspectFiles::all().add(path);
 }
 
-std::string quoted(std::string_view name) {
-  std::string result = "\"";
-  for (const char c : name) {
-    if (c == '"') result += '"';
-    result += c;
-  }
-  return result + "\"";
-}
+std::string quoted(std::string_view name) { return inQuotes(name, '"'); }
 
 std::string unquoted(std::string_view quotedName) {
   std::string name;

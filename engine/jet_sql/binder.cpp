@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "engine/jet_sql/convert.h"
 #include "engine/text/collation.h"
 
 namespace jet {
@@ -51,11 +52,8 @@ void Binder::bindParameter(Expression& expression, const std::string& name) {
   expression.type = slot->type;
   expression.sql = "?" + std::to_string(slot - slots_.begin() + 1);
   // A declared type holds whatever type the value comes in.
-  if (slot->given && slot->given->type != slot->type) {
-    const int reading = slot->given->type == Type::Currency ? 2 : slot->given->type == Type::Date ? 1 : 0;
-    expression.sql = "jet_op_as(-1," + expression.sql + "," + std::to_string(static_cast<int>(slot->type)) +
-                     "," + std::to_string(reading) + ")";
-  }
+  if (slot->given && slot->given->type != slot->type)
+    expression.sql = conversionCall("-1", expression.sql, readingOf(slot->given->type), slot->type);
 }
 
 void Binder::checkParameters() const {
@@ -224,7 +222,8 @@ void Binder::bindItem(Query& query, size_t index) {
   int& state = scope().itemStates[index];
   if (state == 2) return;
   if (state == 1)
-    fail(3103, "The alias '" + query.items[index].alias + "' refers to itself", query.items[index].place);
+    fail(3103, "The alias '" + query.items[index].alias + "' refers to itself",
+         query.items[index].place);
   state = 1;
   bind(*query.items[index].expression);
   scope().itemStates[index] = 2;

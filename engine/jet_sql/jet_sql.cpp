@@ -80,12 +80,6 @@ std::optional<Error> checkSyntax(std::string_view sql) {
   return guarded([&] { parseStatement(sql); });
 }
 
-bool givesRows(std::string_view sql) {
-  bool rows = false;
-  guarded([&] { rows = onlyReads(parseStatement(sql)); });
-  return rows;
-}
-
 std::optional<Error> checkExpression(std::string_view expression) {
   return guarded([&] { parseExpression(expression); });
 }

@@ -58,9 +58,6 @@ Outcome execute(sqlite3* database, Catalog& catalog, std::string_view sql,
 /// The syntax error of a statement, if any; names are not looked up. For storing a query.
 std::optional<Error> checkSyntax(std::string_view sql);
 
-/// True when the statement is a query that gives rows (`Select` without `Into`, a union, `Transform`).
-bool givesRows(std::string_view sql);
-
 /// What a condition text such as a column's default or rule is worth: a single expression without names.
 std::optional<Error> checkExpression(std::string_view expression);
 

@@ -145,7 +145,6 @@ std::optional<Value> Reader::next() {
   std::vector<Open> open;
   if (!skipBlanks()) return {};
   formStart_ = at_;
-  formLine_ = line_;
   for (;;) {
     if (!skipBlanks()) {
       line_ = open.front().line;

@@ -17,9 +17,8 @@ class Reader {
 
   /// The next form; nothing at the end.
   std::optional<Value> next();
-  /// The text of the form that `next` gave, and the line on which it begins, from 1.
+  /// The text of the form that `next` gave.
   std::string_view formText() const { return source_.substr(formStart_, at_ - formStart_); }
-  int formLine() const { return formLine_; }
   /// After an error: goes on behind the line on which it was found.
   void skipLine();
 
@@ -42,7 +41,6 @@ class Reader {
   size_t at_ = 0;
   int line_ = 1;
   size_t formStart_ = 0;
-  int formLine_ = 1;
 };
 
 /// What a token means: an integer, a real (also an integer beyond 32 bits), or a symbol.

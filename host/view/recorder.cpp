@@ -1,5 +1,7 @@
 #include "host/view/recorder.h"
 
+#include <numbers>
+
 #include "brx/db_dictionary.h"
 #include "host/database/header_variables.h"
 #include "host/text/single_line.h"
@@ -10,7 +12,7 @@ namespace {
 
 /// Files may nest blocks so that their contents multiply without end; no real drawing shows as much.
 constexpr size_t mostItems = 20'000'000, mostObjects = 50'000'000;
-constexpr double turn = 6.283185307179586477;
+constexpr double turn = 2 * std::numbers::pi;
 
 /// Beyond this, products of coordinates would be no numbers any more.
 constexpr double farthest = 1e100;

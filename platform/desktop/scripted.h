@@ -23,8 +23,6 @@ class ScriptedDesktop : public Desktop {
   void queueFile(std::optional<std::wstring> path) { files_.push_back(std::move(path)); }
   /// The boxes since the last call.
   std::vector<Shown> takeBoxes() { return std::exchange(boxes_, {}); }
-  /// The beeps since the last call.
-  std::vector<int> takeBeeps() { return std::exchange(beeps_, {}); }
 
   BoxAnswer messageBox(const Box& box) override;
   void beep(int kind) override;
@@ -45,7 +43,6 @@ class ScriptedDesktop : public Desktop {
   std::deque<BoxAnswer> answers_;
   std::deque<std::optional<std::wstring>> files_;
   std::vector<Shown> boxes_;
-  std::vector<int> beeps_;
 };
 
 /// The current desktop when it takes scripted answers, else null.

@@ -21,7 +21,6 @@ class WholeFile {
   /// False after any failure; then `write` and `commit` do nothing and answer false.
   bool good() const { return descriptor_ >= 0; }
   int descriptor() const { return descriptor_; }
-  const std::string& temporaryName() const { return temporary_; }
   bool write(std::string_view bytes);
   /// Permission bits of the finished file; without it, those of the file that is replaced, or the
   /// usual ones of a new file.
