@@ -222,8 +222,7 @@ void Binder::bindItem(Query& query, size_t index) {
   int& state = scope().itemStates[index];
   if (state == 2) return;
   if (state == 1)
-    fail(3103, "The alias '" + query.items[index].alias + "' refers to itself",
-         query.items[index].place);
+    fail(3103, "The alias '" + query.items[index].alias + "' refers to itself", query.items[index].place);
   state = 1;
   bind(*query.items[index].expression);
   scope().itemStates[index] = 2;
