@@ -1,7 +1,9 @@
 # Flags of every target of the project, and the few functions with which rooms declare targets.
 
+option(ZARBO_WERROR "Treat warnings of the compiler as errors; the presets switch it on" OFF)
+
 add_library(zarbo_flags INTERFACE)
-target_compile_options(zarbo_flags INTERFACE -Wall -Wextra -Werror)
+target_compile_options(zarbo_flags INTERFACE -Wall -Wextra $<$<BOOL:${ZARBO_WERROR}>:-Werror>)
 # g++ 12 warns falsely of overlap where a text is added to a literal (its bug 105651).
 target_compile_options(zarbo_flags INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
 target_include_directories(zarbo_flags INTERFACE ${CMAKE_SOURCE_DIR})
@@ -12,6 +14,21 @@ if(ZARBO_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 link_libraries(zarbo_flags)
+
+# zarbo_room(NAME OBJECT|STATIC|SHARED|PROGRAM [EXCEPT file …]): a target of all sources of the folder, those of its
+# subfolders apart.
+function(zarbo_room name type)
+  cmake_parse_arguments(arg "" "" "EXCEPT" ${ARGN})
+  file(GLOB sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp)
+  if(arg_EXCEPT)
+    list(REMOVE_ITEM sources ${arg_EXCEPT})
+  endif()
+  if(type STREQUAL PROGRAM)
+    add_executable(${name} ${sources})
+  else()
+    add_library(${name} ${type} ${sources})
+  endif()
+endfunction()
 
 # zarbo_test(NAME SOURCES … LIBS … [TIMEOUT seconds]): one GoogleTest program, one entry for CTest.
 function(zarbo_test name)

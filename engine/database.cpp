@@ -13,6 +13,7 @@
 #include "engine/file_header.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "platform/files/native_path.h"
+#include "platform/text/quotes.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -368,14 +369,7 @@ void noteDamage(const char* path) {
   if (path) SuspectFiles::all().add(path);
 }
 
-std::string quoted(std::string_view name) {
-  std::string result = "\"";
-  for (const char c : name) {
-    if (c == '"') result += '"';
-    result += c;
-  }
-  return result + "\"";
-}
+std::string quoted(std::string_view name) { return inQuotes(name, '"'); }
 
 std::string fullPath(std::wstring_view path) {
   if (path.empty() || path.find(L'\0') != std::wstring_view::npos) fail(badFileName, toUtf8(path));

@@ -5,6 +5,7 @@
 
 #include "engine/errors/errors.h"
 #include "engine/text/collation.h"
+#include "platform/text/trim.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -179,18 +180,15 @@ std::vector<jet::IndexColumn> readIndexColumns(std::string_view list) {
   std::vector<jet::IndexColumn> result;
   while (!list.empty()) {
     const size_t end = std::min(list.find(','), list.size());
-    std::string name(list.substr(0, end));
+    std::string name(trimmed(list.substr(0, end)));
     list.remove_prefix(std::min(end + 1, list.size()));
-    name.erase(0, name.find_first_not_of(' '));
-    name.erase(name.find_last_not_of(' ') + 1);
     bool descending = false;
     for (const auto& [ending, down] : {std::pair{" DESC", true}, std::pair{" ASC", false}}) {
       const std::string_view tail = ending;
       if (name.size() <= tail.size() ||
           !sameText(std::string_view(name).substr(name.size() - tail.size()), tail))
         continue;
-      name.erase(name.size() - tail.size());
-      name.erase(name.find_last_not_of(' ') + 1);
+      name = trimmedRight(std::string_view(name).substr(0, name.size() - tail.size()));
       descending = down;
       break;
     }

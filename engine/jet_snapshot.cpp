@@ -1,19 +1,15 @@
 #include "engine/jet_snapshot.h"
 
 #include <dlfcn.h>
-#include <fcntl.h>
-#include <spawn.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <array>
-#include <cerrno>
 #include <filesystem>
 #include <mutex>
-#include <vector>
 
 #include "engine/errors/errors.h"
+#include "platform/process/programs.h"
 
 namespace {
 
@@ -31,35 +27,6 @@ std::string readerProgram() {
   Dl_info library{};
   if (dladdr(reinterpret_cast<const void*>(&readerProgram), &library) == 0) return "zarbo-mdb";
   return (std::filesystem::absolute(library.dli_fname).parent_path() / "zarbo-mdb").string();
-}
-
-/// Runs a program to its end. Gives its exit status, or -1, and what it printed on standard error.
-int runProgram(const std::vector<std::string>& words, std::string& errors) {
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) return -1;
-  std::vector<char*> arguments;
-  for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
-  arguments.push_back(nullptr);
-  posix_spawn_file_actions_t actions;
-  posix_spawn_file_actions_init(&actions);
-  posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
-  posix_spawn_file_actions_adddup2(&actions, ends[1], STDERR_FILENO);
-  pid_t child = -1;
-  const int failure = posix_spawn(&child, words[0].c_str(), &actions, nullptr, arguments.data(), environ);
-  posix_spawn_file_actions_destroy(&actions);
-  close(ends[1]);
-  char bytes[1024];
-  while (failure == 0) {
-    const ssize_t count = read(ends[0], bytes, sizeof bytes);
-    if (count < 0 && errno == EINTR) continue;
-    if (count <= 0) break;
-    errors.append(bytes, static_cast<size_t>(count));
-  }
-  close(ends[0]);
-  int status = 0;
-  if (failure != 0 || waitpid(child, &status, 0) != child || !WIFEXITED(status)) return -1;
-  return WEXITSTATUS(status);
 }
 
 [[noreturn]] void failReading(const std::string& text) {

@@ -4,6 +4,7 @@
 #include <map>
 
 #include "engine/errors/errors.h"
+#include "engine/jet_sql/convert.h"
 #include "engine/text/collation.h"
 
 namespace jet {
@@ -52,11 +53,8 @@ void Binder::bindParameter(Expression& expression, const std::string& name) {
   expression.type = slot->type;
   expression.sql = "?" + std::to_string(slot - slots_.begin() + 1);
   // A declared type holds whatever type the value comes in.
-  if (slot->given && slot->given->type != slot->type) {
-    const int reading = slot->given->type == Type::Currency ? 2 : slot->given->type == Type::Date ? 1 : 0;
-    expression.sql = "jet_op_as(-1," + expression.sql + "," + std::to_string(static_cast<int>(slot->type)) +
-                     "," + std::to_string(reading) + ")";
-  }
+  if (slot->given && slot->given->type != slot->type)
+    expression.sql = conversionCall("-1", expression.sql, readingOf(slot->given->type), slot->type);
 }
 
 void Binder::checkNames() const {

@@ -3,6 +3,7 @@
 #include <map>
 
 #include "engine/jet_sql/binder.h"
+#include "engine/jet_sql/convert.h"
 #include "engine/jet_sql/functions.h"
 #include "engine/text/collation.h"
 
@@ -170,9 +171,7 @@ void Binder::checkComparable(Expression& a, Expression& b, size_t place) {
   Expression* parameter = a.parameter ? &a : b.parameter ? &b : nullptr;
   if (!parameter) fail(typeMismatch, "Data type mismatch in criteria expression", place);
   const Type type = (parameter == &a ? b : a).type;
-  const int reading = parameter->type == Type::Date ? 1 : parameter->type == Type::Currency ? 2 : 0;
-  parameter->sql = "jet_op_as(" + std::to_string(place) + "," + parameter->sql + "," +
-                   std::to_string(static_cast<int>(type)) + "," + std::to_string(reading) + ")";
+  parameter->sql = conversionCall(std::to_string(place), parameter->sql, readingOf(parameter->type), type);
   parameter->type = type;
 }
 

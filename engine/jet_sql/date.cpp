@@ -1,6 +1,7 @@
 #include "engine/jet_sql/date.h"
 
 #include <cctype>
+#include <chrono>
 #include <cmath>
 #include <cstdio>
 #include <vector>
@@ -16,15 +17,6 @@ namespace {
 
 constexpr double secondsOfDay = 86400;
 constexpr double firstDay = -657434, lastDay = 2958465;  // 0100-01-01 and 9999-12-31
-
-// Days from 1970-01-01 in the proleptic Gregorian calendar, by counting years from March.
-long daysOfCivil(long year, long month, long day) {
-  year -= month <= 2;
-  const long era = (year >= 0 ? year : year - 399) / 400;
-  const long yearOfEra = year - era * 400;
-  const long dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-  return era * 146097 + yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear - 719468;
-}
 
 constexpr long epochOffset = 25569;  // serial of 1970-01-01
 
@@ -80,8 +72,12 @@ std::optional<double> serialOf(long year, long month, long day) {
   if (std::labs(year) > 20000 || std::labs(month) > 300000 || std::labs(day) > 5000000) return std::nullopt;
   const long months = year * 12 + month - 1;
   const long carried = months >= 0 ? months / 12 : -((11 - months) / 12);
-  const double serial =
-      static_cast<double>(daysOfCivil(carried, months - carried * 12 + 1, 1) + day - 1 + epochOffset);
+  // What the calendar's years don't hold is far from the serials that there are.
+  const std::chrono::year calendarYear(static_cast<int>(carried));
+  if (static_cast<int>(calendarYear) != carried) return std::nullopt;
+  const std::chrono::sys_days first =
+      calendarYear / std::chrono::month(static_cast<unsigned>(months - carried * 12 + 1)) / 1;
+  const double serial = static_cast<double>(first.time_since_epoch().count() + day - 1 + epochOffset);
   if (serial < firstDay || serial > lastDay) return std::nullopt;
   return serial;
 }
@@ -106,16 +102,12 @@ std::optional<DateParts> partsOf(double serial) {
   double day = std::trunc(serial);
   long seconds = std::lround(std::fabs(serial - day) * secondsOfDay);
   if (seconds >= 86400) day += 1, seconds = 0;
-  const long z = static_cast<long>(day) - epochOffset + 719468;
-  const long era = (z >= 0 ? z : z - 146096) / 146097;
-  const long dayOfEra = z - era * 146097;
-  const long yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  const long dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  const long shifted = (5 * dayOfYear + 2) / 153;
+  const std::chrono::year_month_day date{
+      std::chrono::sys_days(std::chrono::days(static_cast<int>(day) - epochOffset))};
   DateParts parts{};
-  parts.day = static_cast<int>(dayOfYear - (153 * shifted + 2) / 5 + 1);
-  parts.month = static_cast<int>(shifted < 10 ? shifted + 3 : shifted - 9);
-  parts.year = static_cast<int>(yearOfEra + era * 400 + (parts.month <= 2));
+  parts.day = static_cast<int>(static_cast<unsigned>(date.day()));
+  parts.month = static_cast<int>(static_cast<unsigned>(date.month()));
+  parts.year = static_cast<int>(date.year());
   parts.hour = static_cast<int>(seconds / 3600);
   parts.minute = static_cast<int>(seconds / 60 % 60);
   parts.second = static_cast<int>(seconds % 60);

@@ -1,6 +1,7 @@
 #include "engine/jet_sql/execution.h"
 
 #include <algorithm>
+#include <charconv>
 #include <memory>
 
 #include "engine/jet_sql/date.h"
@@ -123,8 +124,7 @@ std::vector<Transform::Heading> Execution::pivotHeadings(const Query& query) {
       case SQLITE_FLOAT: {
         char exact[40];
         const double real = sqlite3_value_double(value);
-        std::snprintf(exact, sizeof exact, "%.17g", real);
-        sql = exact;
+        sql.assign(exact, std::to_chars(exact, exact + sizeof exact, real).ptr);
         name = type == Type::Date ? dateText(real) : numberText(real);
         break;
       }

@@ -13,6 +13,7 @@
 #include "engine/jet_sql/date.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "engine/text/collation.h"
+#include "platform/text/trim.h"
 #include "platform/text/utf.h"
 
 namespace jet {
@@ -195,9 +196,8 @@ std::string currencyText(int64_t tenThousandths) {
 
 std::optional<double> parseNumber(std::string_view text) {
   std::string digits;
-  size_t start = text.find_first_not_of(" \t\r\n"), end = text.find_last_not_of(" \t\r\n");
-  if (start == std::string_view::npos) return std::nullopt;
-  text = text.substr(start, end - start + 1);
+  text = trimmed(text);
+  if (text.empty()) return std::nullopt;
   for (size_t i = 0; i < text.size(); ++i) {
     // A comma groups digits before the point only.
     if (text[i] == ',' && i > 0 && digits.find('.') == std::string::npos) continue;

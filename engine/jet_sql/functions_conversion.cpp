@@ -1,12 +1,26 @@
 #include <algorithm>
 #include <cctype>
+#include <charconv>
 #include <cmath>
 
 #include "engine/jet_sql/convert.h"
 #include "engine/jet_sql/date.h"
 #include "engine/text/collation.h"
+#include "platform/text/hex.h"
 
 namespace jet {
+
+Reading readingOf(Type type) {
+  return type == Type::Date       ? Reading::Date
+         : type == Type::Currency ? Reading::Scaled
+         : type == Type::Single   ? Reading::Single
+                                  : Reading::Plain;
+}
+
+std::string conversionCall(const std::string& place, const std::string& sql, Reading reading, Type to) {
+  return "jet_op_as(" + place + "," + sql + "," + std::to_string(static_cast<int>(to)) + "," +
+         std::to_string(static_cast<int>(reading)) + ")";
+}
 
 std::string textOf(const Call& call, int i, Reading reading) {
   if (call.storage(i) != SQLITE_INTEGER && call.storage(i) != SQLITE_FLOAT) return call.text(i);
@@ -156,14 +170,12 @@ void val(Call& call) {
   call.give(parseNumber(text.substr(0, end)).value_or(0));
 }
 
-void hexOrOctal(Call& call, const char* format) {
-  char buffer[32];
-  const auto value = static_cast<unsigned>(call.longNumber(0));
-  std::snprintf(buffer, sizeof buffer, format, value);
-  call.give(std::string_view(buffer));
+void hex(Call& call) { call.give(hexText<char>(static_cast<uint32_t>(call.longNumber(0)))); }
+void octal(Call& call) {
+  char digits[16];
+  const auto value = static_cast<uint32_t>(call.longNumber(0));
+  call.give(std::string_view(digits, std::to_chars(digits, digits + sizeof digits, value, 8).ptr));
 }
-void hex(Call& call) { hexOrOctal(call, "%X"); }
-void octal(Call& call) { hexOrOctal(call, "%o"); }
 
 void isNumeric(Call& call) {
   const bool isDate = call.text(0) == "D";

@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "engine/jet_sql/convert.h"
+#include "platform/text/quotes.h"
 
 namespace jet {
 namespace {
@@ -33,25 +34,11 @@ bool isScaledExactly(const Expression& e) {
   return std::fabs(scaled) < 1e15 && std::fabs(scaled - std::nearbyint(scaled)) < 1e-6;
 }
 
-Reading readingOf(Type type) {
-  return type == Type::Date       ? Reading::Date
-         : type == Type::Currency ? Reading::Scaled
-         : type == Type::Single   ? Reading::Single
-                                  : Reading::Plain;
-}
-
 std::string number(int64_t value) { return std::to_string(value); }
 
 }  // namespace
 
-std::string quotedText(std::string_view text) {
-  std::string quoted = "'";
-  for (const char c : text) {
-    if (c == '\'') quoted += c;
-    quoted += c;
-  }
-  return quoted + "'";
-}
+std::string quotedText(std::string_view text) { return inQuotes(text, '\''); }
 
 void Printer::raw(std::string_view text) {
   if (out_.size() + text.size() > maxText) {
@@ -399,8 +386,7 @@ void Printer::arithmeticSteps(const Expression& e, size_t count, Type type) {
     Printer inner = *this;
     inner.out_.clear();
     if (exact) {
-      if (left != Type::Currency)
-        text = "jet_op_as(" + at + "," + text + "," + number(static_cast<int>(Type::Currency)) + ",0)";
+      if (left != Type::Currency) text = conversionCall(at, text, Reading::Plain, Type::Currency);
       inner.scaled(right);
       text = "jet_op_currency(" + at + ",'" + operation + "'," + text + "," + inner.take() + ")";
       left = Type::Currency;
@@ -415,8 +401,7 @@ void Printer::arithmeticSteps(const Expression& e, size_t count, Type type) {
       if (!any && isWholeType(right.type) && operation != '/' && operation != '^') left = Type::Long;
     }
   }
-  if (type == Type::Currency && left != Type::Currency)
-    text = "jet_op_as(" + at + "," + text + "," + number(static_cast<int>(type)) + ",0)";
+  if (type == Type::Currency && left != Type::Currency) text = conversionCall(at, text, Reading::Plain, type);
   if (type != Type::Currency && left == Type::Currency) text = "(" + text + "/10000.0)";
   raw(text);
 }

@@ -1,3 +1,4 @@
+#include "engine/jet_sql/convert.h"
 #include "engine/jet_sql/printer.h"
 
 namespace jet {
@@ -8,10 +9,9 @@ std::string keyName(size_t i) { return "\"jet key " + std::to_string(i) + "\""; 
 // What a column of one type needs to stand where another type is expected.
 std::string converted(const std::string& sql, Type from, Type to) {
   if (from == to || to == Type::Unknown) return sql;
-  const int reading = from == Type::Date ? 1 : from == Type::Currency ? 2 : from == Type::Single ? 3 : 0;
   if (isTextType(to) && !isTextType(from))
-    return "jet_op_text(-1," + sql + "," + std::to_string(reading) + ")";
-  if (to == Type::Currency) return "jet_op_as(-1," + sql + "," + std::to_string(static_cast<int>(to)) + ",0)";
+    return "jet_op_text(-1," + sql + "," + std::to_string(static_cast<int>(readingOf(from))) + ")";
+  if (to == Type::Currency) return conversionCall("-1", sql, Reading::Plain, to);
   return from == Type::Currency ? sql + "/10000.0" : sql;
 }
 

@@ -1,4 +1,5 @@
 #include "engine/jet_sql/binder.h"
+#include "platform/text/quotes.h"
 
 namespace jet {
 
@@ -55,14 +56,7 @@ Type commonType(const Expression& a, const Expression& b) {
   return commonType(a.type, b.type);
 }
 
-std::string quotedName(std::string_view name) {
-  std::string quoted = "\"";
-  for (const char c : name) {
-    if (c == '"') quoted += c;
-    quoted += c;
-  }
-  return quoted + "\"";
-}
+std::string quotedName(std::string_view name) { return inQuotes(name, '"'); }
 
 std::string rowIdOf(const Source& source) {
   return "\"t" + std::to_string(source.number) + "\"." + source.table->rowId;

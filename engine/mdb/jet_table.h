@@ -24,8 +24,6 @@ class JetTable {
 
   /// Reads the next row: a value for each column of `shape()`. False at the end.
   bool next(std::vector<Stored>& row);
-  /// Rows that could not be read, of those that `next` has passed.
-  size_t damagedRows() const { return damagedRows_; }
   size_t rowsRead() const { return rowsRead_; }
   /// After the last row: what is missing of the table, "" when nothing is.
   std::string missing() const;

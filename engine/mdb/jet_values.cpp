@@ -2,6 +2,8 @@
 
 #include <cmath>
 
+#include "platform/text/hex.h"
+
 namespace mdb {
 namespace {
 
@@ -97,11 +99,10 @@ std::string textOfJet4(ByteView bytes) {
 std::string guidText(ByteView bytes) {
   if (bytes.size() != 16) throw JetError("an identifier has not 16 bytes");
   constexpr size_t order[] = {3, 2, 1, 0, 5, 4, 7, 6, 8, 9, 10, 11, 12, 13, 14, 15};
-  constexpr char digits[] = "0123456789ABCDEF";
   std::string text = "{";
   for (size_t i = 0; i < 16; ++i) {
     if (i == 4 || i == 6 || i == 8 || i == 10) text += '-';
-    text += {digits[bytes[order[i]] >> 4], digits[bytes[order[i]] & 15]};
+    appendHex(text, bytes[order[i]]);
   }
   return text + "}";
 }

@@ -6,6 +6,7 @@
 #include "host/database/group_codes.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/printer.h"
+#include "platform/text/hex.h"
 
 namespace host {
 namespace {
@@ -27,16 +28,9 @@ bool isPoint(const Value& value) {
   return at->isNil() && (count == 2 || count == 3);
 }
 
-int digitOf(wchar_t c) {
-  if (c >= L'0' && c <= L'9') return c - L'0';
-  if (c >= L'A' && c <= L'F') return c - L'A' + 10;
-  if (c >= L'a' && c <= L'f') return c - L'a' + 10;
-  return -1;
-}
-
 bool isHexadecimal(std::wstring_view text) {
   return text.size() % 2 == 0 &&
-         std::all_of(text.begin(), text.end(), [](wchar_t c) { return digitOf(c) >= 0; });
+         std::all_of(text.begin(), text.end(), [](wchar_t c) { return hexDigit(c) >= 0; });
 }
 
 constexpr size_t mostBytes = 127;
@@ -131,7 +125,7 @@ resbuf bufferOf(const ListGroup& group, std::string& bytes) {
       const std::wstring& digits = value.text();
       bytes.clear();
       for (size_t i = 0; i + 1 < digits.size(); i += 2) {
-        bytes += static_cast<char>(digitOf(digits[i]) * 16 + digitOf(digits[i + 1]));
+        bytes += static_cast<char>(hexDigit(digits[i]) * 16 + hexDigit(digits[i + 1]));
       }
       item.resval.rbinary = {static_cast<short>(bytes.size()), bytes.data()};
       break;

@@ -10,6 +10,7 @@
 #include "host/bridge/values.h"
 #include "host/database/stubs.h"
 #include "host/lisp/wildcard.h"
+#include "platform/text/hex.h"
 #include "platform/text/letters.h"
 
 namespace host {
@@ -62,12 +63,6 @@ class ListWriter : public AcDbDxfFiler {
   Acad::ErrorStatus status_ = Acad::eOk;
 };
 
-std::wstring handleText(AcDbHandle handle) {
-  wchar_t digits[20];
-  std::swprintf(digits, std::size(digits), L"%llX", static_cast<unsigned long long>(handle));
-  return digits;
-}
-
 void addAttached(lisp::ListBuilder& list, const AcDbObject& object) {
   const AcDbObjectId dictionary = object.extensionDictionary();
   if (dictionary.isValid() && !dictionary.isErased()) {
@@ -101,7 +96,7 @@ void addGroups(lisp::ListBuilder& list, const AcDbObject& object) {
   list.add(namePair(-1, object.objectId()));
   list.add(textPair(0, type));
   if (!object.ownerId().isNull()) list.add(namePair(330, object.ownerId()));
-  list.add(textPair(type == L"DIMSTYLE" ? 105 : 5, handleText(object.handle())));
+  list.add(textPair(type == L"DIMSTYLE" ? 105 : 5, hexText(object.handle())));
   addAttached(list, object);
   ListWriter writer(object, list);
   object.dxfOutFields(&writer);

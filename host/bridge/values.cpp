@@ -7,6 +7,7 @@
 #include "host/database/group_codes.h"
 #include "host/lisp/interpreter.h"
 #include "host/lisp/printer.h"
+#include "platform/text/hex.h"
 
 namespace host {
 namespace {
@@ -167,13 +168,8 @@ Value numberOf(int64_t number) {
 }
 
 std::wstring hexadecimal(const ads_binary& bytes) {
-  constexpr wchar_t digits[] = L"0123456789ABCDEF";
   std::wstring text;
-  for (short i = 0; i < bytes.clen; ++i) {
-    const auto byte = static_cast<unsigned char>(bytes.buf[i]);
-    text += digits[byte >> 4];
-    text += digits[byte & 15];
-  }
+  for (short i = 0; i < bytes.clen; ++i) appendHex(text, static_cast<unsigned char>(bytes.buf[i]));
   return text;
 }
 

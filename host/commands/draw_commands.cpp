@@ -1,4 +1,5 @@
 #include <cmath>
+#include <numbers>
 
 #include "host/commands/commands.h"
 #include "host/commands/drawing_edit.h"
@@ -8,7 +9,7 @@ namespace host {
 namespace {
 
 constexpr int noNull = 1, noZero = 2, noNegative = 4;
-constexpr double fullTurn = 6.283185307179586477;
+constexpr double fullTurn = 2 * std::numbers::pi;
 
 /// The circle through three points; nothing when they lie on a line.
 struct CircleThrough {
@@ -39,7 +40,10 @@ Task<> line(CommandInput& input) {
         mayClose ? L"\nSpecify next point or [Close/Undo]: " : L"\nSpecify next point or [Undo]: ",
         points.back(), mayClose ? L"Close Undo" : L"Undo");
     if (next.status == RTKWORD && next.text == L"Undo") {
-      if (made.empty()) continue;
+      if (made.empty()) {
+        input.say(L"\nAll segments already undone.");
+        continue;
+      }
       eraseAll({made.back()});
       made.pop_back(), points.pop_back();
       continue;
@@ -53,7 +57,9 @@ Task<> line(CommandInput& input) {
   }
 }
 
-void addCircle(const AcGePoint3d& centre, double radius) {
+/// Points that coincide make none.
+void addCircle(CommandInput& input, const AcGePoint3d& centre, double radius) {
+  if (radius == 0) return input.say(L"\nCircle does not exist.");
   addEntity(std::make_unique<AcDbCircle>(centre, AcGeVector3d::kZAxis, radius));
 }
 
@@ -61,12 +67,12 @@ Task<> circleByPoints(CommandInput& input, bool three) {
   const Answer a = co_await input.point(L"\nSpecify first point: ", {}, {}, noNull);
   const Answer b = co_await input.point(L"\nSpecify second point: ", a.point, {}, noNull);
   if (!three) {
-    addCircle(a.point + (b.point - a.point) * 0.5, a.point.distanceTo(b.point) / 2);
+    addCircle(input, a.point + (b.point - a.point) * 0.5, a.point.distanceTo(b.point) / 2);
     co_return;
   }
   const Answer c = co_await input.point(L"\nSpecify third point: ", b.point, {}, noNull);
   if (const auto circle = circleThrough(a.point, b.point, c.point)) {
-    addCircle(circle->centre, circle->radius);
+    addCircle(input, circle->centre, circle->radius);
   } else {
     input.say(L"\nCircle does not exist.");
   }
@@ -83,16 +89,17 @@ Task<> circle(CommandInput& input) {
   Answer size = co_await input.number(Wanted::distance, L"\nSpecify radius of circle or [Diameter]: ",
                                       centre.point, L"Diameter", positive);
   if (size.status != RTKWORD) {
-    addCircle(centre.point, size.real);
+    addCircle(input, centre.point, size.real);
     co_return;
   }
   size =
       co_await input.number(Wanted::distance, L"\nSpecify diameter of circle: ", centre.point, {}, positive);
-  addCircle(centre.point, size.real / 2);
+  addCircle(input, centre.point, size.real / 2);
 }
 
 void addArc(const AcGePoint3d& centre, double radius, double from, double to) {
-  addEntity(std::make_unique<AcDbArc>(centre, radius, from, to));
+  const auto withinTurn = [](double angle) { return angle - fullTurn * std::floor(angle / fullTurn); };
+  addEntity(std::make_unique<AcDbArc>(centre, radius, withinTurn(from), withinTurn(to)));
 }
 
 double directionTo(const AcGePoint3d& from, const AcGePoint3d& to) { return (to - from).convert2d().angle(); }
@@ -101,6 +108,10 @@ Task<> arcByCentre(CommandInput& input) {
   const Answer centre = co_await input.point(L"\nSpecify center point of arc: ", {}, {}, noNull);
   const Answer start = co_await input.point(L"\nSpecify start point of arc: ", centre.point, {}, noNull);
   const double from = directionTo(centre.point, start.point), radius = centre.point.distanceTo(start.point);
+  if (radius == 0) {
+    input.say(L"\nStart point is the center.");
+    co_return;
+  }
   const Answer end =
       co_await input.point(L"\nSpecify end point of arc or [Angle]: ", centre.point, L"Angle", noNull);
   if (end.status != RTKWORD) {

@@ -42,12 +42,23 @@ Task<> copy(CommandInput& input) {
   if (chosen.empty()) co_return;
   const Answer base = co_await input.point(L"\nSpecify base point or displacement: ", {}, {}, noNull);
   const auto by = co_await askDisplacement(input, base.point);
-  transformAll(copyAll(chosen, currentSpace()), AcGeMatrix3d::translation(*by));
+  std::vector<Entities> made;
+  const auto copyBy = [&](const AcGeVector3d& way) {
+    made.push_back(copyAll(chosen, currentSpace()));
+    transformAll(made.back(), AcGeMatrix3d::translation(way));
+  };
+  copyBy(*by);
   while (true) {
     const Answer next =
-        co_await input.point(L"\nSpecify second point or [Exit/Undo] <Exit>: ", base.point, L"Exit");
-    if (!next.given()) co_return;
-    transformAll(copyAll(chosen, currentSpace()), AcGeMatrix3d::translation(next.point - base.point));
+        co_await input.point(L"\nSpecify second point or [Exit/Undo] <Exit>: ", base.point, L"Exit Undo");
+    if (next.given()) {
+      copyBy(next.point - base.point);
+    } else if (next.status != RTKWORD || next.text != L"Undo") {
+      co_return;
+    } else if (!made.empty()) {
+      eraseAll(made.back());
+      made.pop_back();
+    }
   }
 }
 
@@ -138,7 +149,10 @@ Task<> mirror(CommandInput& input) {
   const Answer a = co_await input.point(L"\nSpecify first point of mirror line: ", {}, {}, noNull);
   const Answer b = co_await input.point(L"\nSpecify second point of mirror line: ", a.point, {}, noNull);
   const Answer erases = co_await input.keyword(L"\nErase source objects? [Yes/No] <N>: ", L"Yes No");
-  if (a.point.distanceTo(b.point) <= tooSmallToDivide) co_return;
+  if (a.point.distanceTo(b.point) <= tooSmallToDivide) {
+    input.say(L"\nThe points of the mirror line are the same.");
+    co_return;
+  }
   const Entities changed = erases.text == L"Yes" ? chosen : copyAll(chosen, currentSpace());
   transformAll(changed, mirroring(a.point, b.point));
 }

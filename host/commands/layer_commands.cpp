@@ -94,7 +94,7 @@ Task<> colourLayers(CommandInput& input) {
   if (!colour && upperCased(text).starts_with(L"T")) {
     colour = parseColour(co_await input.text(L"\nRed,Green,Blue: "));
   }
-  if (!colour) {
+  if (!colour || colour->isByLayer() || colour->isByBlock()) {
     input.say(L"\nInvalid color.");
     co_return;
   }

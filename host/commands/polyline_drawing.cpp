@@ -1,6 +1,7 @@
 #include "host/commands/polyline_drawing.h"
 
 #include <cmath>
+#include <numbers>
 
 #include "host/commands/drawing_edit.h"
 
@@ -11,10 +12,11 @@ constexpr int noNull = 1, noNegative = 4;
 
 AcGePoint2d flat(const AcGePoint3d& point) { return {point.x, point.y}; }
 
-/// A polyline on its way: vertices, and the direction in which the last segment ends.
+/// A polyline on its way: vertices, and the direction in which the segment to each ends.
 struct Path {
   std::vector<AcDbPolyline::Vertex> vertices;
-  double startWidth = 0, endWidth = 0, direction = 0;
+  std::vector<double> directions = {0};
+  double startWidth = 0, endWidth = 0;
   double elevation = 0;
 
   void begin(const AcGePoint3d& point) {
@@ -24,36 +26,37 @@ struct Path {
   AcGePoint3d last() const { return {vertices.back().point.x, vertices.back().point.y, elevation}; }
   AcGePoint3d first() const { return {vertices.front().point.x, vertices.front().point.y, elevation}; }
 
-  void lineTo(const AcGePoint3d& point) {
-    direction = (flat(point) - vertices.back().point).angle();
-    add(point, 0);
-  }
+  void lineTo(const AcGePoint3d& point) { add(point, 0, (flat(point) - vertices.back().point).angle()); }
   /// An arc that leaves in the direction of the last segment: it turns by twice the angle between that and
   /// its chord, and its bulge is the tangent of a quarter of the turn.
   void arcTo(const AcGePoint3d& point) {
-    constexpr double fullTurn = 6.283185307179586477;
+    constexpr double fullTurn = 2 * std::numbers::pi;
+    const double direction = directions.back();
     const double half = std::remainder((flat(point) - vertices.back().point).angle() - direction, fullTurn);
-    direction += 2 * half;
-    add(point, std::tan(half / 2));
+    // Straight back there is no arc.
+    if (std::abs(half) > fullTurn / 2 - 1e-9) return lineTo(point);
+    add(point, std::tan(half / 2), direction + 2 * half);
   }
-  void add(const AcGePoint3d& point, double bulge) {
+  void add(const AcGePoint3d& point, double bulge, double direction) {
+    directions.push_back(direction);
     vertices.back().bulge = bulge;
     vertices.back().startWidth = startWidth, vertices.back().endWidth = endWidth;
     vertices.push_back({flat(point)});
     startWidth = endWidth;
   }
   void takeBack() {
-    if (vertices.size() > 1) vertices.pop_back();
+    if (vertices.size() > 1) vertices.pop_back(), directions.pop_back();
   }
 };
 
-void addPolyline(const std::vector<AcDbPolyline::Vertex>& vertices, bool closed) {
+void addPolyline(const std::vector<AcDbPolyline::Vertex>& vertices, bool closed, double elevation) {
   if (vertices.size() < 2) return;
   auto made = std::make_unique<AcDbPolyline>();
   for (const AcDbPolyline::Vertex& each : vertices) {
     made->addVertexAt(made->numVerts(), each.point, each.bulge, each.startWidth, each.endWidth);
   }
   made->setClosed(closed);
+  made->transformBy(AcGeMatrix3d::translation({0, 0, elevation}));
   addEntity(std::move(made));
 }
 
@@ -101,13 +104,14 @@ Task<> drawPolyline(CommandInput& input) {
       if (closed && drawsArcs) path.arcTo(path.first()), path.vertices.pop_back();
     }
   }
-  addPolyline(path.vertices, closed);
+  addPolyline(path.vertices, closed, path.elevation);
 }
 
 Task<> drawRectangle(CommandInput& input) {
   const Answer a = co_await input.point(L"\nSpecify first corner point: ", {}, {}, noNull);
   const Answer b = co_await input.point(L"\nSpecify other corner point: ", a.point, {}, noNull);
-  addPolyline({{flat(a.point)}, {{b.point.x, a.point.y}}, {flat(b.point)}, {{a.point.x, b.point.y}}}, true);
+  addPolyline({{flat(a.point)}, {{b.point.x, a.point.y}}, {flat(b.point)}, {{a.point.x, b.point.y}}}, true,
+              a.point.z);
 }
 
 }  // namespace host

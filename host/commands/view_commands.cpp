@@ -25,14 +25,15 @@ void showBox(const AcGePoint3d& a, const AcGePoint3d& b) {
   show(a + (b - a) * 0.5, height);
 }
 
-void showExtents() {
+void showExtents(CommandInput& input) {
   AcDbExtents all;
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
   forEachEntity(*drawing, Spaces::current, [&](AcDbEntity& entity, VisibleLayers::State layer) {
     AcDbExtents one;
     if (!layer.frozen && entity.getGeomExtents(one) == Acad::eOk) all.addExt(one);
   });
-  if (!all.isEmpty()) showBox(all.minPoint(), all.maxPoint());
+  if (all.isEmpty()) return input.say(L"\nThere is nothing to see.");
+  showBox(all.minPoint(), all.maxPoint());
 }
 
 double viewHeight() {
@@ -62,31 +63,32 @@ std::optional<double> parseMagnification(std::wstring text) {
   return factor && *factor > 0 ? factor : std::nullopt;
 }
 
-void magnify(const std::wstring& text) {
+void magnify(CommandInput& input, const std::wstring& text) {
   const auto factor = parseMagnification(text);
-  if (factor) setHostVariable(L"VIEWSIZE", viewHeight() / *factor);
+  if (!factor) return input.say(L"\nRequires a scale factor (nX or nXP).");
+  setHostVariable(L"VIEWSIZE", viewHeight() / *factor);
 }
 
 Task<> zoom(CommandInput& input) {
   const Answer answer = co_await input.point(
       L"\nSpecify corner of window, enter a scale factor (nX or nXP), or "
-      L"[All/Center/Extents/Previous/Scale/Window]: ",
-      {}, L"All Center Extents Previous Scale Window", RSG_OTHER);
+      L"[All/Center/Extents/Scale/Window]: ",
+      {}, L"All Center Extents Scale Window", RSG_OTHER);
   if (answer.given()) {
     const Answer b = co_await input.point(L"\nSpecify opposite corner: ", answer.point, {}, noNull);
     showBox(answer.point, b.point);
   } else if (answer.status != RTKWORD) {
     co_return;
   } else if (answer.text == L"All" || answer.text == L"Extents") {
-    showExtents();
+    showExtents(input);
   } else if (answer.text == L"Center") {
     co_await zoomCentre(input);
   } else if (answer.text == L"Window") {
     co_await zoomWindow(input);
   } else if (answer.text == L"Scale") {
-    magnify(co_await input.text(L"\nEnter a scale factor (nX or nXP): "));
-  } else if (answer.text != L"Previous") {
-    magnify(answer.text);
+    magnify(input, co_await input.text(L"\nEnter a scale factor (nX or nXP): "));
+  } else {
+    magnify(input, answer.text);
   }
 }
 

@@ -6,6 +6,7 @@
 #include "host/database/selection_set.h"
 #include "host/database/standard_drawing.h"
 #include "host/database/stubs.h"
+#include "platform/text/hex.h"
 #include "platform/text/letters.h"
 
 namespace {
@@ -227,11 +228,10 @@ int acdbRegApp(const ACHAR* name) {
 }
 
 int acdbHandEnt(const ACHAR* handle, ads_name name) {
-  ACHAR* end = nullptr;
-  const AcDbHandle value = std::wcstoull(handle ? handle : L"", &end, 16);
+  const auto value = readHex(handle ? handle : L"");
   AcDbObjectId id;
-  if (!workingDatabase || !end || *end) return RTERROR;
-  if (workingDatabase->getAcDbObjectId(id, false, value) != Acad::eOk || !id.isValid()) return RTERROR;
+  if (!workingDatabase || !value) return RTERROR;
+  if (workingDatabase->getAcDbObjectId(id, false, *value) != Acad::eOk || !id.isValid()) return RTERROR;
   return acdbGetAdsName(name, id) == Acad::eOk ? RTNORM : RTERROR;
 }
 

@@ -2,6 +2,7 @@
 
 #include "brx/db_dictionary.h"
 #include "host/database/fields.h"
+#include "platform/text/hex.h"
 
 ACRX_DEFINE_MEMBERS(AcDbSortentsTable)
 
@@ -90,9 +91,7 @@ Acad::ErrorStatus AcDbSortentsTable::dxfOutFields(AcDbDxfFiler* filer) const {
   for (const auto& [id, handle] : handles_) {
     if (id.isErased()) continue;
     filer->writeObjectId(331, id);
-    ACHAR digits[20];
-    std::swprintf(digits, std::size(digits), L"%llX", static_cast<unsigned long long>(handle));
-    filer->writeString(5, digits);
+    filer->writeString(5, hexText(handle).c_str());
   }
   return filer->filerStatus();
 }
@@ -106,8 +105,7 @@ Acad::ErrorStatus AcDbSortentsTable::dxfInFields(AcDbDxfFiler* filer) {
   while (filer->readItem(&item) == Acad::eOk) {
     host::DxfReader reader{*filer, item};
     reader.soft(330, block_), reader.soft(331, entity);
-    if (item.restype == 5 && !entity.isNull())
-      handles_[entity] = std::wcstoull(item.resval.rstring, nullptr, 16);
+    if (item.restype == 5 && !entity.isNull()) handles_[entity] = readHex(item.resval.rstring).value_or(0);
   }
   return filer->filerStatus();
 }

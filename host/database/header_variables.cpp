@@ -6,6 +6,7 @@
 #include <iterator>
 
 #include "host/database/fields.h"
+#include "platform/text/hex.h"
 
 namespace host {
 namespace {
@@ -224,11 +225,7 @@ std::optional<size_t> findHeaderVariable(std::wstring_view name) {
 
 HeaderValue headerValue(const AcDbDatabase& drawing, size_t variable) {
   const HeaderVariable& row = variables[variable];
-  if (row.kind == HeaderKind::handle) {
-    wchar_t digits[20];
-    std::swprintf(digits, std::size(digits), L"%llX", static_cast<unsigned long long>(drawing.handseed()));
-    return std::wstring(digits);
-  }
+  if (row.kind == HeaderKind::handle) return hexText(drawing.handseed());
   const HeaderValue& value = drawing.imp().header(variable);
   const auto* const id = std::get_if<AcDbObjectId>(&value);
   if (!id) return value;

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <limits>
+#include <numbers>
 
 #include "brx/editor_input.h"
 #include "host/lisp/units.h"
@@ -11,7 +12,7 @@ namespace {
 
 using Meaning = std::variant<Answer, Refusal, FirstPoint>;
 
-constexpr double fullTurn = 6.283185307179586477;
+constexpr double fullTurn = 2 * std::numbers::pi;
 constexpr int smallestInteger = std::numeric_limits<int16_t>::min();
 constexpr int largestInteger = std::numeric_limits<int16_t>::max();
 

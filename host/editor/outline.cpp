@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "brx/db_block.h"
 #include "host/text/format.h"
@@ -9,7 +10,7 @@
 namespace host {
 namespace {
 
-constexpr double fullTurn = 6.283185307179586477;
+constexpr double fullTurn = 2 * std::numbers::pi;
 constexpr int chordsOfTurn = 256;
 /// Blocks have a bound of their own; this is for modules' entities that draw each other.
 constexpr size_t deepestDrawing = 1000;

@@ -2,11 +2,12 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace host {
 namespace {
 
-constexpr double fullTurn = 6.283185307179586477;
+constexpr double fullTurn = 2 * std::numbers::pi;
 
 /// Above the rounding of coordinates of that size, far below what can be drawn.
 double toleranceOf(const PlaneBox& box) {
@@ -118,9 +119,7 @@ Region::Region(Kind kind, std::vector<AcGePoint2d> corners) : kind_(kind), corne
 }
 
 Region Region::box(const AcGePoint2d& a, const AcGePoint2d& b) {
-  Region made(Kind::polygon, {a, {b.x, a.y}, b, {a.x, b.y}});
-  made.isBox_ = true;
-  return made;
+  return Region(Kind::polygon, {a, {b.x, a.y}, b, {a.x, b.y}});
 }
 
 template <class Visit>

@@ -40,7 +40,6 @@ class Region {
   static Region box(const AcGePoint2d& a, const AcGePoint2d& b);
 
   const PlaneBox& bounds() const { return bounds_; }
-  bool isBox() const { return isBox_; }
   /// Inside or on the border; false for a fence.
   bool contains(const AcGePoint2d& point) const;
   /// The piece has a point in the polygon, or on the fence.
@@ -60,7 +59,6 @@ class Region {
   std::vector<double> crossings(const Piece& piece) const;
 
   Kind kind_;
-  bool isBox_ = false;
   std::vector<AcGePoint2d> corners_;
   PlaneBox bounds_;
   double tolerance_ = 0;

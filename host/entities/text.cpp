@@ -1,3 +1,5 @@
+#include <numbers>
+
 #include "brx/lisp_calls.h"
 #include "host/database/fields.h"
 #include "host/entities/text_drawing.h"
@@ -7,7 +9,7 @@ ACRX_DEFINE_MEMBERS(AcDbText)
 
 namespace {
 
-constexpr double turn = 6.283185307179586477;
+constexpr double turn = 2 * std::numbers::pi;
 constexpr double mostOblique = 1.4835298641951802;  // 85 degrees
 
 /// A text's line, laid out from the left end of its base line.

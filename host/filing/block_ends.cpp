@@ -4,6 +4,7 @@
 
 #include "host/filing/handles.h"
 #include "host/filing/object_walk.h"
+#include "platform/text/hex.h"
 
 namespace host {
 namespace {
@@ -13,11 +14,9 @@ constexpr const ACHAR* endName = L"ENDBLK";
 
 /// An end as it is kept: its name under code 0, its handle, its layer.
 void keepEnd(const ACHAR* name, AcDbHandle handle, const std::wstring& layer, AcDbBlockTableRecord& block) {
-  wchar_t digits[24];
-  std::swprintf(digits, 24, L"%llX", static_cast<unsigned long long>(handle));
   GroupList& kept = extrasOf(block).kept;
   kept.append(0, name);
-  kept.append(5, digits);
+  kept.append(5, hexText(handle).c_str());
   if (!layer.empty()) kept.append(8, layer.c_str());
 }
 
@@ -32,7 +31,7 @@ BlockEnd findEnd(const AcDbBlockTableRecord& block, const ACHAR* name) {
   bool inside = false;
   for (const resbuf* each = extras ? extras->kept.head() : nullptr; each; each = each->rbnext) {
     if (each->restype == 0) inside = std::wcscmp(each->resval.rstring, name) == 0;
-    if (inside && each->restype == 5) found.handle = std::wcstoull(each->resval.rstring, nullptr, 16);
+    if (inside && each->restype == 5) found.handle = readHex(each->resval.rstring).value_or(0);
     if (inside && each->restype == 8) found.layer = each->resval.rstring;
   }
   return found;

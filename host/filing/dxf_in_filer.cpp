@@ -5,6 +5,7 @@
 
 #include "brx/db_database.h"
 #include "host/database/group_codes.h"
+#include "platform/text/hex.h"
 
 namespace host {
 namespace {
@@ -19,20 +20,14 @@ bool sameName(std::string_view narrow, const ACHAR* wide) {
   return !*wide;
 }
 
-int hexadecimal(char c) {
-  if (c >= '0' && c <= '9') return c - '0';
-  const int letter = (c | 32) - 'a';
-  return letter >= 0 && letter < 6 ? letter + 10 : -1;
-}
-
 /// False when a character is no hexadecimal digit; what stands before it is kept.
 bool readChunk(const DxfGroup& group, std::string& bytes) {
   bytes.clear();
   if (group.binary) return bytes = group.raw, true;
   for (size_t i = 0; i + 1 < group.raw.size(); i += 2) {
-    const int high = hexadecimal(group.raw[i]), low = hexadecimal(group.raw[i + 1]);
-    if (high < 0 || low < 0) return false;
-    bytes += static_cast<char>(high << 4 | low);
+    const auto byte = readHex(group.raw.substr(i, 2));
+    if (!byte) return false;
+    bytes += static_cast<char>(*byte);
   }
   return group.raw.size() % 2 == 0;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <numbers>
 #include <string>
 #include <vector>
 
@@ -9,7 +10,7 @@
 
 namespace host {
 
-constexpr double radiansOfDegree = 0.017453292519943295;
+constexpr double radiansOfDegree = std::numbers::pi / 180;
 /// Codes whose values are degrees in files and radians to objects.
 constexpr bool isAngle(int code) { return code >= 50 && code <= 58; }
 

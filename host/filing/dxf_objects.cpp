@@ -6,6 +6,7 @@
 #include "host/filing/handles.h"
 #include "host/filing/object_walk.h"
 #include "host/rx/registry.h"
+#include "platform/text/hex.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -184,9 +185,7 @@ void DxfObjects::keepRecord(const DxfRecord& record, GroupList& kept) {
   filer_.tellOf(record.handle);
   resbuf item{};
   if (record.handle) {
-    wchar_t digits[24];
-    std::swprintf(digits, 24, L"%llX", static_cast<unsigned long long>(record.handle));
-    kept.append(5, digits);
+    kept.append(5, hexText(record.handle).c_str());
     // No other object may get it.
     AcDbObjectId reserved;
     if (record.handle < handleLimit) drawing_.getAcDbObjectId(reserved, true, record.handle);

@@ -5,6 +5,7 @@
 
 #include "host/filing/dxf_text.h"
 #include "platform/files/whole_file.h"
+#include "platform/text/hex.h"
 
 namespace host {
 
@@ -67,26 +68,17 @@ void DxfSink::integer(int group, Adesk::Int64 value) {
 
 void DxfSink::handle(int group, Adesk::UInt64 value) {
   code(group);
-  char digits[20];
-  const auto [end, problem] = std::to_chars(digits, digits + sizeof digits, value, 16);
-  for (char* each = digits; each != end; ++each) {
-    if (*each >= 'a') *each = static_cast<char>(*each - 'a' + 'A');
-  }
-  buffer_.append(digits, static_cast<size_t>(end - digits));
+  buffer_ += hexText<char>(value);
   endGroup();
 }
 
 void DxfSink::chunk(int group, std::string_view bytes) {
   // The format's own limit for one group.
   constexpr size_t most = 127;
-  constexpr char digits[] = "0123456789ABCDEF";
   do {
     const std::string_view part = bytes.substr(0, most);
     code(group);
-    for (const char c : part) {
-      buffer_ += digits[static_cast<unsigned char>(c) >> 4];
-      buffer_ += digits[static_cast<unsigned char>(c) & 15];
-    }
+    for (const char c : part) appendHex(buffer_, static_cast<unsigned char>(c));
     endGroup();
     bytes.remove_prefix(part.size());
   } while (!bytes.empty());

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/text/hex.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -14,18 +15,8 @@ bool isPlain(std::string_view bytes) {
 /// Value of `count` hexadecimal digits at `at`; -1 when they aren't there.
 int hexadecimal(const std::wstring& text, size_t at, size_t count) {
   if (at + count > text.size()) return -1;
-  int value = 0;
-  for (size_t i = at; i < at + count; ++i) {
-    const wchar_t c = text[i];
-    if (c >= L'0' && c <= L'9') {
-      value = value * 16 + (c - L'0');
-    } else if ((c | 32) >= L'a' && (c | 32) <= L'f') {
-      value = value * 16 + ((c | 32) - L'a' + 10);
-    } else {
-      return -1;
-    }
-  }
-  return value;
+  const auto value = readHex(std::wstring_view(text).substr(at, count));
+  return value ? static_cast<int>(*value) : -1;
 }
 
 bool standsForControl(wchar_t behindCaret) { return behindCaret >= L'@' && behindCaret <= L'_'; }

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "platform/text/hex.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -12,6 +13,7 @@ namespace {
 constexpr std::string_view binaryMark("AutoCAD Binary DXF\r\n\x1a\0", 22);
 constexpr std::string_view utf8Mark("\xEF\xBB\xBF");
 
+/// Without control characters as well: old files end with one.
 std::string_view trimmed(std::string_view text) {
   while (!text.empty() && static_cast<unsigned char>(text.front()) <= ' ') text.remove_prefix(1);
   while (!text.empty() && static_cast<unsigned char>(text.back()) <= ' ') text.remove_suffix(1);
@@ -112,12 +114,9 @@ bool DxfGroup::integer(int64_t& value) const {
 }
 
 bool DxfGroup::handle(uint64_t& value) const {
-  value = 0;
-  const std::string_view text = trimmed(raw);
-  const auto [end, problem] = std::from_chars(text.data(), text.data() + text.size(), value, 16);
-  if (problem == std::errc() && end == text.data() + text.size()) return true;
-  value = 0;
-  return false;
+  const auto read = readHex(trimmed(raw));
+  value = read.value_or(0);
+  return read.has_value();
 }
 
 DxfTokens::DxfTokens(std::string_view bytes, FilingReport& report) : bytes_(bytes), report_(report) {

@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "platform/text/hex.h"
+
 namespace host {
 
 void FilingReport::add(size_t place, AcDbHandle handle, std::wstring text) {
@@ -14,11 +16,7 @@ std::wstring FilingReport::text(const std::wstring& file, size_t most) const {
     const FilingMessage& each = messages_[i];
     all += file;
     if (each.place) all += L", line " + std::to_wstring(each.place);
-    if (each.handle) {
-      wchar_t digits[24];
-      std::swprintf(digits, 24, L"%llX", static_cast<unsigned long long>(each.handle));
-      all += std::wstring(L", handle ") + digits;
-    }
+    if (each.handle) all += L", handle " + hexText(each.handle);
     all += L": " + each.text + L"\n";
   }
   if (count_ > most) all += file + L": " + std::to_wstring(count_ - most) + L" more messages\n";

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <numbers>
 #include <vector>
 
 #include "brx/arrays.h"
@@ -7,7 +8,7 @@
 
 namespace host {
 
-constexpr double fullTurn = 6.283185307179586477;
+constexpr double fullTurn = 2 * std::numbers::pi;
 
 /// From 0 below a full turn.
 double wrapped(double angle);

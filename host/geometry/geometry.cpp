@@ -1,3 +1,4 @@
+#include <numbers>
 #include <utility>
 
 #include "brx/ge_matrix.h"
@@ -18,7 +19,7 @@ AcGeVector3d AcGeVector3d::perpVector() const {
 
 double AcGeVector3d::angleTo(const AcGeVector3d& o, const AcGeVector3d& axis) const {
   const double angle = angleTo(o);
-  return crossProduct(o).dotProduct(axis) < 0 ? 6.283185307179586477 - angle : angle;
+  return crossProduct(o).dotProduct(axis) < 0 ? 2 * std::numbers::pi - angle : angle;
 }
 
 AcGeVector3d& AcGeVector3d::rotateBy(double angle, const AcGeVector3d& axis) {

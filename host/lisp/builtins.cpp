@@ -1,5 +1,7 @@
 #include "host/lisp/builtins.h"
 
+#include <numbers>
+
 #include "host/lisp/printer.h"
 
 namespace lisp {
@@ -11,7 +13,7 @@ void defineBuiltins(Interpreter& lisp) {
     for (const Builtin& row : table) lisp.define(row.name, row.body, row.fewest, row.most);
   }
   Symbol* const pi = lisp.intern(L"PI");
-  pi->value = Value(3.141592653589793);
+  pi->value = Value(std::numbers::pi);
   pi->constant = true;
 }
 

@@ -1,5 +1,6 @@
 #include <array>
 #include <cmath>
+#include <numbers>
 
 #include "host/lisp/builtins.h"
 
@@ -11,7 +12,7 @@ struct Point {
   bool flat = true;
 };
 
-constexpr double fullTurn = 6.283185307179586;
+constexpr double fullTurn = 2 * std::numbers::pi;
 // Lines that turn against each other by less have no crossing that could be told from none.
 constexpr double parallel = 1e-14;
 

@@ -1,5 +1,6 @@
 #include "host/lisp/printer.h"
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 
@@ -148,8 +149,7 @@ std::wstring printedReal(double value) {
   if (std::isnan(value)) return L"nan";
   if (std::isinf(value)) return value > 0 ? L"inf" : L"-inf";
   char text[32];
-  std::snprintf(text, sizeof text, "%.6g", value);
-  std::string digits = text;
+  std::string digits(text, std::to_chars(text, text + sizeof text, value, std::chars_format::general, 6).ptr);
   if (digits.find('.') == std::string::npos) {
     const size_t exponent = digits.find('e');
     digits.insert(exponent == std::string::npos ? digits.size() : exponent, ".0");

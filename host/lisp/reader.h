@@ -42,8 +42,8 @@ class Reader {
   Symbol* quote_;
   size_t at_ = 0;
   int line_ = 1;
-  size_t formStart_ = 0;
   int formLine_ = 1;
+  size_t formStart_ = 0;
 };
 
 /// What a token means: an integer, a real (also an integer beyond 32 bits), or a symbol.

@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 #include <cstdio>
+#include <numbers>
 #include <string_view>
 
 #include "platform/text/letters.h"
@@ -12,15 +13,14 @@
 namespace lisp {
 namespace {
 
-constexpr double pi = 3.141592653589793;
+constexpr double pi = std::numbers::pi;
 constexpr int mostDecimals = 16;
 constexpr int mostFractionBits = 8;
 constexpr double inchesPerFoot = 12.0;
 
 std::string fixedText(double value, int decimals) {
   char text[400];
-  std::snprintf(text, sizeof text, "%.*f", decimals, value);
-  return text;
+  return {text, std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, decimals).ptr};
 }
 
 void dropTrailingZeros(std::string& text) {
@@ -42,8 +42,10 @@ std::string decimalText(double magnitude, int decimals, const ZeroRules& zeros) 
 
 std::string scientificText(double magnitude, int decimals) {
   char text[64];
-  std::snprintf(text, sizeof text, "%.*E", decimals, magnitude);
-  return text;
+  std::string digits(
+      text, std::to_chars(text, text + sizeof text, magnitude, std::chars_format::scientific, decimals).ptr);
+  if (const size_t e = digits.find('e'); e != std::string::npos) digits[e] = 'E';
+  return digits;
 }
 
 // Feet in front of a text of inches: 1'-3.5", 3.5", 1'; typed 1'3.5".

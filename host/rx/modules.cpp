@@ -38,6 +38,12 @@ std::wstring moduleName(const std::wstring& fileName) {
 
 }  // namespace
 
+const FunctionHelp* Application::helpOn(const std::wstring& function) const {
+  if (!library) return nullptr;
+  const auto help = reinterpret_cast<FunctionHelpEntry>(dlsym(library, functionHelpEntry));
+  return help ? help(function.c_str()) : nullptr;
+}
+
 Application* Modules::find(const std::wstring& fileName) const {
   const std::wstring name = moduleName(fileName);
   for (Application* each : loaded_) {

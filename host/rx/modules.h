@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "brx/rx_modules.h"
+#include "interfaces/function_help.h"
 
 namespace host {
 
@@ -23,6 +24,8 @@ struct Application {
   std::vector<int (*)()> functions;
 
   bool isLoaded() const { return entry != nullptr; }
+  /// What the module tells of one of its functions; null where it tells nothing.
+  const FunctionHelp* helpOn(const std::wstring& function) const;
 };
 
 /// What the loader needs of the documents, so that it stands below them.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <optional>
 
 #include "host/text/single_line.h"
@@ -12,7 +13,7 @@ namespace {
 
 /// Factors and heights of codes stay in a range in which products of them can be drawn.
 constexpr double smallest = 1e-6, largest = 1e6;
-constexpr double degree = 0.017453292519943296;
+constexpr double degree = std::numbers::pi / 180;
 
 class CodeReader {
  public:

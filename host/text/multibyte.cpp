@@ -5,22 +5,16 @@
 #include <cstddef>
 #include <iterator>
 
+#include "platform/text/hex.h"
+
 namespace host::text {
 namespace {
 
 /// The number of `count` hexadecimal digits, -1 when one is missing.
 long hexadecimal(std::wstring_view text, size_t at, size_t count) {
   if (at + count > text.size()) return -1;
-  long value = 0;
-  for (const wchar_t letter : text.substr(at, count)) {
-    const int digit = letter >= L'0' && letter <= L'9'   ? letter - L'0'
-                      : letter >= L'a' && letter <= L'f' ? letter - L'a' + 10
-                      : letter >= L'A' && letter <= L'F' ? letter - L'A' + 10
-                                                         : -1;
-    if (digit < 0) return -1;
-    value = value * 16 + digit;
-  }
-  return value;
+  const auto value = readHex(text.substr(at, count));
+  return value ? static_cast<long>(*value) : -1;
 }
 
 constexpr const char* codePages[] = {"CP932", "BIG5", "CP949", "JOHAB", "GBK"};

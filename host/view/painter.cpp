@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 #include "host/view/clip.h"
 #include "host/view/dashes.h"
@@ -194,7 +195,7 @@ class Painter {
       default:
         break;
     }
-    if (look.shape & 32) tracePart({at, {half, 0}, {0, half}}, 0, 6.283185307179586477, false);
+    if (look.shape & 32) tracePart({at, {half, 0}, {0, half}}, 0, 2 * std::numbers::pi, false);
     if (look.shape & 64) {
       stroke(at.x - half, at.y - half, at.x + half, at.y - half),
           stroke(at.x + half, at.y - half, at.x + half, at.y + half);

@@ -1,5 +1,7 @@
 #include "host/view/recorder.h"
 
+#include <numbers>
+
 #include "brx/db_dictionary.h"
 #include "brx/gi_viewport.h"
 #include "host/database/header_variables.h"
@@ -12,7 +14,7 @@ namespace {
 
 /// For entities that draw without end; what blocks hold has a bound of its own.
 constexpr size_t mostItems = 20'000'000, mostObjects = 50'000'000;
-constexpr double turn = 6.283185307179586477;
+constexpr double turn = 2 * std::numbers::pi;
 
 /// Beyond this, products of coordinates would be no numbers any more.
 constexpr double farthest = 1e100;

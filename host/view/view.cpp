@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 
 namespace host::view {
 
@@ -35,7 +36,7 @@ LettersInk inkOf(const Letters& letters) {
 
 namespace {
 
-constexpr double turn = 6.283185307179586477;
+constexpr double turn = 2 * std::numbers::pi;
 
 /// Ends, and the points where the curve turns back along an axis of the plane.
 PlaneBox boxOfArc(const Arc& arc, const Projection& projection) {

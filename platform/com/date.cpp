@@ -1,6 +1,7 @@
 #ifndef _WIN32
 
 #include <langinfo.h>
+#include <chrono>
 #include <clocale>
 #include <cmath>
 #include <cstdlib>
@@ -20,27 +21,12 @@ constexpr double endDay = 2958466;      // the day after 9999-12-31
 constexpr int64_t epochOffset = 25569;  // days from 1899-12-30 to 1970-01-01
 constexpr int64_t secondsOfDay = 24 * 3600;
 
-// Days since 1970-01-01 of a date of the Gregorian calendar, and back. Years are counted from March on,
-// so that the leap day ends one, in eras of 400 years.
-int64_t daysFromDate(int64_t year, unsigned month, unsigned day) {
-  year -= month <= 2;
-  const int64_t era = (year >= 0 ? year : year - 399) / 400;
-  const auto yearOfEra = static_cast<unsigned>(year - era * 400);
-  const unsigned dayOfYear = (153 * (month > 2 ? month - 3 : month + 9) + 2) / 5 + day - 1;
-  const unsigned dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-  return era * 146097 + static_cast<int64_t>(dayOfEra) - 719468;
-}
-
+// `days` since 1970-01-01.
 void dateFromDays(int64_t days, int& year, int& month, int& day) {
-  days += 719468;
-  const int64_t era = (days >= 0 ? days : days - 146096) / 146097;
-  const auto dayOfEra = static_cast<unsigned>(days - era * 146097);
-  const unsigned yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  const unsigned dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  const unsigned shifted = (5 * dayOfYear + 2) / 153;
-  day = static_cast<int>(dayOfYear - (153 * shifted + 2) / 5 + 1);
-  month = static_cast<int>(shifted < 10 ? shifted + 3 : shifted - 9);
-  year = static_cast<int>(static_cast<int64_t>(yearOfEra) + era * 400 + (month <= 2));
+  const std::chrono::year_month_day date{std::chrono::sys_days(std::chrono::days(days))};
+  year = static_cast<int>(date.year());
+  month = static_cast<int>(static_cast<unsigned>(date.month()));
+  day = static_cast<int>(static_cast<unsigned>(date.day()));
 }
 
 struct Moment {
@@ -255,14 +241,15 @@ INT VariantTimeToSystemTime(DATE date, SYSTEMTIME* parts) {
 INT SystemTimeToVariantTime(SYSTEMTIME* parts, DATE* date) {
   if (!parts || !date) return 0;
   if (parts->wYear < 100 || parts->wYear > 9999 || parts->wMonth < 1 || parts->wMonth > 12 ||
-      parts->wDay < 1 || parts->wHour > 23 || parts->wMinute > 59 || parts->wSecond > 59) {
+      parts->wDay < 1 || parts->wDay > 31 || parts->wHour > 23 || parts->wMinute > 59 ||
+      parts->wSecond > 59) {
     return 0;
   }
-  const int64_t day = daysFromDate(parts->wYear, parts->wMonth, parts->wDay);
-  int year, month, dayOfMonth;
-  dateFromDays(day, year, month, dayOfMonth);
-  if (month != parts->wMonth || dayOfMonth != parts->wDay) return 0;
-  const double whole = static_cast<double>(day + epochOffset);
+  const std::chrono::year_month_day day(std::chrono::year(parts->wYear), std::chrono::month(parts->wMonth),
+                                        std::chrono::day(parts->wDay));
+  if (!day.ok()) return 0;
+  const double whole =
+      static_cast<double>(std::chrono::sys_days(day).time_since_epoch().count() + epochOffset);
   const double fraction =
       (parts->wHour * 3600 + parts->wMinute * 60 + parts->wSecond) / static_cast<double>(secondsOfDay);
   *date = whole < 0 ? whole - fraction : whole + fraction;

@@ -5,18 +5,12 @@
 #include <cwchar>
 
 #include "platform/com/automation.h"
+#include "platform/text/hex.h"
 
 namespace {
 
-int hexDigit(wchar_t c) {
-  if (c >= L'0' && c <= L'9') return c - L'0';
-  if (c >= L'a' && c <= L'f') return c - L'a' + 10;
-  if (c >= L'A' && c <= L'F') return c - L'A' + 10;
-  return -1;
-}
-
 // Reads 2 × `bytes` hex digits, most significant first, and moves on; false on any other character.
-bool readHex(const wchar_t*& text, int bytes, uint64_t& value) {
+bool takeHex(const wchar_t*& text, int bytes, uint64_t& value) {
   value = 0;
   for (int i = 0; i < 2 * bytes; ++i) {
     const int digit = hexDigit(*text);
@@ -44,9 +38,9 @@ HRESULT CLSIDFromString(const OLECHAR* text, CLSID* guid) {
   *guid = GUID{};
   uint64_t one, two, three, four, five;
   auto take = [&](wchar_t c) { return *text == c ? (++text, true) : false; };
-  const bool good = take(L'{') && readHex(text, 4, one) && take(L'-') && readHex(text, 2, two) &&
-                    take(L'-') && readHex(text, 2, three) && take(L'-') && readHex(text, 2, four) &&
-                    take(L'-') && readHex(text, 6, five) && take(L'}') && *text == 0;
+  const bool good = take(L'{') && takeHex(text, 4, one) && take(L'-') && takeHex(text, 2, two) &&
+                    take(L'-') && takeHex(text, 2, three) && take(L'-') && takeHex(text, 2, four) &&
+                    take(L'-') && takeHex(text, 6, five) && take(L'}') && *text == 0;
   if (!good) return CO_E_CLASSSTRING;
   guid->Data1 = static_cast<uint32_t>(one);
   guid->Data2 = static_cast<uint16_t>(two);

@@ -41,7 +41,6 @@ BoxAnswer ScriptedDesktop::messageBox(const Box& box) {
 }
 
 void ScriptedDesktop::beep(int kind) {
-  beeps_.push_back(kind);
   if (beneath_) beneath_->beep(kind);
 }
 

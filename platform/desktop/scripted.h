@@ -32,8 +32,6 @@ class ScriptedDesktop : public Desktop {
   void useWidgets() { widgets_ = true; }
   /// The boxes since the last call.
   std::vector<Shown> takeBoxes() { return std::exchange(boxes_, {}); }
-  /// The beeps since the last call.
-  std::vector<int> takeBeeps() { return std::exchange(beeps_, {}); }
 
   BoxAnswer messageBox(const Box& box) override;
   void beep(int kind) override;
@@ -56,7 +54,6 @@ class ScriptedDesktop : public Desktop {
   std::deque<BoxAnswer> answers_;
   std::deque<std::optional<std::wstring>> files_;
   std::vector<Shown> boxes_;
-  std::vector<int> beeps_;
   std::deque<FormScript> dialogs_;
   ScriptList dialogLog_;
   bool widgets_ = false;

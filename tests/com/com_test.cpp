@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -163,6 +164,35 @@ TEST(SafeArray, HoldsPlainTypesAndTexts) {
   EXPECT_EQ(out.view(), L"two");
 }
 
+TEST(SafeArray, RefusesWhatIsOutsideOrOfAnotherType) {
+  COleSafeArray array;
+  LONG index = 0;
+  EXPECT_EQ(SafeArrayGetElement(nullptr, &index, nullptr), E_INVALIDARG);
+  array.CreateOneDim(VT_BSTR, 2);
+  Bstr out;
+  for (const LONG outside :
+       {LONG{-1}, LONG{2}, std::numeric_limits<LONG>::max(), std::numeric_limits<LONG>::min()}) {
+    index = outside;
+    EXPECT_EQ(SafeArrayPutElement(array.parray, &index, Bstr(L"x").get()), DISP_E_BADINDEX) << outside;
+    EXPECT_EQ(SafeArrayGetElement(array.parray, &index, out.put()), DISP_E_BADINDEX) << outside;
+  }
+  EXPECT_THROW(array.variantAt(0), ComError) << "texts are no variants";
+  array.Clear();
+  EXPECT_TRUE(array.empty());
+  array.Clear();
+
+  // An array that holds an array is copied to its depth.
+  COleSafeArray inner, outer;
+  const COleVariant word(L"deep");
+  inner.CreateOneDim(VT_VARIANT, 1, nullptr);
+  inner.PutElement(0, &word);
+  outer.CreateOneDim(VT_VARIANT, 1, nullptr);
+  outer.PutElement(0, &inner);
+  const COleSafeArray copy = outer;
+  inner.Clear(), outer.Clear();
+  EXPECT_EQ(COleSafeArray(copy.variantAt(0)).variantAt(0).text(), L"deep");
+}
+
 TEST(SafeArray, CantBeFreedWhileItsDataAreUsed) {
   COleSafeArray array;
   array.CreateOneDim(VT_VARIANT, 2);
@@ -261,10 +291,22 @@ TEST(ComErrorTest, KeepsResultAndInterface) {
 
 TEST(CallTrace, GivesTheCallsOnce) {
   recordCall(L"Seek1", {COleVariant(L"ABC")});
+  recordCall(L"Skip", {COleVariant(LONG{2})});
   const auto calls = takeTracedCalls();
-  ASSERT_EQ(calls.size(), 1u);
+  ASSERT_EQ(calls.size(), 2u);
+  EXPECT_EQ(calls[0].method, L"Seek1");
   EXPECT_EQ(calls[0].arguments[0].text(), L"ABC");
+  EXPECT_EQ(calls[1].method, L"Skip") << "oldest first";
   EXPECT_TRUE(takeTracedCalls().empty());
+}
+
+TEST(CallTrace, DropsTheOldestOfTooMany) {
+  constexpr size_t most = 100'000;
+  for (size_t i = 0; i < most + 2; ++i) recordCall(std::to_wstring(i), {});
+  const auto calls = takeTracedCalls();
+  ASSERT_EQ(calls.size(), most);
+  EXPECT_EQ(calls.front().method, L"2");
+  EXPECT_EQ(calls.back().method, std::to_wstring(most + 1));
 }
 
 }  // namespace

@@ -101,6 +101,21 @@ TEST_F(ModuleTest, DefinesBothTablesForEachDrawingUnderTheSameCodes) {
   EXPECT_EQ(functions(), first);
 }
 
+TEST_F(ModuleTest, TellsOfItsFunctionsAsLongAsItIsLoaded) {
+  ASSERT_TRUE(load());
+  host::Application& application = *functions().at(L"zb_seek").first;
+  for (const wchar_t* name : {L"zb_seek", L"ZB_SEEK"}) {
+    const FunctionHelp* const help = application.helpOn(name);
+    ASSERT_TRUE(help) << "whatever the case: LISP's names are in capitals";
+    EXPECT_STREQ(help->arguments, L"key …");
+  }
+  EXPECT_TRUE(application.helpOn(L"ACDBCURVE::GETLENGTH"));
+  EXPECT_FALSE(application.helpOn(L"zb_see"));
+  std::wstring problem;
+  ASSERT_TRUE(host::modules().unload(L"zarbo", problem));
+  EXPECT_FALSE(application.helpOn(L"zb_seek"));
+}
+
 TEST_F(ModuleTest, CanBeUnloadedAndLoadedAgain) {
   ASSERT_TRUE(load());
   std::wstring problem;

@@ -8,7 +8,6 @@ import re
 import sys
 
 HERE = pathlib.Path(__file__).resolve().parent
-ROOT = pathlib.Path(sys.argv[1] if len(sys.argv) > 1 else HERE.parent.parent)
 
 INCLUDE = re.compile(r'\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 SYSTEM = re.compile(r"(unistd|fcntl|dlfcn|windows|poll|pwd|spawn|signal|termios)\.h|(sys|arpa|netinet)/")
@@ -92,6 +91,7 @@ def check_file(name, room, text, table, defined):
 
 
 if __name__ == "__main__":
-    problems = list(check(ROOT, arrows()))
+    root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else HERE.parent.parent
+    problems = list(check(root, arrows()))
     print("\n".join(problems))
     sys.exit(bool(problems))

@@ -5,6 +5,7 @@
 
 #include "engine/jet_sql/date.h"
 #include "engine/jet_sql/functions.h"
+#include "platform/text/hex.h"
 
 namespace {
 
@@ -26,12 +27,8 @@ std::string exactText(Real value) {
 }
 
 std::string hexDigits(const std::string& bytes) {
-  constexpr char digits[] = "0123456789ABCDEF";
   std::string text;
-  for (const char c : bytes) {
-    const auto byte = static_cast<unsigned char>(c);
-    text += {digits[byte >> 4], digits[byte & 15]};
-  }
+  for (const char c : bytes) appendHex(text, static_cast<unsigned char>(c));
   return text;
 }
 

@@ -1,14 +1,25 @@
 #pragma once
 
 #include <span>
+#include <string_view>
 
 #include "brx/adesk.h"
+#include "interfaces/function_help.h"
 
 /// A LISP name and the wrapper that the host calls for it.
 struct TableRow {
   const ACHAR* name;
   int (*wrapper)();
 };
+
+/// True when the help tells of the same functions in the same order.
+constexpr bool isDescribed(std::span<const TableRow> table, std::span<const FunctionHelp> help) {
+  if (table.size() != help.size()) return false;
+  for (size_t i = 0; i < table.size(); ++i) {
+    if (std::wstring_view(table[i].name) != help[i].name) return false;
+  }
+  return true;
+}
 
 /// Defines the rows for the current drawing, in order, under the codes `base`, `base` + 1, …
 void registerTable(std::span<const TableRow> table, int base);

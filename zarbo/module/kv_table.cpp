@@ -13,6 +13,7 @@
 #include "zarbo/ductsolids/solid_functions.h"
 #include "zarbo/jigs/jig_functions.h"
 #include "zarbo/module/function_table.h"
+#include "zarbo/module/kv_help.h"
 #include "zarbo/module/wrappers.h"
 #include "zarbo/standards/layer_creation.h"
 #include "zarbo/support/service_functions.h"
@@ -153,6 +154,7 @@ constexpr TableRow rows[] = {
     {L"kv_kv-safeContinue", kvEntry<kvSafeContinue>},
 };
 static_assert(std::size(rows) == 108);
+static_assert(isDescribed(rows, kvHelp), "each row has its line of help, in the same order");
 
 }  // namespace
 

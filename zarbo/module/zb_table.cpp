@@ -8,6 +8,7 @@
 #include "zarbo/drawing/numeric_functions.h"
 #include "zarbo/module/function_table.h"
 #include "zarbo/module/wrappers.h"
+#include "zarbo/module/zb_help.h"
 #include "zarbo/support/service_functions.h"
 
 namespace {
@@ -79,6 +80,7 @@ constexpr TableRow rows[] = {
     {L"zb_relationInfo", zbEntry<zbOnlyIn32Bit>},
 };
 static_assert(std::size(rows) == 63);
+static_assert(isDescribed(rows, zbHelp), "each row has its line of help, in the same order");
 
 }  // namespace
 
