@@ -3,24 +3,11 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/description.h"
 #include "engine/errors.h"
 #include "engine/jet_sql/printer.h"
 
 namespace {
-
-constexpr const char* systemTables = R"(
-CREATE TABLE zb_tables(name TEXT NOT NULL COLLATE JET PRIMARY KEY, stored TEXT NOT NULL, row_id TEXT NOT NULL) STRICT;
-CREATE TABLE zb_columns(table_name TEXT NOT NULL COLLATE JET, position INTEGER NOT NULL, name TEXT NOT NULL,
-  type TEXT NOT NULL, size INTEGER NOT NULL, required INTEGER NOT NULL, counter INTEGER NOT NULL,
-  empty_allowed INTEGER NOT NULL, default_value TEXT NOT NULL, PRIMARY KEY(table_name, position)) STRICT;
-CREATE TABLE zb_indexes(table_name TEXT NOT NULL COLLATE JET, position INTEGER NOT NULL, name TEXT NOT NULL,
-  columns TEXT NOT NULL, is_primary INTEGER NOT NULL, is_unique INTEGER NOT NULL, required INTEGER NOT NULL,
-  ignore_null INTEGER NOT NULL, PRIMARY KEY(table_name, position)) STRICT;
-CREATE TABLE zb_relations(name TEXT NOT NULL COLLATE JET PRIMARY KEY, table_name TEXT NOT NULL COLLATE JET,
-  foreign_table TEXT NOT NULL COLLATE JET, columns TEXT NOT NULL, foreign_columns TEXT NOT NULL,
-  cascade_update INTEGER NOT NULL, cascade_delete INTEGER NOT NULL, null_on_delete INTEGER NOT NULL) STRICT;
-CREATE TABLE zb_queries(name TEXT NOT NULL COLLATE JET PRIMARY KEY, sql TEXT NOT NULL) STRICT;
-)";
 
 struct TypeRow {
   jet::Type type;
@@ -29,12 +16,18 @@ struct TypeRow {
 };
 
 constexpr TypeRow typeRows[] = {
-    {jet::Type::YesNo, "yesno", "INTEGER"},        {jet::Type::Byte, "byte", "INTEGER"},
-    {jet::Type::Integer, "integer", "INTEGER"},    {jet::Type::Long, "long", "INTEGER"},
-    {jet::Type::Currency, "currency", "INTEGER"},  {jet::Type::Single, "single", "REAL"},
-    {jet::Type::Double, "double", "REAL"},         {jet::Type::Date, "date", "REAL"},
-    {jet::Type::Text, "text", "TEXT COLLATE JET"}, {jet::Type::Memo, "memo", "TEXT COLLATE JET"},
-    {jet::Type::Binary, "binary", "BLOB"},         {jet::Type::Guid, "guid", "TEXT COLLATE JET"},
+    {jet::Type::YesNo, "yesno", "INTEGER"},
+    {jet::Type::Byte, "byte", "INTEGER"},
+    {jet::Type::Integer, "integer", "INTEGER"},
+    {jet::Type::Long, "long", "INTEGER"},
+    {jet::Type::Currency, "currency", "INTEGER"},
+    {jet::Type::Single, "single", "REAL"},
+    {jet::Type::Double, "double", "REAL"},
+    {jet::Type::Date, "date", "REAL"},
+    {jet::Type::Text, "text", "TEXT"},
+    {jet::Type::Memo, "memo", "TEXT"},
+    {jet::Type::Binary, "binary", "BLOB"},
+    {jet::Type::Guid, "guid", "TEXT"},
 };
 
 const TypeRow& rowOf(jet::Type type) {
@@ -137,6 +130,25 @@ void requireName(std::string_view name) {
                             std::string_view(".![]`").find(c) != std::string_view::npos;
                    });
   if (bad) fail(badName, name);
+}
+
+std::string_view storageOfType(std::string_view typeName) {
+  for (const TypeRow& row : typeRows) {
+    if (typeName == row.name) return row.storage;
+  }
+  return {};
+}
+
+std::string likelyType(std::string_view damagedName, std::string_view storage) {
+  for (const TypeRow& row : typeRows) {
+    const std::string_view name = row.name;
+    if (storageOfType(name) != storage || name.size() != damagedName.size()) continue;
+    size_t different = 0;
+    for (size_t i = 0; i < name.size(); ++i) different += name[i] != damagedName[i];
+    if (different <= 2) return std::string(name);
+  }
+  // These lose limits only, whereas each other storage has types that read the same value differently.
+  return storage == "TEXT" ? "memo" : storage == "BLOB" ? "binary" : "";
 }
 
 void createSystemTables(Database& database) { database.execute(systemTables, Access::Schema); }
@@ -302,8 +314,10 @@ const jet::Table& DatabaseCatalog::require(std::string_view name) {
 jet::Catalog::Refusal DatabaseCatalog::changing(const std::function<void()>& change) {
   try {
     Transaction transaction(database_, Transaction::Kind::Write, Access::Schema);
+    completeSystemTables(database_);
     refresh();
     change();
+    if (!copiesLater_) copyDescriptions(database_);
     transaction.commit();
     loaded_ = false;
     return std::nullopt;
@@ -311,6 +325,18 @@ jet::Catalog::Refusal DatabaseCatalog::changing(const std::function<void()>& cha
     loaded_ = false;
     return failure.error;
   }
+}
+
+void DatabaseCatalog::changeMuch(const std::function<void()>& changes) {
+  copiesLater_ = true;
+  try {
+    changes();
+  } catch (...) {
+    copiesLater_ = false;
+    throw;
+  }
+  copiesLater_ = false;
+  copyDescriptions(database_);
 }
 
 void DatabaseCatalog::changesUndone() { loaded_ = false; }
@@ -329,6 +355,8 @@ void DatabaseCatalog::createStorage(const jet::Table& table) {
   const char* separator = "";
   for (const jet::Column& column : table.columns) {
     sql += separator + quoted(column.name) + " " + rowOf(column.type).storage;
+    if (rowOf(column.type).storage == std::string_view("TEXT"))
+      sql += std::string(" COLLATE ") + languageOrder;
     if (column.counter) sql += " PRIMARY KEY AUTOINCREMENT";
     const bool inRequiredIndex =
         std::any_of(table.indexes.begin(), table.indexes.end(), [&](const jet::Index& index) {
@@ -441,6 +469,7 @@ jet::Catalog::Refusal DatabaseCatalog::dropTable(std::string_view name) {
     }
     unguardRelationsOf(name);
     run("DELETE FROM zb_relations WHERE table_name = ?1 OR foreign_table = ?1", {Stored::of(name)});
+    run("DELETE FROM zb_rules WHERE table_name = ?1", {Stored::of(name)});
     run("DROP TABLE " + table.sqlName);
     forget(name);
   });
@@ -485,6 +514,7 @@ void DatabaseCatalog::rebuild(const jet::Table& old, jet::Table shape,
   for (const jet::Index& index : shape.indexes) createStoredIndex(shape, index);
   describe(shape);
   guardRelationsOf(shape.name);
+  guardRulesOf(shape.name);
 }
 
 namespace {
@@ -511,6 +541,7 @@ jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::s
     if (changeLink(name, newName)) return;
     const jet::Table old = require(name);
     unguardRelationsOf(old.name);
+    unguardRulesOf(old.name);
     jet::Table table = old;
     table.name = newName;
     for (const jet::Index& index : old.indexes) {
@@ -527,6 +558,8 @@ jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::s
     run("UPDATE zb_relations SET foreign_table = ?1 WHERE foreign_table = ?2",
         {Stored::of(newName), Stored::of(name)});
     guardRelationsOf(newName);
+    run("UPDATE zb_rules SET table_name = ?1 WHERE table_name = ?2", {Stored::of(newName), Stored::of(name)});
+    guardRulesOf(newName);
   });
 }
 
@@ -571,6 +604,8 @@ jet::Catalog::Refusal DatabaseCatalog::renameColumn(std::string_view name, std::
         if (sameText(each.name, column)) each.name = newName;
       }
     }
+    run("UPDATE zb_rules SET column_name = ?3 WHERE table_name = ?1 AND column_name = ?2",
+        {Stored::of(name), Stored::of(column), Stored::of(newName)});
     rebuild(old, shape, sameSources(old));
   });
 }
@@ -586,6 +621,8 @@ jet::Catalog::Refusal DatabaseCatalog::dropColumn(std::string_view name, std::st
           fail(definitionSyntax, "the index " + index.name + " needs the field");
       }
     }
+    run("DELETE FROM zb_rules WHERE table_name = ?1 AND column_name = ?2",
+        {Stored::of(name), Stored::of(column)});
     jet::Table shape = old;
     shape.columns.erase(shape.columns.begin() + place);
     std::vector<std::string> sources = sameSources(old);

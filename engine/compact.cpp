@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "engine/catalog.h"
+#include "engine/description.h"
 #include "engine/mended_copy.h"
 #include "engine/salvage.h"
 
@@ -55,6 +56,21 @@ void setUp(Database& database) {
   transaction.commit();
 }
 
+// What happens to the copy is told of the file that it is of.
+void repair(const Database& from, const std::string& destination) {
+  const std::string copy = destination + ".mended";
+  try {
+    MendedCopy mended(from, copy);
+    buildDatabaseFile(destination, [&](Database& to) { copyContent(mended.database(), to, true); });
+  } catch (jet::Failure& failure) {
+    std::string& text = failure.error.text;
+    if (const size_t place = text.find(copy); place != std::string::npos) {
+      text.replace(place, copy.size(), from.path());
+    }
+    throw;
+  }
+}
+
 }  // namespace
 
 void createDatabaseFile(const std::string& path) {
@@ -68,8 +84,9 @@ void createDatabaseFile(const std::string& path) {
 
 bool isOurDatabase(Database& database) {
   Statement statement(database.handle(),
-                      "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'zb_tables'", Access::Open,
-                      0);
+                      "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name IN "
+                      "('zb_tables', 'zb_columns', 'zb_indexes', 'zb_relations', 'zb_queries')",
+                      Access::Open, 0);
   return statement.step();
 }
 
@@ -103,7 +120,7 @@ void compactDatabaseFile(const std::string& source, const std::string& destinati
   Database from(source, Database::Mode::Read, Database::Sharing::NotInThisProcess);
   struct stat attributes {};
   if (::lstat(destination.c_str(), &attributes) == 0) fail(databaseExists, destination);
-  if (from.examine() == Database::Health::Good) {
+  if (from.examine() == Database::Health::Good && describesItself(from)) {
     try {
       return buildDatabaseFile(destination, [&](Database& to) { copyContent(from, to, false); });
     } catch (const jet::Failure& failure) {
@@ -111,6 +128,5 @@ void compactDatabaseFile(const std::string& source, const std::string& destinati
       if (failure.error.number != notADatabase) throw;
     }
   }
-  MendedCopy mended(from, destination + ".mended");
-  buildDatabaseFile(destination, [&](Database& to) { copyContent(mended.database(), to, true); });
+  repair(from, destination);
 }

@@ -34,6 +34,8 @@ enum EngineError : int {
   lockedByOther = 3260,
   cantLockTable = 3262,
   itemNotFound = 3265,
+  ruleMessage = 3316,
+  ruleBroken = 3317,
   notADatabase = 3343,
   numberTooLarge = 3349,
   noOpenDatabase = 3420,

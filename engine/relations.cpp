@@ -1,6 +1,7 @@
 #include <algorithm>
 
 #include "engine/catalog.h"
+#include "engine/jet_sql/raised.h"
 
 /// Referential integrity is kept by triggers on both tables, named after the relation, so that a rebuilt
 /// table can have them taken away and given back.
@@ -9,8 +10,12 @@ namespace {
 
 constexpr const char* kinds[] = {"insert", "update", "changed", "deleted"};
 
+std::string guardName(std::string_view relation, const char* kind) {
+  return "zb_" + std::string(relation) + "." + kind;
+}
+
 std::string triggerName(std::string_view relation, const char* kind) {
-  return quoted("zb_" + std::string(relation) + "." + kind);
+  return quoted(guardName(relation, kind));
 }
 
 std::string columnsChanged(const std::vector<std::string>& columns) {
@@ -46,12 +51,8 @@ std::string assignments(const std::vector<std::string>& columns, const std::vect
   return result;
 }
 
-// A failure that carries its number through SQLite, in the form that the dialect's errors have there.
 std::string raise(int number, const std::string& text) {
-  std::string message = "\x01jet " + std::to_string(number) + " -1 " + text;
-  for (size_t at = 0; (at = message.find('\'', at)) != std::string::npos; at += 2)
-    message.insert(at, 1, '\'');
-  return "SELECT RAISE(ABORT, '" + message + "')";
+  return "SELECT " + jet::raiseInTrigger({number, text, std::nullopt});
 }
 
 }  // namespace
@@ -92,6 +93,12 @@ void DatabaseCatalog::guardRelation(const jet::Relation& relation) {
            ? "UPDATE " + manyName + " SET " + assignments(relation.columns, nullptr) + " WHERE " + related
            : refuse) +
       "; END");
+}
+
+std::vector<std::string> DatabaseCatalog::guardNames(std::string_view relation) {
+  std::vector<std::string> names;
+  for (const char* kind : kinds) names.push_back(guardName(relation, kind));
+  return names;
 }
 
 void DatabaseCatalog::unguardRelation(std::string_view name) {

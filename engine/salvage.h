@@ -3,6 +3,5 @@
 #include "engine/database.h"
 
 /// Copies all tables with their rows, counters, indexes, relations and queries into a new database. Of a
-/// damaged source, what can't be read is left out, row by row; fails (3343) when not even a table's name can
-/// be read.
+/// damaged source, rows that can't be read are left out, and rules that damage has broken.
 void copyContent(Database& from, Database& to, bool damaged);

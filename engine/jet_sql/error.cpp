@@ -65,6 +65,13 @@ void raise(sqlite3_context* context, const Error& error, int64_t place) {
   sqlite3_result_error(context, text.c_str(), static_cast<int>(text.size()));
 }
 
+std::string raiseInTrigger(const Error& error) {
+  std::string message = std::string(mark) + std::to_string(error.number) + " -1 " + error.text;
+  for (size_t at = 0; (at = message.find('\'', at)) != std::string::npos; at += 2)
+    message.insert(at, 1, '\'');
+  return "RAISE(ABORT, '" + message + "')";
+}
+
 Error errorAt(int number, std::string text, std::string_view statement, size_t place) {
   place = std::min(place, statement.size());
   const auto isTrail = [](char c) { return (c & 0xC0) == 0x80; };
