@@ -86,6 +86,21 @@ bool givesRows(std::string_view sql) {
   return rows;
 }
 
+std::string ruleCondition(Catalog& catalog, const Table& table, const std::string& column,
+                          std::string_view rule) {
+  Binder binder(catalog, rule, {}, nullptr);
+  std::vector<SourcePtr> sources;
+  sources.push_back(std::make_unique<Source>());
+  sources[0]->name = table.name;
+  binder.bindSources(sources);
+  ExpressionPtr condition = parseRule(rule, column);
+  binder.bindCondition(condition);
+  binder.checkParameters();
+  Printer printer;
+  printer.condition(*condition);
+  return printer.take();
+}
+
 std::optional<Error> checkExpression(std::string_view expression) {
   return guarded([&] { parseExpression(expression); });
 }

@@ -65,7 +65,7 @@ std::string quotedName(std::string_view name) {
 }
 
 std::string rowIdOf(const Source& source) {
-  return "\"t" + std::to_string(source.number) + "\"." + source.table->rowId;
+  return "\"t" + std::to_string(source.number) + "\"." + quotedName(source.table->rowId);
 }
 
 }  // namespace jet
