@@ -6,7 +6,7 @@
 #include <set>
 
 #include "engine/catalog.h"
-#include "engine/collation.h"
+#include "engine/text/collation.h"
 
 const char* const systemTables = R"(
 CREATE TABLE zb_tables(name TEXT NOT NULL COLLATE JET PRIMARY KEY, stored TEXT NOT NULL, row_id TEXT NOT NULL) STRICT;

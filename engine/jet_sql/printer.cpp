@@ -5,8 +5,8 @@
 #include <charconv>
 #include <cmath>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/convert.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 namespace {

@@ -1,4 +1,5 @@
 #include "brx/db_calls.h"
+#include "brx/editor_input.h"
 #include "host/access/access_functions.h"
 #include "host/access/access_state.h"
 #include "host/access/arguments.h"
@@ -6,7 +7,7 @@
 #include "host/access/object_list.h"
 #include "host/access/refusal.h"
 #include "host/access/walk.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 
 namespace host {
 namespace {
@@ -26,7 +27,7 @@ Value entmod(const Call& call) {
   try {
     modifyObject(currentDrawing(), call.list(0));
     return call[0];
-  } catch (const Refusal& refusal) {
+  } catch (const ObjectRefusal& refusal) {
     return refuse(refusal.reason);
   }
 }
@@ -39,7 +40,7 @@ Value makeFrom(const Call& call, Answer answer) {
   try {
     const Made made = maker.make(call.list(0));
     return made.block.empty() ? answer(made) : Value(std::wstring_view(made.block));
-  } catch (const Refusal& refusal) {
+  } catch (const ObjectRefusal& refusal) {
     return refuse(refusal.reason);
   }
 }
@@ -105,3 +106,9 @@ std::span<const lisp::Builtin> entityFunctions() {
 }
 
 }  // namespace host
+
+int acedRedraw(const ads_name entity, int) {
+  if (!entity || ads_name_nil(entity)) return RTNORM;
+  AcDbObjectId id;
+  return acdbGetObjectId(id, entity) == Acad::eOk ? RTNORM : RTERROR;
+}

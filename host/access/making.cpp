@@ -6,8 +6,8 @@
 #include "host/access/object_building.h"
 #include "host/access/refusal.h"
 #include "host/access/spaces.h"
-#include "host/drawing/stubs.h"
-#include "host/drawing/subentities.h"
+#include "host/database/stubs.h"
+#include "host/database/subentities.h"
 #include "platform/text/letters.h"
 
 namespace host {

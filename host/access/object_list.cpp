@@ -8,7 +8,7 @@
 #include "host/access/spaces.h"
 #include "host/access/walk.h"
 #include "host/bridge/values.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 #include "host/lisp/wildcard.h"
 #include "platform/text/letters.h"
 

@@ -1,8 +1,8 @@
 #include "host/access/spaces.h"
 
 #include "brx/db_dictionary.h"
-#include "host/drawing/header_variables.h"
-#include "host/drawing/stubs.h"
+#include "host/database/header_variables.h"
+#include "host/database/stubs.h"
 #include "host/rx/registry.h"
 #include "platform/text/letters.h"
 

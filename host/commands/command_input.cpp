@@ -1,7 +1,7 @@
 #include "host/commands/command_input.h"
 
-#include "host/calls/command_line.h"
-#include "host/calls/variables.h"
+#include "host/console/command_line.h"
+#include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/user_input.h"
 
@@ -25,7 +25,7 @@ void CommandInput::say(const std::wstring& text) {
   if (isOn(L"CMDECHO")) commandLine().print(text);
 }
 
-InputItem CommandInput::take(Wanted wanted) {
+InputItem CommandInput::take(const Request& request) {
   Argument argument = std::move(arguments.front());
   arguments.pop_front();
   if (!argument) {
@@ -34,7 +34,7 @@ InputItem CommandInput::take(Wanted wanted) {
     } else {
       userInput().prompt(prompted_);
     }
-    argument = userInput().take(wanted);
+    argument = userInput().take(request);
   }
   if (std::holds_alternative<Cancel>(*argument)) throw CommandCancelled();
   return std::move(*argument);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "brx/db_block.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {

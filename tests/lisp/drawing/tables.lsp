@@ -89,3 +89,7 @@
 (mapcar '(lambda (code) (car (assoc code (entget (tblobjname "BLOCK" "*Model_Space"))))) '(10 -2))   ;=> (10 -2)
 (entdel (tblobjname "LAYER" "0"))               ;=> nil
 (entdel (namedobjdict))                         ;=> nil
+; Names are found whatever the case of their letters, beyond ASCII too.
+(type (record "LAYER" "Ölleitung" '((62 . 3))))  ;=> ENAME
+(cdr (assoc 2 (tblsearch "LAYER" "öLLEITUNG")))  ;=> "Ölleitung"
+(record "LAYER" "ölleitung" '((62 . 3)))        ;=> nil

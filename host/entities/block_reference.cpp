@@ -1,0 +1,177 @@
+#include "brx/db_attributes.h"
+#include "brx/lisp_calls.h"
+#include "host/database/subentities.h"
+#include "host/entities/transformed_copy.h"
+
+ACRX_DEFINE_MEMBERS(AcDbBlockReference)
+
+template <class Visitor, class Self>
+void AcDbBlockReference::fields(Visitor& v, Self& o) {
+  if constexpr (std::is_same_v<Visitor, host::DxfWriter>) {
+    if (!o.attributes_.ids.empty()) v(66, Adesk::Int16{1});
+  }
+  v.template named<AcDbBlockTable>(2, o.record_), v.plane(10, o.position_, o.normal_), v(41, o.scale_.sx);
+  v(42, o.scale_.sy), v(43, o.scale_.sz), v(50, o.rotation_), v(70, o.columns_), v(71, o.rows_);
+  v(44, o.columnSpacing_), v(45, o.rowSpacing_), v(210, o.normal_);
+  host::visitSubentities(v, o.attributes_);
+}
+HOST_FILING(AcDbBlockReference, AcDbEntity, fields)
+
+Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbAttribute* attribute) {
+  return host::appendSubentity(*this, attribute);
+}
+Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbObjectId& id, AcDbAttribute* attribute) {
+  const Acad::ErrorStatus status = host::appendSubentity(*this, attribute);
+  if (status == Acad::eOk) id = attribute->objectId();
+  return status;
+}
+Acad::ErrorStatus AcDbBlockReference::setNormal(const AcGeVector3d& normal) {
+  if (normal.isZeroLength()) return Acad::eInvalidInput;
+  return assertWriteEnabled(), normal_ = normal.normal(), Acad::eOk;
+}
+
+Acad::ErrorStatus AcDbBlockReference::setPosition(const AcGePoint3d& position) {
+  return assertWriteEnabled(), position_ = position, Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockReference::setBlockTableRecord(AcDbObjectId record) {
+  return assertWriteEnabled(), record_ = record, Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockReference::setScaleFactors(const AcGeScale3d& scale) {
+  return assertWriteEnabled(), scale_ = scale, Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockReference::setRotation(double rotation) {
+  return assertWriteEnabled(), rotation_ = rotation, Acad::eOk;
+}
+
+AcGeMatrix3d AcDbBlockReference::blockTransform() const {
+  AcDbObjectPointer<AcDbBlockTableRecord> record(record_);
+  const AcGePoint3d origin = record.object() ? record->origin() : AcGePoint3d{};
+  AcGeMatrix3d scaled;
+  scaled(0, 0) = scale_.sx, scaled(1, 1) = scale_.sy, scaled(2, 2) = scale_.sz;
+  return AcGeMatrix3d::translation(position_.asVector()) * AcGeMatrix3d::planeToWorld(normal_) *
+         AcGeMatrix3d::rotation(rotation_, {0, 0, 1}) * scaled *
+         AcGeMatrix3d::translation(-origin.asVector());
+}
+
+namespace {
+
+/// Files may hold cycles; no real drawing nests as deep.
+constexpr int deepest = 64;
+thread_local int depth = 0;
+struct Descent {
+  Descent() { ++depth; }
+  ~Descent() { --depth; }
+  bool tooDeep() const { return depth > deepest; }
+};
+
+template <class Visit>
+Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Visit visit) {
+  const Descent descent;
+  if (descent.tooDeep()) return Acad::eSelfReference;
+  AcDbObjectPointer<AcDbBlockTableRecord> record(recordId);
+  if (record.openStatus() != Acad::eOk) return record.openStatus();
+  for (const AcDbObjectId& id : record->entityIds()) {
+    AcDbObjectPointer<AcDbEntity> entity(id);
+    if (entity.object()) visit(*entity.object());
+  }
+  return Acad::eOk;
+}
+
+}  // namespace
+
+/// The block in each place of the grid, and the attributes, which stand for the block's definitions of
+/// them. Files may ask for more places than could be drawn.
+bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
+  constexpr int mostCells = 1'000'000;
+  AcGiGeometry& geometry = draw->geometry();
+  const AcGeMatrix3d first = blockTransform();
+  const AcGeMatrix3d turned =
+      AcGeMatrix3d::planeToWorld(normal_) * AcGeMatrix3d::rotation(rotation_, {0, 0, 1});
+  const int columns = std::max<int>(columns_, 1),
+            cells = std::min(columns * std::max<int>(rows_, 1), mostCells);
+  bool stopped = false;
+  const auto drawOne = [&](AcDbEntity& entity) {
+    const AcDbAttributeDefinition* const definition = AcDbAttributeDefinition::cast(&entity);
+    if (!stopped && (!definition || definition->isConstant())) stopped = geometry.draw(&entity);
+  };
+  for (int cell = 0; cell < cells && !stopped; ++cell) {
+    const AcGeVector3d shift =
+        turned * AcGeVector3d{cell % columns * columnSpacing_, cell / columns * rowSpacing_, 0};
+    geometry.pushModelTransform(AcGeMatrix3d::translation(shift) * first);
+    if (forEachEntity(record_, drawOne) != Acad::eOk) stopped = true;
+    geometry.popModelTransform();
+  }
+  host::forEachSubentity<AcDbAttribute>(attributes_, [&](AcDbAttribute& each) { geometry.draw(&each); });
+  return true;
+}
+
+/// Rotation and scales are read off the transformed axes; a shear can't be held.
+Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& matrix) {
+  if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
+  assertWriteEnabled();
+  const AcGeVector3d x = matrix * (AcGeMatrix3d::planeToWorld(normal_) *
+                                   AcGeVector3d{std::cos(rotation_), std::sin(rotation_), 0});
+  normal_ = (matrix * normal_).normalize();
+  const AcGeVector3d local = AcGeMatrix3d::worldToPlane(normal_) * x;
+  rotation_ = local.convert2d().angle();
+  position_.transformBy(matrix);
+  const double factor = matrix.scale();
+  scale_ = {scale_.sx * factor, scale_.sy * (matrix.det() < 0 ? -factor : factor), scale_.sz * factor};
+  columnSpacing_ *= factor, rowSpacing_ *= factor;
+  return host::changeSubentities<AcDbAttribute>(attributes_,
+                                                [&](AcDbAttribute& each, int) { each.transformBy(matrix); });
+}
+
+Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entities) const {
+  const AcGeMatrix3d matrix = blockTransform();
+  Acad::ErrorStatus result = Acad::eOk;
+  const Acad::ErrorStatus status = forEachEntity(record_, [&](AcDbEntity& entity) {
+    const Acad::ErrorStatus moved = host::appendTransformed(entity, matrix, entities);
+    if (moved != Acad::eOk) result = moved;
+  });
+  return status == Acad::eOk ? result : status;
+}
+
+namespace {
+
+/// The exploded pieces, deleted at the end.
+struct Pieces {
+  AcDbVoidPtrArray list;
+  ~Pieces() {
+    for (void* each : list) delete static_cast<AcDbEntity*>(each);
+  }
+};
+
+}  // namespace
+
+Acad::ErrorStatus AcDbBlockReference::subGetGeomExtents(AcDbExtents& extents) const {
+  Pieces pieces;
+  const Descent descent;
+  if (descent.tooDeep()) return Acad::eSelfReference;
+  subExplode(pieces.list);
+  bool any = false;
+  for (void* each : pieces.list) any |= static_cast<AcDbEntity*>(each)->getGeomExtents(extents) == Acad::eOk;
+  return any ? Acad::eOk : Acad::eInvalidExtents;
+}
+Acad::ErrorStatus AcDbBlockReference::subGetStretchPoints(AcGePoint3dArray& points) const {
+  return points.append(position_), Acad::eOk;
+}
+Acad::ErrorStatus AcDbBlockReference::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64 marker,
+                                                        const AcGePoint3d& pick, const AcGePoint3d& last,
+                                                        const AcGeMatrix3d& view, AcGePoint3dArray& points,
+                                                        AcDbIntArray& geometryIds) const {
+  if (mode == AcDb::kOsModeIns) return points.append(position_), Acad::eOk;
+  Pieces pieces;
+  const Descent descent;
+  if (descent.tooDeep()) return Acad::eOk;
+  subExplode(pieces.list);
+  for (void* each : pieces.list) {
+    static_cast<AcDbEntity*>(each)->getOsnapPoints(mode, marker, pick, last, view, points, geometryIds);
+  }
+  return Acad::eOk;
+}
+void AcDbBlockReference::subList() const {
+  AcDbEntity::subList();
+  acutPrintf(L"                   Block Name: \"%s\"\n", host::nameOfRecord(record_).c_str());
+  acutPrintf(L"                   at point = %f, %f, %f\n", position_.x, position_.y, position_.z);
+}
