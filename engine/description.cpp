@@ -34,18 +34,30 @@ namespace {
 
 struct CatalogTable {
   const char* name;
-  char kind;  // of the objects that its rows are about; the first column names them
-  size_t columns;
+  char kind;            // of the objects that its rows are about; the first column names them
+  const char* columns;  // by name, since damage may have changed one
   const char* order;
 };
 
-constexpr CatalogTable catalogTables[] = {{"zb_tables", 't', 3, "name"},
-                                          {"zb_columns", 't', 9, "table_name, position"},
-                                          {"zb_indexes", 't', 8, "table_name, position"},
-                                          {"zb_rules", 't', 4, "rowid"},
-                                          {"zb_relations", 'r', 8, "name"},
-                                          {"zb_queries", 'q', 2, "name"},
-                                          {"zb_links", 'l', 3, "name"}};
+constexpr CatalogTable catalogTables[] = {
+    {"zb_tables", 't', "name, stored, row_id", "name"},
+    {"zb_columns", 't',
+     "table_name, position, name, type, size, required, counter, empty_allowed, default_value",
+     "table_name, position"},
+    {"zb_indexes", 't', "table_name, position, name, columns, is_primary, is_unique, required, ignore_null",
+     "table_name, position"},
+    {"zb_rules", 't', "table_name, column_name, condition, message", "rowid"},
+    {"zb_relations", 'r',
+     "name, table_name, foreign_table, columns, foreign_columns, cascade_update, cascade_delete, "
+     "null_on_delete",
+     "name"},
+    {"zb_queries", 'q', "name, sql", "name"},
+    {"zb_links", 'l', "name, file, foreign_name", "name"}};
+
+size_t columnCount(const CatalogTable& table) {
+  const std::string_view columns = table.columns;
+  return 1 + static_cast<size_t>(std::count(columns.begin(), columns.end(), ','));
+}
 
 bool hasTable(Database& database, std::string_view name) {
   Statement statement(database.handle(), "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = ?",
@@ -190,8 +202,10 @@ Descriptions describedObjects(Database& database) {
     // These came later, or with the first link.
     const bool mayMiss = table.kind == 'l' || table.name == std::string_view("zb_rules");
     if (mayMiss && !hasTable(database, table.name)) continue;
-    Statement rows(database.handle(), std::string("SELECT * FROM ") + table.name + " ORDER BY " + table.order,
-                   Access::Read, 0);
+    Statement rows(
+        database.handle(),
+        std::string("SELECT ") + table.columns + " FROM " + table.name + " ORDER BY " + table.order,
+        Access::Read, 0);
     while (rows.step()) addRow(objects, table.name, valuesIn(rows));
   }
   addStatements(database, objects);
@@ -266,7 +280,7 @@ bool isStored(Database& database, const Description& table) {
 void addRow(Descriptions& objects, std::string_view table, std::vector<Stored> values) {
   const auto* found = std::find_if(std::begin(catalogTables), std::end(catalogTables),
                                    [&](const CatalogTable& each) { return table == each.name; });
-  if (found == std::end(catalogTables) || values.size() != found->columns ||
+  if (found == std::end(catalogTables) || values.size() != columnCount(*found) ||
       values[0].kind != Stored::Kind::Text)
     return;
   Description& object = objects[{found->kind, foldText(values[0].bytes)}];

@@ -104,8 +104,11 @@ std::map<std::string, SchemaEntry> readSchema(PageFile& file) {
       "", 1, RowRange().last, {text, text, text, {Storage::Integer, true}, {Storage::Text, false}}, false};
   std::map<std::string, SchemaEntry> entries;
   for (const auto& row : readRows(file, schema)) {
-    if (row[0].bytes == "table")
-      entries[row[1].bytes] = {static_cast<uint32_t>(row[3].integer), row[4].bytes};
+    if (row[0].bytes != "table") continue;
+    // The one table whose statement is the same in all files, so that its name may be damaged.
+    const bool counts = row[4].bytes.starts_with("CREATE TABLE sqlite_sequence(");
+    entries[counts ? "sqlite_sequence" : row[1].bytes] = {static_cast<uint32_t>(row[3].integer),
+                                                          row[4].bytes};
   }
   return entries;
 }
@@ -209,6 +212,7 @@ class Recovery {
     }
     for (const auto& [name, entry] : schema_) {
       if (name.starts_with("sqlite_") || name.starts_with("zb_") || isCovered(name)) continue;
+      if (!hasRowNumber(columnsIn({name, entry}))) continue;  // none of this engine's, its name is damaged
       addTable({'t', foldText(name)}, {});
     }
   }
@@ -249,6 +253,11 @@ class Recovery {
     if (isInSchema) columns = columnsIn(*entry);
     found_.objects[{'t', foldText(isInSchema && !knownName ? stored : name)}] =
         completed(isInSchema && !knownName ? stored : name, stored, described, columns);
+  }
+
+  static bool hasRowNumber(const std::vector<NamedColumn>& columns) {
+    return std::any_of(columns.begin(), columns.end(),
+                       [](const NamedColumn& each) { return each.stored.storage == Storage::RowNumber; });
   }
 
   std::vector<NamedColumn> columnsIn(const std::pair<const std::string, SchemaEntry>& entry) {
