@@ -51,6 +51,7 @@ class BRX_API AcDbDictionary : public AcDbObject {
  private:
   friend struct HostAccess;
   friend class AcDbDictionaryIterator;
+  friend struct HostAccess;
   struct Entry {
     std::wstring name;
     AcDbObjectId id;

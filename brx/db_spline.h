@@ -14,7 +14,8 @@ class BRX_API AcDbSpline : public AcDbCurve {
   ACRX_DECLARE_MEMBERS(AcDbSpline)
   AcDbSpline();
   ~AcDbSpline() override;
-  const host::BSpline& curve() const { return *curve_; }
+  /// By the control points; of a spline without them, through the fit points.
+  const host::BSpline& curve() const;
   int degree() const;
   int numControlPoints() const;
   int numFitPoints() const { return static_cast<int>(fitPoints_.size()); }
@@ -35,6 +36,9 @@ class BRX_API AcDbSpline : public AcDbCurve {
   BRX_DECLARES_FIELDS
   std::unique_ptr<host::BSpline> curve_;
   std::vector<AcGePoint3d> fitPoints_;
+  /// The curve through fit points, and those through which it has been laid.
+  mutable std::unique_ptr<host::BSpline> through_;
+  mutable std::vector<AcGePoint3d> throughPoints_;
   AcGeVector3d normal_{0, 0, 1};
   Adesk::Int16 flags_ = 8;
 };

@@ -1,37 +1,25 @@
 #include "engine/mended_copy.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 
 #include "engine/catalog.h"
 
 MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::move(path)) {
-  ::unlink(path_.c_str());
-  try {
-    copyPages(damaged);
-    mendHeader();
-    RecoveredTables found;
-    {
-      PageFile file(path_);
-      found = recoverTables(file);
-      if (found.tables.empty()) fail(notADatabase, damaged.path());
-      mendTrees(file, found.tables);
-    }
-    mendHeader();  // the file has grown
-    forgetSchema();
-    writeSchema(found);
-    database_ = std::make_unique<Database>(path_, Database::Mode::Read);
-  } catch (...) {
-    ::unlink(path_.c_str());
-    throw;
+  copyPages(damaged);
+  mendHeader();
+  RecoveredTables found;
+  {
+    PageFile file(path_);
+    found = recoverTables(file);
+    if (found.tables.empty()) fail(notADatabase, damaged.path());
+    mendTrees(file, found.tables);
   }
-}
-
-MendedCopy::~MendedCopy() {
-  database_.reset();
-  ::unlink(path_.c_str());
+  mendHeader();  // the file has grown
+  forgetSchema();
+  writeSchema(found);
+  database_ = std::make_unique<Database>(path_, Database::Mode::Read);
 }
 
 // What can't be read is left empty.

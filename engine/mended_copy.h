@@ -7,12 +7,11 @@
 #include "engine/recovered_tables.h"
 
 /// A copy of a damaged file in which all is put right that can be told: the header, SQLite's schema, the
-/// catalog, and the ways to the rows. Only rows may still be damaged. Removed at the end.
+/// catalog, and the ways to the rows. Only rows may still be damaged.
 class MendedCopy {
  public:
-  /// `path` is the copy's own. The damaged file is only read.
+  /// Fills the empty file at `path`. The damaged file is only read.
   MendedCopy(const Database& damaged, std::string path);
-  ~MendedCopy();
   MendedCopy(const MendedCopy&) = delete;
   MendedCopy& operator=(const MendedCopy&) = delete;
 

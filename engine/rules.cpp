@@ -1,7 +1,7 @@
 #include "engine/catalog.h"
 #include "engine/description.h"
+#include "engine/errors/raised.h"
 #include "engine/jet_sql/jet_sql.h"
-#include "engine/jet_sql/raised.h"
 
 /// Rules that a table's rows keep, whoever writes them: triggers on the table, numbered in the order of the
 /// rules.
@@ -14,11 +14,6 @@ constexpr std::string_view namePart = ".rule.";  // behind the table's name
 
 std::string ruleName(std::string_view table, size_t number, const char* event) {
   return "zb_" + std::string(table) + std::string(namePart) + std::to_string(number) + "." + event;
-}
-
-std::string storedName(const jet::Table& table) {
-  constexpr std::string_view schema = "\"main\".";
-  return unquoted(std::string_view(table.sqlName).substr(schema.size()));
 }
 
 jet::Error broken(const DatabaseCatalog::Rule& rule) {
@@ -50,7 +45,7 @@ void DatabaseCatalog::unguardRulesOf(std::string_view table) {
                        "SELECT name FROM sqlite_schema WHERE type = 'trigger' AND tbl_name = ?1 AND "
                        "instr(name, ?2) > 0",
                        Access::Schema, 0);
-    const std::string stored = storedName(require(table));
+    const std::string stored = require(table).stored;
     triggers.bind(1, stored);
     triggers.bind(2, namePart);
     while (triggers.step()) guards.emplace_back(triggers.text(0));
@@ -62,7 +57,7 @@ void DatabaseCatalog::guardRulesOf(std::string_view name) {
   loaded_ = false;
   refresh();
   const jet::Table table = require(name);
-  const std::string stored = quoted(storedName(table)), row = quoted(table.rowId);
+  const std::string stored = quoted(table.stored), row = quoted(table.rowId);
   size_t number = 0;
   for (const Rule& rule : rules()) {
     if (!sameText(rule.table, table.name)) continue;
@@ -77,15 +72,15 @@ void DatabaseCatalog::guardRulesOf(std::string_view name) {
   }
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createRule(const Rule& rule) {
-  return changing([&] {
+void DatabaseCatalog::createRule(const Rule& rule) {
+  changing([&] {
     const jet::Table table = require(rule.table);
     if (!rule.column.empty() && columnPlace(table, rule.column) < 0) fail(jet::noSuchField, rule.column);
     const std::string condition = jet::ruleCondition(*this, table, rule.column, rule.condition);
     {
       Statement breaking(
           database_.handle(),
-          "SELECT 1 FROM " + table.sqlName + " AS \"t1\" WHERE NOT coalesce(" + condition + ", 1) LIMIT 1",
+          "SELECT 1 FROM " + table.sqlName() + " AS \"t1\" WHERE NOT coalesce(" + condition + ", 1) LIMIT 1",
           Access::Schema, 0);
       if (breaking.step()) throw jet::Failure{broken(rule)};
     }

@@ -47,11 +47,12 @@ class RowCopy {
       marks += ", ?" + std::to_string(i + 2);
     }
     select_ = Statement(from.handle(),
-                        "SELECT " + columns + " FROM " + source.sqlName + " NOT INDEXED WHERE " +
+                        "SELECT " + columns + " FROM " + source.sqlName() + " NOT INDEXED WHERE " +
                             quoted(source.rowId) + " >= ? ORDER BY " + quoted(source.rowId),
                         Access::Read);
-    insert_ = Statement(to.handle(), "INSERT INTO " + target.sqlName + "(" + into + ") VALUES(" + marks + ")",
-                        Access::Write);
+    insert_ =
+        Statement(to.handle(), "INSERT INTO " + target.sqlName() + "(" + into + ") VALUES(" + marks + ")",
+                  Access::Write);
   }
 
   void copyAll() {
@@ -165,22 +166,27 @@ class RowCopy {
   RowBatch batch_;
 };
 
-void require(const jet::Catalog::Refusal& refusal) {
-  if (refusal) throw jet::Failure{*refusal};
+// What a change is refused for; nothing when it was made.
+std::optional<jet::Error> refusalOf(const std::function<void()>& change) {
+  try {
+    change();
+    return std::nullopt;
+  } catch (const jet::Failure& failure) {
+    return failure.error;
+  }
 }
 
 // Counters go on where the source's stand, so that no number is given again.
 void copyCounter(Database& from, DatabaseCatalog& catalog, const jet::Table& source) {
-  const std::string stored = unquoted(std::string_view(source.sqlName).substr(7));
   Statement read(from.handle(), "SELECT max(seq) FROM sqlite_sequence WHERE name = ?", Access::Read, 0);
-  read.bind(1, stored);
+  read.bind(1, source.stored);
   if (!read.step() || sqlite3_column_type(read.get(), 0) != SQLITE_INTEGER) return;
   catalog.continueCounter(source.name, read.integer(0));
 }
 
 void copyIndexes(DatabaseCatalog& catalog, const jet::Table& source, bool damaged) {
   for (jet::Index index : source.indexes) {
-    const auto refusal = catalog.createIndex(source.name, index);
+    const auto refusal = refusalOf([&] { catalog.createIndex(source.name, index); });
     if (!refusal) continue;
     if (!damaged) throw jet::Failure{*refusal};
     // Rows come before rules: what damage has made double is kept.
@@ -193,7 +199,7 @@ void copyTable(Database& from, Database& to, DatabaseCatalog& catalog, const jet
                bool damaged) {
   jet::Table shape = source;
   shape.indexes.clear();
-  require(catalog.createTable(shape));
+  catalog.createTable(shape);
   const jet::Table target = *catalog.findTable(source.name);
   {
     RowCopy rows(from, to, source, target);
@@ -203,32 +209,51 @@ void copyTable(Database& from, Database& to, DatabaseCatalog& catalog, const jet
   copyIndexes(catalog, source, damaged);
 }
 
-void copyRulesRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool damaged) {
+// A relation can't be made when its fields or its index are gone, or its rows broke it unseen.
+bool isBroken(const jet::Error& refusal) {
+  return refusal.number == jet::noSuchField || refusal.number == tableNotFound ||
+         refusal.number == definitionSyntax || refusal.number == jet::relatedRecordNeeded;
+}
+
+jet::Error leftOutOf(const std::string& what, const std::string& table, const jet::Error& refusal) {
+  return {refusal.number, "The " + what + " of the table '" + table + "' is left out: " + refusal.text,
+          std::nullopt};
+}
+
+std::vector<jet::Error> copyRulesRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool damaged) {
   DatabaseCatalog source(from);
   source.refresh();
+  std::vector<jet::Error> leftOut;
   for (const DatabaseCatalog::Rule& rule : source.rules()) {
-    const auto refusal = catalog.createRule(rule);
-    if (refusal && !damaged) throw jet::Failure{*refusal};
+    const auto refusal = refusalOf([&] { catalog.createRule(rule); });
+    if (!refusal) continue;
+    if (!damaged) throw jet::Failure{*refusal};
+    leftOut.push_back(leftOutOf("rule '" + rule.condition + "'", rule.table, *refusal));
   }
   for (const jet::Relation& relation : source.relations()) {
-    const auto refusal = catalog.createRelation(relation);
-    if (refusal && !damaged) throw jet::Failure{*refusal};
+    const auto refusal = refusalOf([&] { catalog.createRelation(relation); });
+    if (!refusal) continue;
+    if (!damaged && !isBroken(*refusal)) throw jet::Failure{*refusal};
+    leftOut.push_back(leftOutOf("relation '" + relation.name + "'", relation.table, *refusal));
   }
-  for (const DatabaseCatalog::Link& link : source.links()) require(catalog.createLink(link));
+  for (const DatabaseCatalog::Link& link : source.links()) catalog.createLink(link);
   for (const std::string& name : source.queryNames()) {
-    require(catalog.createQuery(name, source.findQuery(name).value_or("")));
+    catalog.createQuery(name, source.findQuery(name).value_or(""));
   }
+  return leftOut;
 }
 
 }  // namespace
 
-void copyContent(Database& from, Database& to, bool damaged) {
+std::vector<jet::Error> copyContent(Database& from, Database& to, bool damaged) {
   const Transaction reading(from, Transaction::Kind::Read, Access::Read);
   Transaction writing(to, Transaction::Kind::Write, Access::Write);
   DatabaseCatalog catalog(to);
+  std::vector<jet::Error> leftOut;
   catalog.changeMuch([&] {
     for (const jet::Table& table : describedTables(from)) copyTable(from, to, catalog, table, damaged);
-    copyRulesRelationsAndQueries(from, catalog, damaged);
+    leftOut = copyRulesRelationsAndQueries(from, catalog, damaged);
   });
   writing.commit();
+  return leftOut;
 }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <vector>
+
 #include "engine/database.h"
 
 /// Copies all tables with their rows, counters, indexes, relations and queries into a new database. Of a
-/// damaged source, rows that can't be read are left out, and rules that damage has broken.
-void copyContent(Database& from, Database& to, bool damaged);
+/// damaged source, rows that can't be read are left out. Tells the rules and relations that can't be made,
+/// which are left out.
+std::vector<jet::Error> copyContent(Database& from, Database& to, bool damaged);

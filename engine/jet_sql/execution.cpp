@@ -38,6 +38,8 @@ std::vector<const Source*> leavesOf(const std::vector<SourcePtr>& sources) {
   return leaves;
 }
 
+std::string Table::sqlName() const { return quotedName(schema) + "." + quotedName(stored); }
+
 const Column* Table::findColumn(std::string_view name) const {
   const auto found =
       std::find_if(columns.begin(), columns.end(), [&](const Column& c) { return sameText(c.name, name); });
@@ -54,7 +56,23 @@ Execution::Execution(sqlite3* database, Catalog& catalog, std::string_view sql,
       depth_(depth),
       binder_(catalog, sql, given, [this](const Query& query) { return pivotHeadings(query); }) {}
 
+namespace {
+
+Access accessOf(const Statement& statement) {
+  const auto& body = statement.body;
+  if (const auto* select = std::get_if<SelectStatement>(&body)) {
+    return select->query->into.empty() ? Access::Read : Access::Schema;
+  }
+  const bool changesRows =
+      std::holds_alternative<InsertStatement>(body) || std::holds_alternative<UpdateStatement>(body) ||
+      std::holds_alternative<DeleteStatement>(body) || std::holds_alternative<ExecuteStatement>(body);
+  return changesRows ? Access::Write : Access::Schema;
+}
+
+}  // namespace
+
 int64_t Execution::run(Statement& statement) {
+  access_ = accessOf(statement);
   binder_.declare(statement.parameters);
   return std::visit([this](auto& body) { return (*this)(body); }, statement.body);
 }
@@ -62,7 +80,7 @@ int64_t Execution::run(Statement& statement) {
 // ---- SQLite
 
 void Execution::failDatabase(int code) const {
-  Error error = errorOfDatabase(database_, code);
+  Error error = errorOfSqlite(database_, code, access_);
   if (error.place) error = errorAt(error.number, error.text, sql_, *error.place);
   throw Failure{std::move(error)};
 }
@@ -97,6 +115,7 @@ void Execution::visit(const std::string& sql, const std::function<void(sqlite3_s
 }
 
 int64_t Execution::change(const std::string& sql) {
+  binder_.checkNames();
   visit(sql, nullptr);
   return sqlite3_changes64(database_);
 }
@@ -160,6 +179,7 @@ int64_t Execution::operator()(SelectStatement& statement) {
   if (!query.into.empty()) return selectInto(query);
   Printer printer;
   printer.query(query);
+  binder_.checkNames();
   binder_.checkParameters();
   if (rows_) {
     std::vector<ResultColumn> columns;
@@ -192,7 +212,7 @@ int64_t Execution::selectInto(Query& query) {
                                                     [](const Column& c) { return c.counter; });
     definition.columns.push_back(std::move(column));
   }
-  require(catalog_.createTable(definition));
+  catalog_.createTable(definition);
   const Table& table = existing(query.into, noSuchTable);
   std::vector<const Column*> columns;
   Printer printer;
@@ -200,8 +220,7 @@ int64_t Execution::selectInto(Query& query) {
   printer.raw(insertHead(table, columns) + " SELECT ");
   for (size_t i = 0; i < columns.size(); ++i) {
     if (i > 0) printer.raw(",");
-    printer.storedText("\"q\"." + quotedName(query.columns[i].name), query.columns[i].type, *columns[i],
-                       table.name, -1);
+    printer.storedText("\"q\"." + quotedName(query.columns[i].name), query.columns[i].type, *columns[i], -1);
   }
   printer.raw(" FROM (" + rows.text() + ") AS \"q\"");
   return change(printer.text());
@@ -210,7 +229,7 @@ int64_t Execution::selectInto(Query& query) {
 // ---- Changes of data
 
 std::string Execution::insertHead(const Table& table, const std::vector<const Column*>& columns) const {
-  std::string text = "INSERT INTO " + table.sqlName + " (";
+  std::string text = "INSERT INTO " + table.sqlName() + " (";
   for (size_t i = 0; i < columns.size(); ++i) {
     if (i > 0) text += ",";
     text += quotedName(columns[i]->sqlName.empty() ? columns[i]->name : columns[i]->sqlName);
@@ -219,13 +238,13 @@ std::string Execution::insertHead(const Table& table, const std::vector<const Co
 }
 
 // A default that is no expression is a text, as tables made elsewhere have it.
-std::string Execution::defaultSql(const Column& column, const Table& table) {
+std::string defaultSql(Catalog& catalog, const Column& column) {
   std::string_view text = column.defaultValue;
   while (text.starts_with('=') || text.starts_with(' ')) text.remove_prefix(1);
   ExpressionPtr expression;
   try {
     expression = parseExpression(text);
-    Binder alone(catalog_, text, {}, nullptr);
+    Binder alone(catalog, text, {}, nullptr);
     alone.bindValue(*expression);
     if (!alone.slots().empty()) expression = nullptr;
   } catch (const Failure&) {
@@ -238,7 +257,7 @@ std::string Execution::defaultSql(const Column& column, const Table& table) {
     expression->type = Type::Text;
   }
   Printer printer;
-  printer.stored(*expression, column, table.name);
+  printer.stored(*expression, column);
   return printer.take();
 }
 
@@ -246,14 +265,15 @@ void Execution::addLeftOut(const Table& table, std::vector<const Column*>& colum
                            std::vector<std::string>& values) {
   for (const Column& column : table.columns) {
     if (std::find(columns.begin(), columns.end(), &column) != columns.end() || column.counter) continue;
-    if (column.defaultValue.empty() && !column.required && column.type != Type::YesNo) continue;
+    const bool mayBeNull = !column.required && !column.inKey && column.type != Type::YesNo;
+    if (column.defaultValue.empty() && mayBeNull) continue;
     columns.push_back(&column);
     if (!column.defaultValue.empty()) {
-      values.push_back(defaultSql(column, table));
+      values.push_back(defaultSql(catalog_, column));
       continue;
     }
     Printer printer;
-    printer.storedText("NULL", Type::Unknown, column, table.name, -1);
+    printer.storedText("NULL", Type::Unknown, column, -1);
     values.push_back(printer.take());
   }
 }
@@ -289,11 +309,11 @@ int64_t Execution::operator()(InsertStatement& statement) {
     Printer printer;
     if (query) {
       printer.storedText("\"q\"." + quotedName(query->columns[i].name), query->columns[i].type, *columns[i],
-                         table.name, static_cast<int64_t>(query->place));
+                         static_cast<int64_t>(query->place));
     } else {
       binder_.bindValue(*statement.values[i]);
       binder_.checkStorable(*statement.values[i], *columns[i]);
-      printer.stored(*statement.values[i], *columns[i], table.name);
+      printer.stored(*statement.values[i], *columns[i]);
     }
     values.push_back(printer.take());
   }
@@ -342,11 +362,11 @@ int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<Targe
   const bool alone = statement.sources.size() == 1 && first.kind == SourceKind::Table && first.table;
   Printer printer;
   const std::string alias = alone ? "\"t" + std::to_string(first.number) + "\"" : "\"target\"";
-  printer.raw("UPDATE " + table.sqlName + " AS " + alias + " SET ");
+  printer.raw("UPDATE " + table.sqlName() + " AS " + alias + " SET ");
   for (size_t i = 0; i < targets.size(); ++i) {
     printer.raw((i > 0 ? "," : "") + sqlName(*targets[i].column) + "=");
     if (alone) {
-      printer.stored(*statement.assignments[i].value, *targets[i].column, table.name);
+      printer.stored(*statement.assignments[i].value, *targets[i].column);
     } else {
       printer.raw("\"new\".\"v" + std::to_string(i) + "\"");
     }
@@ -361,7 +381,7 @@ int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<Targe
   printer.raw(" FROM (SELECT " + targets[0].rowId + " AS \"row\"");
   for (size_t i = 0; i < targets.size(); ++i) {
     printer.raw(",");
-    printer.stored(*statement.assignments[i].value, *targets[i].column, table.name);
+    printer.stored(*statement.assignments[i].value, *targets[i].column);
     printer.raw(" AS \"v" + std::to_string(i) + "\"");
   }
   printer.rows(statement.sources, statement.where.get());
@@ -382,13 +402,13 @@ int64_t Execution::updateMany(UpdateStatement& statement, const std::vector<Targ
     rows.raw("," + tables[i]->rowId + " AS \"row" + std::to_string(i) + "\"");
   for (size_t i = 0; i < targets.size(); ++i) {
     rows.raw(",");
-    rows.stored(*statement.assignments[i].value, *targets[i].column, targets[i].table->name);
+    rows.stored(*statement.assignments[i].value, *targets[i].column);
     rows.raw(" AS \"v" + std::to_string(i) + "\"");
   }
   rows.rows(statement.sources, statement.where.get());
   change(rows.text());
   for (size_t t = 0; t < tables.size(); ++t) {
-    std::string sql = "UPDATE " + tables[t]->table->sqlName + " AS \"target\" SET ";
+    std::string sql = "UPDATE " + tables[t]->table->sqlName() + " AS \"target\" SET ";
     bool first = true;
     for (size_t i = 0; i < targets.size(); ++i) {
       if (targets[i].rowId != tables[t]->rowId) continue;
@@ -419,13 +439,14 @@ int64_t Execution::operator()(DeleteStatement& statement) {
   const Target base = binder_.onlyTableOf(*target, target->place);
   Printer printer;
   if (tables.size() == 1 && target->table) {
-    printer.raw("DELETE FROM " + target->table->sqlName + " AS \"t" + std::to_string(target->number) + "\"");
+    printer.raw("DELETE FROM " + target->table->sqlName() + " AS \"t" + std::to_string(target->number) +
+                "\"");
     if (statement.where) {
       printer.raw(" WHERE ");
       printer.condition(*statement.where);
     }
   } else {
-    printer.raw("DELETE FROM " + base.table->sqlName + " WHERE " + quotedName(base.table->rowId) +
+    printer.raw("DELETE FROM " + base.table->sqlName() + " WHERE " + quotedName(base.table->rowId) +
                 " IN (SELECT " + base.rowId);
     printer.rows(statement.sources, statement.where.get());
     printer.raw(")");
@@ -463,6 +484,7 @@ int64_t Execution::operator()(ExecuteStatement& statement) {
       arguments.push_back(std::move(parameter));
     });
   }
+  binder_.checkNames();
   Statement inner = parseStatement(*stored);
   return Execution(database_, catalog_, *stored, arguments, rows_, depth_ + 1).run(inner);
 }

@@ -95,8 +95,7 @@ class Import {
     for (size_t column : broken.nulls) shape.columns[column].required = false;
     for (jet::Column& column : shape.columns) column.counter = column.counter && !broken.counter;
     shape.indexes = keptIndexes(shape, broken);
-    if (const auto refusal = catalog_.createTable(shape, DatabaseCatalog::IndexStorage::Later))
-      throw jet::Failure{*refusal};
+    catalog_.createTable(shape, DatabaseCatalog::IndexStorage::Later);
     const jet::Table target = *catalog_.findTable(shape.name);
     copyRows(source, target, broken);
   }
@@ -131,7 +130,7 @@ class Import {
     }
     const int counter = counterColumn(target);
     Statement insert(target_.handle(),
-                     "INSERT INTO " + target.sqlName + "(" + columns + ") VALUES(" + marks + ")",
+                     "INSERT INTO " + target.sqlName() + "(" + columns + ") VALUES(" + marks + ")",
                      Access::Write);
     constexpr size_t stepOfProgress = 4096;
     for (std::vector<Stored> row; source.next(row);) {
@@ -180,11 +179,14 @@ class Import {
   }
 
   void importRule(const std::string& table, const JetTable::Rule& rule) {
-    const auto refusal = catalog_.createRule({table, rule.column, rule.condition, rule.message});
-    if (!refusal) return;
-    const bool rows = refusal->number == ruleMessage || refusal->number == ruleBroken;
-    lose("The rule of " + (rule.column.empty() ? "the table '" : "'" + rule.column + "' of the table '") +
-         table + "' is not imported: " + rule.condition + (rows ? ", which rows break" : ""));
+    try {
+      catalog_.createRule({table, rule.column, rule.condition, rule.message});
+    } catch (const jet::Failure& failure) {
+      const int number = failure.error.number;
+      const bool rows = number == ruleMessage || number == ruleBroken;
+      lose("The rule of " + (rule.column.empty() ? "the table '" : "'" + rule.column + "' of the table '") +
+           table + "' is not imported: " + rule.condition + (rows ? ", which rows break" : ""));
+    }
   }
 
   void importRelations() {
@@ -192,10 +194,14 @@ class Import {
       const std::string name = "The relation '" + each.relation.name + "'";
       if (!each.enforced) {
         lose(name + " is not imported: it guards nothing");
-      } else if (const auto refusal = catalog_.createRelation(each.relation)) {
-        lose(name + " is not imported: " + refusal->text.substr(0, refusal->text.find_last_not_of('.') + 1));
-      } else {
+        continue;
+      }
+      try {
+        catalog_.createRelation(each.relation);
         ++result_.relations;
+      } catch (const jet::Failure& failure) {
+        const std::string& text = failure.error.text;
+        lose(name + " is not imported: " + text.substr(0, text.find_last_not_of('.') + 1));
       }
     }
   }
@@ -204,8 +210,11 @@ class Import {
     for (const JetQuery& query : readQueries(file_)) {
       std::string failure = query.failure;
       if (failure.empty()) {
-        const auto refusal = catalog_.createQuery(query.name, query.sql);
-        if (refusal) failure = refusal->text;
+        try {
+          catalog_.createQuery(query.name, query.sql);
+        } catch (const jet::Failure& refused) {
+          failure = refused.error.text;
+        }
       }
       if (failure.empty()) {
         ++result_.queries;

@@ -1,4 +1,5 @@
 #include "host/database/fields.h"
+#include "host/geometry/curve_range.h"
 #include "host/geometry/ellipse_arc.h"
 
 ACRX_DEFINE_MEMBERS(AcDbArc)
@@ -79,37 +80,52 @@ Acad::ErrorStatus AcDbArc::getStartParam(double& param) const {
 Acad::ErrorStatus AcDbArc::getEndParam(double& param) const {
   return param = wrapped(startAngle_) + sweep(), Acad::eOk;
 }
-Acad::ErrorStatus AcDbArc::getPointAtParam(double param, AcGePoint3d& point) const {
-  const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal_);
-  point = centre_ + plane * AcGeVector3d{radius_ * std::cos(param), radius_ * std::sin(param), 0};
-  return Acad::eOk;
+static AcGePoint3d pointOfCircle(const AcDbArc& arc, double angle) {
+  const AcGeVector3d local{arc.radius() * std::cos(angle), arc.radius() * std::sin(angle), 0};
+  return arc.center() + AcGeMatrix3d::planeToWorld(arc.normal()) * local;
 }
-/// A point before the start, but nearer to it than to the end, gets a parameter below the start's.
+/// The parameter of the place on the circle that is nearest. A point before the start, but nearer to it than
+/// to the end, gets a parameter below the start's.
+static double nearestParam(const AcDbArc& arc, const AcGePoint3d& point) {
+  const AcGeVector3d local = AcGeMatrix3d::worldToPlane(arc.normal()) * (point - arc.center());
+  const double sweep = arc.sweep();
+  double beyond = wrapped(std::atan2(local.y, local.x) - arc.startAngle());
+  if (beyond - sweep > turn - beyond) beyond -= turn;
+  return wrapped(arc.startAngle()) + beyond;
+}
+static bool takeParam(const AcDbArc& arc, double& param) {
+  const double start = wrapped(arc.startAngle());
+  return host::takeInRange(param, start, start + arc.sweep());
+}
+Acad::ErrorStatus AcDbArc::getPointAtParam(double param, AcGePoint3d& point) const {
+  if (!takeParam(*this, param)) return Acad::eInvalidInput;
+  return point = pointOfCircle(*this, param), Acad::eOk;
+}
 Acad::ErrorStatus AcDbArc::getParamAtPoint(const AcGePoint3d& point, double& param) const {
-  const AcGeVector3d local = AcGeMatrix3d::worldToPlane(normal_) * (point - centre_);
-  double beyond = wrapped(std::atan2(local.y, local.x) - startAngle_);
-  if (beyond - sweep() > turn - beyond) beyond -= turn;
-  param = wrapped(startAngle_) + beyond;
-  return Acad::eOk;
+  const double start = wrapped(startAngle_);
+  param = std::clamp(nearestParam(*this, point), start, start + sweep());
+  return host::isOnCurve(pointOfCircle(*this, param), point) ? Acad::eOk : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbArc::getDistAtParam(double param, double& distance) const {
+  if (!takeParam(*this, param)) return Acad::eInvalidInput;
   return distance = (param - wrapped(startAngle_)) * radius_, Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getParamAtDist(double distance, double& param) const {
   if (!(radius_ > 0)) return Acad::eDegenerateGeometry;
+  if (!host::takeInRange(distance, 0, length())) return Acad::eInvalidInput;
   return param = wrapped(startAngle_) + distance / radius_, Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getFirstDeriv(double param, AcGeVector3d& derivative) const {
+  if (!takeParam(*this, param)) return Acad::eInvalidInput;
   derivative = AcGeMatrix3d::planeToWorld(normal_) *
                AcGeVector3d{-radius_ * std::sin(param), radius_ * std::cos(param), 0};
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
                                              bool extend) const {
-  double param = 0;
-  getParamAtPoint(given, param);
-  const double start = wrapped(startAngle_);
-  return getPointAtParam(extend ? param : std::clamp(param, start, start + sweep()), closest);
+  const double start = wrapped(startAngle_), param = nearestParam(*this, given);
+  return closest = pointOfCircle(*this, extend ? param : std::clamp(param, start, start + sweep())),
+         Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                              AcGePoint3d& closest, bool extend) const {
@@ -134,8 +150,7 @@ bool AcDbArc::subWorldDraw(AcGiWorldDraw* draw) {
 Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
   if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
   assertWriteEnabled();
-  AcGePoint3d start;
-  getPointAtParam(startAngle_, start);
+  const AcGePoint3d start = pointOfCircle(*this, startAngle_);
   const double swept = sweep();
   // A mirrored arc would run to the right; its normal turned over, it runs to the left again.
   normal_ = (matrix * normal_ * (matrix.det() < 0 ? -1 : 1)).normalize();
@@ -150,11 +165,7 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
 /// Ends, and the points where the tangent lies across an axis of the world.
 Acad::ErrorStatus AcDbArc::subGetGeomExtents(AcDbExtents& extents) const {
   const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal_);
-  const auto add = [&](double param) {
-    AcGePoint3d point;
-    getPointAtParam(param, point);
-    extents.addPoint(point);
-  };
+  const auto add = [&](double param) { extents.addPoint(pointOfCircle(*this, param)); };
   if (!isClosed()) add(startAngle_), add(endAngle_);
   for (int axis = 0; axis < 3; ++axis) {
     const double extreme = std::atan2(plane(axis, 1), plane(axis, 0));
@@ -182,7 +193,7 @@ Acad::ErrorStatus AcDbArc::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64,
     case AcDb::kOsModeEnd:
       return isClosed() ? Acad::eOk : subGetStretchPoints(points);
     case AcDb::kOsModeMid:
-      if (!isClosed()) getPointAtParam(startAngle_ + sweep() / 2, found), points.append(found);
+      if (!isClosed()) points.append(pointOfCircle(*this, startAngle_ + sweep() / 2));
       break;
     case AcDb::kOsModeNear:
       getClosestPointTo(pick, found), points.append(found);
@@ -191,8 +202,7 @@ Acad::ErrorStatus AcDbArc::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64,
       for (int quarter = 0; quarter < 4; ++quarter) {
         const double param = quarter * turn / 4;
         if (!isClosed() && wrapped(param - startAngle_) > sweep()) continue;
-        getPointAtParam(param, found);
-        points.append(found);
+        points.append(pointOfCircle(*this, param));
       }
       break;
     default:

@@ -1,6 +1,8 @@
 #include "brx/db_attributes.h"
 #include "brx/lisp_calls.h"
+#include "host/database/nested_visits.h"
 #include "host/database/subentities.h"
+#include "host/entities/block_extents.h"
 #include "host/entities/transformed_copy.h"
 
 ACRX_DEFINE_MEMBERS(AcDbBlockReference)
@@ -55,24 +57,20 @@ AcGeMatrix3d AcDbBlockReference::blockTransform() const {
 
 namespace {
 
-/// Files may hold cycles; no real drawing nests as deep.
-constexpr int deepest = 64;
-thread_local int depth = 0;
-struct Descent {
-  Descent() { ++depth; }
-  ~Descent() { --depth; }
-  bool tooDeep() const { return depth > deepest; }
-};
+/// Copies cost memory besides time.
+enum Cost : size_t { drawn = 1, copied = 5 };
 
 template <class Visit>
-Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Visit visit) {
-  const Descent descent;
-  if (descent.tooDeep()) return Acad::eSelfReference;
+Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Cost cost, Visit visit) {
+  const host::NestedDescent descent;
+  if (!descent.isAllowed()) return Acad::eSelfReference;
   AcDbObjectPointer<AcDbBlockTableRecord> record(recordId);
   if (record.openStatus() != Acad::eOk) return record.openStatus();
   for (const AcDbObjectId& id : record->entityIds()) {
     AcDbObjectPointer<AcDbEntity> entity(id);
-    if (entity.object()) visit(*entity.object());
+    if (!entity.object()) continue;
+    if (!host::countNestedVisit(cost)) return Acad::eSelfReference;
+    visit(*entity.object());
   }
   return Acad::eOk;
 }
@@ -85,8 +83,6 @@ bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
   constexpr int mostCells = 1'000'000;
   AcGiGeometry& geometry = draw->geometry();
   const AcGeMatrix3d first = blockTransform();
-  const AcGeMatrix3d turned =
-      AcGeMatrix3d::planeToWorld(normal_) * AcGeMatrix3d::rotation(rotation_, {0, 0, 1});
   const int columns = std::max<int>(columns_, 1),
             cells = std::min(columns * std::max<int>(rows_, 1), mostCells);
   bool stopped = false;
@@ -95,10 +91,8 @@ bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
     if (!stopped && (!definition || definition->isConstant())) stopped = geometry.draw(&entity);
   };
   for (int cell = 0; cell < cells && !stopped; ++cell) {
-    const AcGeVector3d shift =
-        turned * AcGeVector3d{cell % columns * columnSpacing_, cell / columns * rowSpacing_, 0};
-    geometry.pushModelTransform(AcGeMatrix3d::translation(shift) * first);
-    if (forEachEntity(record_, drawOne) != Acad::eOk) stopped = true;
+    geometry.pushModelTransform(host::cellShift(*this, cell % columns, cell / columns) * first);
+    if (forEachEntity(record_, drawn, drawOne) != Acad::eOk) stopped = true;
     geometry.popModelTransform();
   }
   host::forEachSubentity<AcDbAttribute>(attributes_, [&](AcDbAttribute& each) { geometry.draw(&each); });
@@ -125,7 +119,7 @@ Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& matrix)
 Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entities) const {
   const AcGeMatrix3d matrix = blockTransform();
   Acad::ErrorStatus result = Acad::eOk;
-  const Acad::ErrorStatus status = forEachEntity(record_, [&](AcDbEntity& entity) {
+  const Acad::ErrorStatus status = forEachEntity(record_, copied, [&](AcDbEntity& entity) {
     const Acad::ErrorStatus moved = host::appendTransformed(entity, matrix, entities);
     if (moved != Acad::eOk) result = moved;
   });
@@ -145,13 +139,9 @@ struct Pieces {
 }  // namespace
 
 Acad::ErrorStatus AcDbBlockReference::subGetGeomExtents(AcDbExtents& extents) const {
-  Pieces pieces;
-  const Descent descent;
-  if (descent.tooDeep()) return Acad::eSelfReference;
-  subExplode(pieces.list);
-  bool any = false;
-  for (void* each : pieces.list) any |= static_cast<AcDbEntity*>(each)->getGeomExtents(extents) == Acad::eOk;
-  return any ? Acad::eOk : Acad::eInvalidExtents;
+  const AcDbExtents own = host::extentsOfReference(*this);
+  if (own.isEmpty()) return Acad::eInvalidExtents;
+  return extents.addExt(own), Acad::eOk;
 }
 Acad::ErrorStatus AcDbBlockReference::subGetStretchPoints(AcGePoint3dArray& points) const {
   return points.append(position_), Acad::eOk;
@@ -162,8 +152,8 @@ Acad::ErrorStatus AcDbBlockReference::subGetOsnapPoints(AcDb::OsnapMode mode, Ad
                                                         AcDbIntArray& geometryIds) const {
   if (mode == AcDb::kOsModeIns) return points.append(position_), Acad::eOk;
   Pieces pieces;
-  const Descent descent;
-  if (descent.tooDeep()) return Acad::eOk;
+  const host::NestedDescent descent;
+  if (!descent.isAllowed()) return Acad::eOk;
   subExplode(pieces.list);
   for (void* each : pieces.list) {
     static_cast<AcDbEntity*>(each)->getOsnapPoints(mode, marker, pick, last, view, points, geometryIds);

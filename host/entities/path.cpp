@@ -1,6 +1,8 @@
 #include "host/entities/path.h"
 
 #include "host/entities/wide_path.h"
+#include "host/geometry/curve_range.h"
+
 namespace host {
 
 EllipseArc arcOf(const Segment& s) {
@@ -52,7 +54,7 @@ std::unique_ptr<AcDbCurve> Segment::curve(bool& reversed) const {
 }
 
 bool Path::place(double param, size_t& index, double& share) const {
-  if (segments_.empty() || !(param >= 0) || param > endParam()) return false;
+  if (segments_.empty() || !takeInRange(param, 0, endParam())) return false;
   index = std::min(static_cast<size_t>(param), segments_.size() - 1);
   share = param - static_cast<double>(index);
   return true;
@@ -78,8 +80,9 @@ Acad::ErrorStatus Path::distanceAt(double param, double& distance) const {
   return Acad::eOk;
 }
 Acad::ErrorStatus Path::paramAtDistance(double distance, double& param) const {
-  if (!(distance >= 0)) return Acad::eInvalidInput;
   const double limit = AcGeContext::gTol.equalPoint();
+  if (!(distance >= -limit)) return Acad::eInvalidInput;
+  distance = std::max(distance, 0.0);
   for (size_t i = 0; i < segments_.size(); ++i) {
     const double length = segments_[i].length();
     const bool isLast = i + 1 == segments_.size();
@@ -113,9 +116,7 @@ Acad::ErrorStatus Path::paramOf(const AcGePoint3d& point, double& param) const {
   AcGePoint3d near;
   const Acad::ErrorStatus status = closest(point, nullptr, false, near, &param);
   if (status != Acad::eOk) return status;
-  // Points come from calculations on the curve, whose rounding grows with the coordinates.
-  const double limit = 1e-6 * std::max(1.0, point.asVector().length());
-  return near.distanceTo(point) <= limit ? Acad::eOk : Acad::eInvalidInput;
+  return isOnCurve(near, point) ? Acad::eOk : Acad::eInvalidInput;
 }
 
 void Path::draw(AcGiWorldDraw& draw) const {

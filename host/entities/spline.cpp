@@ -2,6 +2,7 @@
 
 #include "host/database/fields.h"
 #include "host/geometry/bspline.h"
+#include "host/geometry/curve_range.h"
 #include "host/geometry/flatten.h"
 #include "host/geometry/quadrature.h"
 
@@ -49,6 +50,16 @@ Acad::ErrorStatus AcDbSpline::setNurbsData(int degree, const AcGeDoubleArray& kn
   *curve_ = std::move(made);
   flags_ = static_cast<Adesk::Int16>(weights.isEmpty() ? flags_ & ~rationalFlag : flags_ | rationalFlag);
   return Acad::eOk;
+}
+
+const host::BSpline& AcDbSpline::curve() const {
+  if (curve_->isValid() || fitPoints_.empty()) return *curve_;
+  if (!through_ || throughPoints_ != fitPoints_) {
+    through_ =
+        std::make_unique<host::BSpline>(host::interpolatingSpline(fitPoints_, (flags_ & closedFlag) != 0));
+    throughPoints_ = fitPoints_;
+  }
+  return *through_;
 }
 
 namespace {
@@ -107,68 +118,70 @@ double closestParam(const host::BSpline& curve, const AcGePoint3d& given, const 
 
 }  // namespace
 
-#define HOST_NEEDS_CURVE \
-  if (!curve_->isValid()) return Acad::eDegenerateGeometry
+#define HOST_NEEDS_CURVE                \
+  const host::BSpline& shape = curve(); \
+  if (!shape.isValid()) return Acad::eDegenerateGeometry
 
 bool AcDbSpline::isClosed() const {
-  return (flags_ & closedFlag) ||
-         (curve_->isValid() && curve_->at(curve_->first()) == curve_->at(curve_->last()));
+  const host::BSpline& shape = curve();
+  return (flags_ & closedFlag) || (shape.isValid() && shape.at(shape.first()) == shape.at(shape.last()));
 }
 Acad::ErrorStatus AcDbSpline::getStartParam(double& param) const {
   HOST_NEEDS_CURVE;
-  return param = curve_->first(), Acad::eOk;
+  return param = shape.first(), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getEndParam(double& param) const {
   HOST_NEEDS_CURVE;
-  return param = curve_->last(), Acad::eOk;
+  return param = shape.last(), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getPointAtParam(double param, AcGePoint3d& point) const {
   HOST_NEEDS_CURVE;
-  if (!(param >= curve_->first() && param <= curve_->last())) return Acad::eInvalidInput;
-  return point = curve_->at(param), Acad::eOk;
+  if (!host::takeInRange(param, shape.first(), shape.last())) return Acad::eInvalidInput;
+  return point = shape.at(param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getParamAtPoint(const AcGePoint3d& point, double& param) const {
   HOST_NEEDS_CURVE;
-  param = closestParam(*curve_, point, nullptr);
-  const double limit = 1e-6 * std::max(1.0, point.asVector().length());
-  return curve_->at(param).distanceTo(point) <= limit ? Acad::eOk : Acad::eInvalidInput;
+  param = closestParam(shape, point, nullptr);
+  return host::isOnCurve(shape.at(param), point) ? Acad::eOk : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbSpline::getDistAtParam(double param, double& distance) const {
   HOST_NEEDS_CURVE;
-  if (!(param >= curve_->first() && param <= curve_->last())) return Acad::eInvalidInput;
-  return distance = lengthOf(*curve_, curve_->first(), param), Acad::eOk;
+  if (!host::takeInRange(param, shape.first(), shape.last())) return Acad::eInvalidInput;
+  return distance = lengthOf(shape, shape.first(), param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getParamAtDist(double distance, double& param) const {
   HOST_NEEDS_CURVE;
-  const double whole = lengthOf(*curve_, curve_->first(), curve_->last());
-  if (!(distance >= 0) || distance > whole * (1 + 1e-12)) return Acad::eInvalidInput;
-  double low = curve_->first(), high = curve_->last();
+  const double whole = lengthOf(shape, shape.first(), shape.last());
+  if (!host::takeInRange(distance, 0, whole)) return Acad::eInvalidInput;
+  double low = shape.first(), high = shape.last();
   for (int step = 0; step < 60 && low < high; ++step) {
     param = (low + high) / 2;
-    (lengthOf(*curve_, curve_->first(), param) < distance ? low : high) = param;
+    (lengthOf(shape, shape.first(), param) < distance ? low : high) = param;
   }
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getFirstDeriv(double param, AcGeVector3d& derivative) const {
   HOST_NEEDS_CURVE;
-  return curve_->evaluate(param, &derivative), Acad::eOk;
+  if (!host::takeInRange(param, shape.first(), shape.last())) return Acad::eInvalidInput;
+  return shape.evaluate(param, &derivative), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest, bool) const {
   HOST_NEEDS_CURVE;
-  return closest = curve_->at(closestParam(*curve_, given, nullptr)), Acad::eOk;
+  return closest = shape.at(closestParam(shape, given, nullptr)), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                                 AcGePoint3d& closest, bool) const {
   HOST_NEEDS_CURVE;
-  return closest = curve_->at(closestParam(*curve_, given, &direction)), Acad::eOk;
+  return closest = shape.at(closestParam(shape, given, &direction)), Acad::eOk;
 }
 bool AcDbSpline::subWorldDraw(AcGiWorldDraw* draw) {
-  if (!curve_->isValid()) return true;
-  const std::vector<double> spans = curve_->spans();
+  const host::BSpline& shape = curve();
+  if (!shape.isValid()) return true;
+  const std::vector<double> spans = shape.spans();
   std::vector<AcGePoint3d> points;
   for (size_t i = 0; i + 1 < spans.size(); ++i) {
-    const auto piece = host::flattened(spans[i], spans[i + 1], 2, draw->deviation(),
-                                       [&](double t) { return curve_->at(t); });
+    const auto piece =
+        host::flattened(spans[i], spans[i + 1], 2, draw->deviation(), [&](double t) { return shape.at(t); });
     points.insert(points.end(), piece.begin() + (i ? 1 : 0), piece.end());
   }
   draw->geometry().polyline(static_cast<Adesk::UInt32>(points.size()), points.data());
@@ -183,13 +196,14 @@ Acad::ErrorStatus AcDbSpline::subTransformBy(const AcGeMatrix3d& matrix) {
 }
 /// Extremes lie where the derivative along an axis changes its sign.
 Acad::ErrorStatus AcDbSpline::subGetGeomExtents(AcDbExtents& extents) const {
-  if (!curve_->isValid()) return Acad::eInvalidExtents;
-  const std::vector<double> spans = curve_->spans();
-  const int samples = 4 * curve_->degree;
+  const host::BSpline& shape = curve();
+  if (!shape.isValid()) return Acad::eInvalidExtents;
+  const std::vector<double> spans = shape.spans();
+  const int samples = 4 * shape.degree;
   for (const AcGeVector3d& axis : {AcGeVector3d{1, 0, 0}, AcGeVector3d{0, 1, 0}, AcGeVector3d{0, 0, 1}}) {
     const auto rise = [&](double t) {
       AcGeVector3d derivative;
-      curve_->evaluate(t, &derivative);
+      shape.evaluate(t, &derivative);
       return derivative.dotProduct(axis);
     };
     for (size_t i = 0; i + 1 < spans.size(); ++i) {
@@ -202,25 +216,26 @@ Acad::ErrorStatus AcDbSpline::subGetGeomExtents(AcDbExtents& extents) const {
           const double middle = (low + high) / 2;
           ((rise(middle) > 0) == rising ? low : high) = middle;
         }
-        extents.addPoint(curve_->at(low));
+        extents.addPoint(shape.at(low));
       }
     }
   }
-  extents.addPoint(curve_->at(curve_->first()));
-  return extents.addPoint(curve_->at(curve_->last()));
+  extents.addPoint(shape.at(shape.first()));
+  return extents.addPoint(shape.at(shape.last()));
 }
 Acad::ErrorStatus AcDbSpline::subGetStretchPoints(AcGePoint3dArray& points) const {
-  for (const AcGePoint3d& each : curve_->points) points.append(each);
+  for (const AcGePoint3d& each : curve_->isValid() ? curve_->points : fitPoints_) points.append(each);
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64, const AcGePoint3d& pick,
                                                 const AcGePoint3d& last, const AcGeMatrix3d&,
                                                 AcGePoint3dArray& points, AcDbIntArray&) const {
-  if (!curve_->isValid()) return Acad::eOk;
+  const host::BSpline& shape = curve();
+  if (!shape.isValid()) return Acad::eOk;
   if (mode == AcDb::kOsModeEnd) {
-    points.append(curve_->at(curve_->first())), points.append(curve_->at(curve_->last()));
+    points.append(shape.at(shape.first())), points.append(shape.at(shape.last()));
   } else if (mode == AcDb::kOsModeNear || mode == AcDb::kOsModePerp) {
-    points.append(curve_->at(closestParam(*curve_, mode == AcDb::kOsModeNear ? pick : last, nullptr)));
+    points.append(shape.at(closestParam(shape, mode == AcDb::kOsModeNear ? pick : last, nullptr)));
   }
   return Acad::eOk;
 }

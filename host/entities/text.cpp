@@ -18,6 +18,9 @@ struct Placed {
   host::text::Format format;
   /// From the left end of the base line to the alignment point.
   double along = 0, above = 0;
+  /// Backward text runs to the left from its origin, upside-down text stands below its base line.
+  double x = 1, y = 1;
+  AcGePoint3d point(double right, double up) const { return frame.point(x * right, y * up); }
 };
 
 host::text::Layout layOutParts(const std::wstring& text, host::text::Format format,
@@ -87,11 +90,13 @@ Placed place(const AcDbText& text) {
     placed.ink = {};
     placed.layout = layOutParts(text.textString(), placed.format, placed.ink);
   }
+  placed.x = text.isMirroredInX() ? -1 : 1, placed.y = text.isMirroredInY() ? -1 : 1;
   placed.frame = host::TextFrame(text.position(), direction, text.normal());
+  if (filling && text.isMirroredInX()) placed.frame.origin = text.alignmentPoint();
   if (filling || text.isDefaultAlignment()) return placed;
   findAlignment(text, placed);
   placed.frame.origin = text.alignmentPoint();
-  placed.frame.origin = placed.frame.point(-placed.along, -placed.above);
+  placed.frame.origin = placed.point(-placed.along, -placed.above);
   return placed;
 }
 
@@ -105,8 +110,7 @@ Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase*) {
   if (isDefaultAlignment()) return Acad::eOk;
   assertWriteEnabled();
   const Placed placed = place(*this);
-  position_ = placed.frame.origin;
-  if (!fills(*this)) return Acad::eOk;
+  if (!fills(*this)) return position_ = placed.frame.origin, Acad::eOk;
   rotation_ = rotationOf(placed.frame);
   height_ = placed.format.height, widthFactor_ = placed.format.widthFactor;
   return Acad::eOk;
@@ -147,12 +151,12 @@ Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& normal) {
 Acad::ErrorStatus AcDbText::mirrorInX(bool mirrored) {
   assertWriteEnabled();
   generation_ = static_cast<Adesk::Int16>(mirrored ? generation_ | 2 : generation_ & ~2);
-  return Acad::eOk;
+  return adjustAlignment();
 }
 Acad::ErrorStatus AcDbText::mirrorInY(bool mirrored) {
   assertWriteEnabled();
   generation_ = static_cast<Adesk::Int16>(mirrored ? generation_ | 4 : generation_ & ~4);
-  return Acad::eOk;
+  return adjustAlignment();
 }
 Acad::ErrorStatus AcDbText::setHorizontalMode(AcDb::TextHorzMode mode) {
   if (mode < AcDb::kTextLeft || mode > AcDb::kTextFit) return Acad::eInvalidInput;
@@ -163,7 +167,7 @@ Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
   return assertWriteEnabled(), vertical_ = static_cast<Adesk::Int16>(mode), adjustAlignment();
 }
 
-/// Backward text is mirrored about the left end of its base line, upside-down text about the line.
+/// Backward and upside-down text is mirrored about its alignment point, as which its origin has been found.
 bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
   if (!(height_ > 0)) return true;
   const Placed placed = place(*this);
@@ -171,7 +175,7 @@ bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
   if (!isMirroredInX() && !isMirroredInY()) return drawText(*draw, frame, placed.layout, color()), true;
   AcGeMatrix3d local, mirror;
   local.setToCoordSystem(frame.origin, frame.x, frame.y, frame.normal);
-  mirror(0, 0) = isMirroredInX() ? -1 : 1, mirror(1, 1) = isMirroredInY() ? -1 : 1;
+  mirror(0, 0) = placed.x, mirror(1, 1) = placed.y;
   draw->geometry().pushModelTransform(local * mirror * local.inverse());
   drawText(*draw, frame, placed.layout, color());
   draw->geometry().popModelTransform();
@@ -180,9 +184,8 @@ bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
 Acad::ErrorStatus AcDbText::subGetGeomExtents(AcDbExtents& extents) const {
   const Placed placed = place(*this);
   if (placed.ink.blank()) return extents.addPoint(placed.frame.origin);
-  const double x = isMirroredInX() ? -1 : 1, y = isMirroredInY() ? -1 : 1;
-  placed.frame.addBox(extents, x * placed.ink.left, y * std::min(placed.ink.bottom, 0.0),
-                      x * placed.ink.right, y * placed.ink.top);
+  placed.frame.addBox(extents, placed.x * placed.ink.left, placed.y * std::min(placed.ink.bottom, 0.0),
+                      placed.x * placed.ink.right, placed.y * placed.ink.top);
   return Acad::eOk;
 }
 
@@ -195,8 +198,8 @@ Acad::ErrorStatus AcDbText::subTransformBy(const AcGeMatrix3d& matrix) {
   host::TextFrame frame = moved.frame;
   const double scale = matrix.scale();
   // What was at the right or at the top is where the mirrored text begins.
-  if (moved.swapsSides && !filling) frame.origin = matrix * placed.frame.point(placed.ink.advance, 0);
-  if (moved.swapsRows) frame.origin = matrix * placed.frame.point(0, placed.format.height);
+  if (moved.swapsSides && !filling) frame.origin = matrix * placed.point(placed.ink.advance, 0);
+  if (moved.swapsRows) frame.origin = matrix * placed.point(0, placed.format.height);
   normal_ = frame.normal;
   rotation_ = rotationOf(frame);
   height_ *= scale;
@@ -205,8 +208,9 @@ Acad::ErrorStatus AcDbText::subTransformBy(const AcGeMatrix3d& matrix) {
     if (moved.swapsSides) std::swap(position_, alignment_);
   } else {
     position_ = frame.origin;
-    alignment_ =
-        isDefaultAlignment() ? matrix * alignment_ : frame.point(placed.along * scale, placed.above * scale);
+    alignment_ = isDefaultAlignment()
+                     ? matrix * alignment_
+                     : frame.point(placed.x * placed.along * scale, placed.y * placed.above * scale);
   }
   return Acad::eOk;
 }

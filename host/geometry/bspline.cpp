@@ -81,4 +81,90 @@ BSpline uniformSpline(std::vector<AcGePoint3d> frame, int degree, bool closed) {
   return made;
 }
 
+namespace {
+
+/// Rows of a system of which each meets its neighbours alone; solved in place.
+struct ThreeBands {
+  std::vector<double> below, middle, above;
+  explicit ThreeBands(size_t rows) : below(rows), middle(rows), above(rows) {}
+
+  template <class T>
+  std::vector<T> solve(std::vector<T> right) const {
+    std::vector<double> factor(middle.size());
+    double pivot = middle[0];
+    right[0] = right[0] * (1 / pivot);
+    for (size_t i = 1; i < middle.size(); ++i) {
+      factor[i] = above[i - 1] / pivot;
+      pivot = middle[i] - below[i] * factor[i];
+      right[i] = (right[i] - right[i - 1] * below[i]) * (1 / pivot);
+    }
+    for (size_t i = middle.size() - 1; i-- > 0;) right[i] = right[i] - right[i + 1] * factor[i + 1];
+    return right;
+  }
+};
+
+/// Derivatives at the points, so that the second ones don't jump. `chords` has one less than `points`, or
+/// as many for a closed curve.
+std::vector<AcGeVector3d> derivativesAt(const std::vector<AcGePoint3d>& points,
+                                        const std::vector<double>& chords, bool closed) {
+  const size_t count = points.size();
+  ThreeBands bands(count);
+  std::vector<AcGeVector3d> right(count);
+  const auto chord = [&](size_t i) { return chords[(i + count) % count]; };
+  for (size_t i = 0; i < count; ++i) {
+    const bool before = closed || i > 0, behind = closed || i + 1 < count;
+    if (before) {
+      const double h = chord(i + count - 1);
+      bands.below[i] = 1 / h, bands.middle[i] += 2 / h;
+      right[i] = right[i] + (points[i] - points[(i + count - 1) % count]) * (3 / (h * h));
+    }
+    if (behind) {
+      const double h = chord(i);
+      bands.above[i] = 1 / h, bands.middle[i] += 2 / h;
+      right[i] = right[i] + (points[(i + 1) % count] - points[i]) * (3 / (h * h));
+    }
+  }
+  if (!closed) return bands.solve(right);
+  // The two corners of the system are taken out and put back (Sherman and Morrison).
+  const double corner = bands.below[0], gamma = -bands.middle[0];
+  bands.middle[0] -= gamma, bands.middle[count - 1] -= corner * corner / gamma;
+  std::vector<double> along(count);
+  along[0] = gamma, along[count - 1] = corner;
+  std::vector<AcGeVector3d> found = bands.solve(right);
+  const std::vector<double> z = bands.solve(along);
+  const double share = corner / gamma;
+  const AcGeVector3d factor = (found[0] + found[count - 1] * share) * (1 / (1 + z[0] + z[count - 1] * share));
+  for (size_t i = 0; i < count; ++i) found[i] = found[i] - factor * z[i];
+  return found;
+}
+
+}  // namespace
+
+BSpline interpolatingSpline(std::vector<AcGePoint3d> points, bool closed) {
+  BSpline made;
+  const auto same = [](const AcGePoint3d& a, const AcGePoint3d& b) { return !(a.distanceTo(b) > 0); };
+  points.erase(std::unique(points.begin(), points.end(), same), points.end());
+  if (closed && points.size() > 1 && same(points.front(), points.back())) points.pop_back();
+  if (points.size() < 2) return made;
+  closed = closed && points.size() > 2;
+  const size_t pieces = points.size() - (closed ? 0 : 1);
+  std::vector<double> chords;
+  for (size_t i = 0; i < pieces; ++i) chords.push_back(points[i].distanceTo(points[(i + 1) % points.size()]));
+  const std::vector<AcGeVector3d> derivatives = derivativesAt(points, chords, closed);
+  // Each piece has its own control points, so that every inner knot is threefold.
+  double at = 0;
+  made.knots = {0};
+  for (size_t i = 0; i < pieces; ++i) {
+    const size_t next = (i + 1) % points.size();
+    const double third = chords[i] / 3;
+    made.points.insert(made.points.end(), {points[i], points[i] + derivatives[i] * third,
+                                           points[next] - derivatives[next] * third});
+    made.knots.insert(made.knots.end(), 3, at);
+    at += chords[i];
+  }
+  made.points.push_back(closed ? points.front() : points.back());
+  made.knots.insert(made.knots.end(), 4, at);
+  return made;
+}
+
 }  // namespace host

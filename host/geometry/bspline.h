@@ -30,4 +30,9 @@ struct BSpline {
 /// around a closed one. The degree falls where there are too few points.
 BSpline uniformSpline(std::vector<AcGePoint3d> frame, int degree, bool closed);
 
+/// The cubic spline through points, whose curvature never jumps: straight at open ends, the same at both
+/// sides of a closed one's seam. Its parameter is the length of the chords. Not valid for fewer than two
+/// points that differ.
+BSpline interpolatingSpline(std::vector<AcGePoint3d> points, bool closed);
+
 }  // namespace host

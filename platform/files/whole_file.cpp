@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <atomic>
 #include <cerrno>
 #include <cstdlib>
 #include <memory>
@@ -14,11 +15,6 @@
 namespace platform {
 
 namespace {
-
-std::string behindLinks(const std::string& path) {
-  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
-  return real ? real.get() : path;
-}
 
 mode_t modeOfNewFile() {
   const mode_t mask = umask(0);
@@ -31,13 +27,36 @@ mode_t modeFor(const std::string& target) {
   return stat(target.c_str(), &present) == 0 ? present.st_mode & 07777 : modeOfNewFile();
 }
 
+std::optional<std::string> refused(int reason) {
+  errno = reason;
+  return std::nullopt;
+}
+
+std::string hiddenStart(const std::string& target) { return splitPath(target).folder + "/.zarbo-"; }
+
 }  // namespace
 
-WholeFile::WholeFile(const std::string& target) : target_(behindLinks(target)), mode_(modeFor(target_)) {
-  const SplitPath parts = splitPath(target_);
-  if (parts.name.empty()) return;
-  temporary_ = parts.folder + "/.zarbo-XXXXXX";
+std::optional<std::string> replaceableFile(const std::string& path) {
+  if (splitPath(path).name.empty()) return refused(EINVAL);
+  struct stat present;
+  if (lstat(path.c_str(), &present) != 0) return path;
+  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr), &std::free);
+  if (!real || stat(real.get(), &present) != 0) return std::nullopt;
+  if (!S_ISREG(present.st_mode)) return refused(S_ISDIR(present.st_mode) ? EISDIR : EINVAL);
+  if ((present.st_mode & 0222) == 0) return refused(EACCES);
+  return real.get();
+}
+
+WholeFile::WholeFile(const std::string& target) {
+  const std::optional<std::string> place = replaceableFile(target);
+  if (!place) return;
+  target_ = *place;
+  mode_ = modeFor(target_);
+  descriptor_ = open(splitPath(target_).folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  if (descriptor_ >= 0) return;
+  temporary_ = hiddenStart(target_) + "XXXXXX";
   descriptor_ = mkostemp(temporary_.data(), O_CLOEXEC);
+  if (descriptor_ < 0) temporary_.clear();
 }
 
 WholeFile::~WholeFile() { abandon(); }
@@ -54,9 +73,25 @@ bool WholeFile::write(std::string_view bytes) {
   return good();
 }
 
+// A name can't be given over a file that is there, so the nameless file gets a hidden one first.
+bool WholeFile::giveName() {
+  static std::atomic<unsigned> count = 0;
+  const std::string self = "/proc/self/fd/" + std::to_string(descriptor_);
+  const std::string start = hiddenStart(target_) + std::to_string(getpid()) + "-";
+  while (temporary_.empty()) {
+    const std::string name = start + std::to_string(++count);
+    if (linkat(AT_FDCWD, self.c_str(), AT_FDCWD, name.c_str(), AT_SYMLINK_FOLLOW) == 0) {
+      temporary_ = name;
+    } else if (errno != EEXIST) {
+      return false;
+    }
+  }
+  return true;
+}
+
 bool WholeFile::commit() {
   if (!good()) return false;
-  const bool stored = fchmod(descriptor_, mode_) == 0 && fsync(descriptor_) == 0 &&
+  const bool stored = fchmod(descriptor_, mode_) == 0 && fsync(descriptor_) == 0 && giveName() &&
                       rename(temporary_.c_str(), target_.c_str()) == 0;
   if (!stored) {
     abandon();
@@ -73,12 +108,12 @@ void WholeFile::abandon() {
   const int reason = errno;
   close(descriptor_);
   descriptor_ = -1;
-  unlink(temporary_.c_str());
+  if (!temporary_.empty()) unlink(temporary_.c_str());
   errno = reason;
 }
 
 std::optional<std::string> readWhole(const std::string& path) {
-  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int descriptor = openPlainFile(path);
   if (descriptor < 0) return std::nullopt;
   std::string bytes;
   std::array<char, 1 << 16> buffer;
@@ -89,6 +124,14 @@ std::optional<std::string> readWhole(const std::string& path) {
   }
   close(descriptor);
   return count == 0 ? std::optional(std::move(bytes)) : std::nullopt;
+}
+
+int openPlainFile(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  struct stat info;
+  if (descriptor < 0 || (fstat(descriptor, &info) == 0 && S_ISREG(info.st_mode))) return descriptor;
+  close(descriptor);
+  return -1;
 }
 
 void syncFolder(const std::string& folder) {

@@ -67,9 +67,12 @@ class ImportTest : public testing::Test {
     std::vector<jet::Parameter> parameters;
     for (const int64_t value : values) parameters.push_back({"", jet::Type::Long, value});
     Lines rows;
-    const jet::Outcome outcome = jet::execute(database_->handle(), *catalog_, sql, parameters, &rows);
-    if (outcome.error) return {std::to_string(outcome.error->number)};
-    return rows.lines;
+    try {
+      jet::execute(database_->handle(), *catalog_, sql, parameters, &rows);
+      return rows.lines;
+    } catch (const jet::Failure& failure) {
+      return {std::to_string(failure.error.number)};
+    }
   }
   size_t lossesAbout(const std::string& words) const {
     return static_cast<size_t>(std::count_if(losses.begin(), losses.end(), [&](const std::string& loss) {

@@ -1,7 +1,12 @@
 #include "platform/files/files.h"
 
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
+#include "platform/files/whole_file.h"
 #include "tests/support/temporary_folder.h"
 
 namespace {
@@ -46,6 +51,61 @@ TEST(Files, CopiesWholeFilesAndNeverOverAReadOnlyOne) {
   EXPECT_FALSE(moveFile(folder.wide("a"), folder.wide("c"))) << "something is there";
   EXPECT_TRUE(moveFile(folder.wide("a"), folder.wide("d")));
   EXPECT_EQ(folder.count(), 3u) << "no half files";
+}
+
+TEST(Files, NeverWaitAtAPipe) {
+  const TemporaryFolder folder;
+  folder.write("a", "contents");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_FALSE(copyFile(folder.wide("pipe"), folder.wide("b")));
+  EXPECT_FALSE(copyFile(folder.wide("a"), folder.wide("pipe")));
+  EXPECT_FALSE(modificationTime(folder.wide("pipe")));
+  EXPECT_FALSE(readWhole(folder / "pipe"));
+  EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe"));
+}
+
+TEST(WholeFiles, ReplacePlainFilesThatMayBeWrittenOnly) {
+  const TemporaryFolder folder;
+  folder.write("plain", "old");
+  folder.write("locked", "old");
+  std::filesystem::permissions(folder / "locked", std::filesystem::perms::owner_read);
+  std::filesystem::create_directory(folder / "folder");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  std::filesystem::create_symlink("plain", folder / "link");
+  std::filesystem::create_symlink("locked", folder / "link to locked");
+  std::filesystem::create_symlink("nowhere", folder / "dangling");
+  const size_t count = folder.count();
+  const auto write = [&](const std::string& path) {
+    WholeFile file(path);
+    return file.write("new") && file.commit();
+  };
+  for (const char* name : {"locked", "folder", "pipe", "link to locked", "dangling", ""})
+    EXPECT_FALSE(write(folder / name)) << name;
+  EXPECT_FALSE(write("/dev/null"));
+  EXPECT_EQ(folder.read("locked"), "old");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "dangling"));
+  EXPECT_TRUE(write(folder / "link"));
+  EXPECT_EQ(folder.read("plain"), "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+  EXPECT_EQ(folder.count(), count);
+}
+
+TEST(WholeFiles, LeaveNothingOfAKilledWriter) {
+  const TemporaryFolder folder;
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    WholeFile file(folder / "target");
+    file.write("half");
+    if (write(ready[1], "", 1) == 1) pause();
+    _exit(1);
+  }
+  char byte;
+  ASSERT_EQ(read(ready[0], &byte, 1), 1);
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  EXPECT_EQ(folder.count(), 0u);
 }
 
 }  // namespace
