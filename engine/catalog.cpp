@@ -3,25 +3,12 @@
 #include <algorithm>
 #include <array>
 
+#include "engine/description.h"
 #include "engine/errors/errors.h"
 #include "engine/jet_sql/execution.h"
 #include "engine/jet_sql/printer.h"
 
 namespace {
-
-constexpr const char* systemTables = R"(
-CREATE TABLE zb_tables(name TEXT NOT NULL COLLATE JET PRIMARY KEY, stored TEXT NOT NULL, row_id TEXT NOT NULL) STRICT;
-CREATE TABLE zb_columns(table_name TEXT NOT NULL COLLATE JET, position INTEGER NOT NULL, name TEXT NOT NULL,
-  type TEXT NOT NULL, size INTEGER NOT NULL, required INTEGER NOT NULL, counter INTEGER NOT NULL,
-  empty_allowed INTEGER NOT NULL, default_value TEXT NOT NULL, PRIMARY KEY(table_name, position)) STRICT;
-CREATE TABLE zb_indexes(table_name TEXT NOT NULL COLLATE JET, position INTEGER NOT NULL, name TEXT NOT NULL,
-  columns TEXT NOT NULL, is_primary INTEGER NOT NULL, is_unique INTEGER NOT NULL, required INTEGER NOT NULL,
-  ignore_null INTEGER NOT NULL, PRIMARY KEY(table_name, position)) STRICT;
-CREATE TABLE zb_relations(name TEXT NOT NULL COLLATE JET PRIMARY KEY, table_name TEXT NOT NULL COLLATE JET,
-  foreign_table TEXT NOT NULL COLLATE JET, columns TEXT NOT NULL, foreign_columns TEXT NOT NULL,
-  cascade_update INTEGER NOT NULL, cascade_delete INTEGER NOT NULL, null_on_delete INTEGER NOT NULL) STRICT;
-CREATE TABLE zb_queries(name TEXT NOT NULL COLLATE JET PRIMARY KEY, sql TEXT NOT NULL) STRICT;
-)";
 
 struct TypeRow {
   jet::Type type;
@@ -30,12 +17,18 @@ struct TypeRow {
 };
 
 constexpr TypeRow typeRows[] = {
-    {jet::Type::YesNo, "yesno", "INTEGER"},        {jet::Type::Byte, "byte", "INTEGER"},
-    {jet::Type::Integer, "integer", "INTEGER"},    {jet::Type::Long, "long", "INTEGER"},
-    {jet::Type::Currency, "currency", "INTEGER"},  {jet::Type::Single, "single", "REAL"},
-    {jet::Type::Double, "double", "REAL"},         {jet::Type::Date, "date", "REAL"},
-    {jet::Type::Text, "text", "TEXT COLLATE JET"}, {jet::Type::Memo, "memo", "TEXT COLLATE JET"},
-    {jet::Type::Binary, "binary", "BLOB"},         {jet::Type::Guid, "guid", "TEXT COLLATE JET"},
+    {jet::Type::YesNo, "yesno", "INTEGER"},
+    {jet::Type::Byte, "byte", "INTEGER"},
+    {jet::Type::Integer, "integer", "INTEGER"},
+    {jet::Type::Long, "long", "INTEGER"},
+    {jet::Type::Currency, "currency", "INTEGER"},
+    {jet::Type::Single, "single", "REAL"},
+    {jet::Type::Double, "double", "REAL"},
+    {jet::Type::Date, "date", "REAL"},
+    {jet::Type::Text, "text", "TEXT"},
+    {jet::Type::Memo, "memo", "TEXT"},
+    {jet::Type::Binary, "binary", "BLOB"},
+    {jet::Type::Guid, "guid", "TEXT"},
 };
 
 const TypeRow& rowOf(jet::Type type) {
@@ -151,6 +144,25 @@ void requireName(std::string_view name) {
                             std::string_view(".![]`").find(c) != std::string_view::npos;
                    });
   if (bad) fail(badName, name);
+}
+
+std::string_view storageOfType(std::string_view typeName) {
+  for (const TypeRow& row : typeRows) {
+    if (typeName == row.name) return row.storage;
+  }
+  return {};
+}
+
+std::string likelyType(std::string_view damagedName, std::string_view storage) {
+  for (const TypeRow& row : typeRows) {
+    const std::string_view name = row.name;
+    if (storageOfType(name) != storage || name.size() != damagedName.size()) continue;
+    size_t different = 0;
+    for (size_t i = 0; i < name.size(); ++i) different += name[i] != damagedName[i];
+    if (different <= 2) return std::string(name);
+  }
+  // These lose limits only, whereas each other storage has types that read the same value differently.
+  return storage == "TEXT" ? "memo" : storage == "BLOB" ? "binary" : "";
 }
 
 void createSystemTables(Database& database) { database.execute(systemTables, Access::Schema); }
@@ -315,9 +327,23 @@ const jet::Table& DatabaseCatalog::require(std::string_view name) {
 void DatabaseCatalog::changing(const std::function<void()>& change) {
   const Reloading reloading(*this);
   Transaction transaction(database_, Transaction::Kind::Write, Access::Schema);
+  completeSystemTables(database_);
   refresh();
   change();
+  if (!copiesLater_) copyDescriptions(database_);
   transaction.commit();
+}
+
+void DatabaseCatalog::changeMuch(const std::function<void()>& changes) {
+  copiesLater_ = true;
+  try {
+    changes();
+  } catch (...) {
+    copiesLater_ = false;
+    throw;
+  }
+  copiesLater_ = false;
+  copyDescriptions(database_);
 }
 
 void DatabaseCatalog::changesUndone() { loaded_ = false; }
@@ -336,6 +362,8 @@ void DatabaseCatalog::createStorage(const jet::Table& table) {
   const char* separator = "";
   for (const jet::Column& column : table.columns) {
     sql += separator + quoted(column.name) + " " + rowOf(column.type).storage;
+    if (rowOf(column.type).storage == std::string_view("TEXT"))
+      sql += std::string(" COLLATE ") + languageOrder;
     if (column.counter) sql += " PRIMARY KEY AUTOINCREMENT";
     if (!column.counter && (column.required || column.inKey)) sql += " NOT NULL";
     separator = ", ";
@@ -444,6 +472,7 @@ void DatabaseCatalog::dropTable(std::string_view name) {
     }
     unguardRelationsOf(name);
     run("DELETE FROM zb_relations WHERE table_name = ?1 OR foreign_table = ?1", {Stored::of(name)});
+    run("DELETE FROM zb_rules WHERE table_name = ?1", {Stored::of(name)});
     run("DROP TABLE " + table.sqlName());
     forget(name);
   });
@@ -489,6 +518,7 @@ void DatabaseCatalog::rebuild(const jet::Table& old, jet::Table shape,
   for (const jet::Index& index : shape.indexes) createStoredIndex(shape, index);
   describe(shape);
   guardRelationsOf(shape.name);
+  guardRulesOf(shape.name);
 }
 
 namespace {
@@ -516,6 +546,7 @@ void DatabaseCatalog::renameTable(std::string_view name, std::string_view newNam
     if (changeLink(name, newName)) return;
     const jet::Table old = require(name);
     unguardRelationsOf(old.name);
+    unguardRulesOf(old.name);
     jet::Table table = old;
     table.name = newName;
     table.stored = storedTableName(newName);
@@ -533,6 +564,8 @@ void DatabaseCatalog::renameTable(std::string_view name, std::string_view newNam
     run("UPDATE zb_relations SET foreign_table = ?1 WHERE foreign_table = ?2",
         {Stored::of(newName), Stored::of(name)});
     guardRelationsOf(newName);
+    run("UPDATE zb_rules SET table_name = ?1 WHERE table_name = ?2", {Stored::of(newName), Stored::of(name)});
+    guardRulesOf(newName);
   });
 }
 
@@ -580,6 +613,8 @@ void DatabaseCatalog::renameColumn(std::string_view name, std::string_view colum
         if (sameText(each.name, column)) each.name = newName;
       }
     }
+    run("UPDATE zb_rules SET column_name = ?3 WHERE table_name = ?1 AND column_name = ?2",
+        {Stored::of(name), Stored::of(column), Stored::of(newName)});
     renameInRelations(old.name, column, newName);
     rebuild(old, shape, sameSources(old));
   });
@@ -595,6 +630,8 @@ void DatabaseCatalog::dropColumn(std::string_view name, std::string_view column)
         if (sameText(each.name, column)) fail(neededByIndex, "the index '" + index.name + "'");
       }
     }
+    run("DELETE FROM zb_rules WHERE table_name = ?1 AND column_name = ?2",
+        {Stored::of(name), Stored::of(column)});
     jet::Table shape = old;
     shape.columns.erase(shape.columns.begin() + place);
     std::vector<std::string> sources = sameSources(old);

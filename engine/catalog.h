@@ -24,6 +24,14 @@ class DatabaseCatalog : public jet::Catalog {
     std::string name, file, foreignName;
   };
 
+  /// A condition that a table's rows keep, as the dialect's rules have it.
+  struct Rule {
+    std::string table;
+    std::string column;  ///< that the rule is of; "" for one of the table
+    std::string condition;
+    std::string message;  ///< told when it is broken; "" for one of the engine's
+  };
+
   explicit DatabaseCatalog(Database& database) : database_(database) {}
 
   /// Reads again when the schema isn't the one that was read; to be called inside a read transaction, before
@@ -67,6 +75,9 @@ class DatabaseCatalog : public jet::Catalog {
   void dropRelation(std::string_view table, std::string_view relation) override;
   /// Makes the guards of all relations anew: those of older files stand in the way of links to the file.
   void renewRelations();
+  std::vector<Rule> rules();
+  /// Fails for what is no rule, and (3316, 3317) when rows break it.
+  void createRule(const Rule& rule);
   /// Fails when the other file or its table can't be reached.
   void requireLinkable(const Link& link);
   /// Doesn't look into the other file.
@@ -74,6 +85,11 @@ class DatabaseCatalog : public jet::Catalog {
   void createQuery(std::string_view name, std::string_view sql) override;
   void dropQuery(std::string_view name) override;
   void changesUndone() override;
+  /// For many changes at once, all of the caller's transaction: what each would do to the copies of the
+  /// descriptions is done at the end.
+  void changeMuch(const std::function<void()>& changes);
+  /// Names in SQLite of what guards a relation.
+  static std::vector<std::string> guardNames(std::string_view relation);
 
  private:
   using Tables = std::map<std::string, jet::Table, TextLess>;
@@ -111,6 +127,8 @@ class DatabaseCatalog : public jet::Catalog {
   void unguardRelation(std::string_view name);
   void unguardRelationsOf(std::string_view table);
   void guardRelationsOf(std::string_view table);
+  void guardRulesOf(std::string_view table);
+  void unguardRulesOf(std::string_view table);
   void run(std::string_view sql, const std::vector<Stored>& values = {});
 
   Database& database_;
@@ -120,8 +138,14 @@ class DatabaseCatalog : public jet::Catalog {
   Tables linkedTables_;                            // of links that were asked for
   uint32_t schema_ = 0;
   uint64_t generation_ = 0;
-  bool loaded_ = false;
+  bool loaded_ = false, copiesLater_ = false;
 };
+
+/// How values of a column type lie in SQLite, by the type's name in zb_columns: INTEGER, REAL, TEXT or BLOB;
+/// "" for what is no type.
+std::string_view storageOfType(std::string_view typeName);
+/// The type whose damaged name this may be; "" when nothing tells it. An empty name is one that is lost.
+std::string likelyType(std::string_view damagedName, std::string_view storage);
 
 /// Makes a catalog read anew when it goes, whichever way a change ends.
 class Reloading {

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "engine/catalog.h"
+#include "engine/description.h"
 #include "engine/mended_copy.h"
 #include "engine/salvage.h"
 #include "platform/files/growing_file.h"
@@ -45,6 +46,24 @@ void setUp(Database& database) {
   transaction.commit();
 }
 
+// What happens to the copy is told of the file that it is of.
+std::vector<jet::Error> repair(const Database& from, const std::string& destination) {
+  const platform::GrowingFile copy(destination);
+  if (copy.error() != 0) failMaking(copy.error(), destination);
+  try {
+    std::vector<jet::Error> leftOut;
+    MendedCopy mended(from, copy.path());
+    buildDatabaseFile(destination, [&](Database& to) { leftOut = copyContent(mended.database(), to, true); });
+    return leftOut;
+  } catch (jet::Failure& failure) {
+    std::string& text = failure.error.text;
+    if (const size_t place = text.find(copy.path()); place != std::string::npos) {
+      text.replace(place, copy.path().size(), from.path());
+    }
+    throw;
+  }
+}
+
 }  // namespace
 
 void createDatabaseFile(const std::string& path) {
@@ -53,8 +72,9 @@ void createDatabaseFile(const std::string& path) {
 
 bool isOurDatabase(Database& database) {
   Statement statement(database.handle(),
-                      "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name = 'zb_tables'", Access::Open,
-                      0);
+                      "SELECT 1 FROM sqlite_schema WHERE type = 'table' AND name IN "
+                      "('zb_tables', 'zb_columns', 'zb_indexes', 'zb_relations', 'zb_queries')",
+                      Access::Open, 0);
   return statement.step();
 }
 
@@ -77,7 +97,7 @@ std::vector<jet::Error> compactDatabaseFile(const std::string& source, const std
   Database from(source, Database::Mode::Read, Database::Sharing::NotInThisProcess);
   requireNoFile(destination);
   std::vector<jet::Error> leftOut;
-  if (from.examine() == Database::Health::Good) {
+  if (from.examine() == Database::Health::Good && describesItself(from)) {
     try {
       buildDatabaseFile(destination, [&](Database& to) { leftOut = copyContent(from, to, false); });
       return leftOut;
@@ -86,9 +106,5 @@ std::vector<jet::Error> compactDatabaseFile(const std::string& source, const std
       if (failure.error.number != notADatabase) throw;
     }
   }
-  const platform::GrowingFile copy(destination);
-  if (copy.error() != 0) failMaking(copy.error(), destination);
-  MendedCopy mended(from, copy.path());
-  buildDatabaseFile(destination, [&](Database& to) { leftOut = copyContent(mended.database(), to, true); });
-  return leftOut;
+  return repair(from, destination);
 }

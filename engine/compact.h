@@ -13,7 +13,7 @@ void createDatabaseFile(const std::string& path);
 /// under another name in the same folder, and appears when it is on disk. An existing file is refused (3204).
 void buildDatabaseFile(const std::string& path, const std::function<void(Database&)>& fill);
 
-/// True for a file that this engine made. Inside a read transaction.
+/// True for a file that this engine made, also when it is damaged. Inside a read transaction.
 bool isOurDatabase(Database& database);
 
 /// Writes a new file with all rows, indexes, relations and queries of `source`; of a damaged one, all that

@@ -8,7 +8,9 @@
 #include <cerrno>
 #include <filesystem>
 #include <mutex>
+#include <random>
 #include <set>
+#include <thread>
 
 #include "engine/file_header.h"
 #include "engine/jet_sql/jet_sql.h"
@@ -18,8 +20,10 @@
 
 namespace {
 
-/// How long a call waits for a lock of another connection.
-constexpr int lockWaitMilliseconds = 3000;
+/// How long a call waits for a lock of another connection, and how often it looks meanwhile. Who waits must
+/// look often and at random, or those who come again and again take the lock before him every time.
+constexpr std::chrono::milliseconds longestWait(3000);
+constexpr int shortestLookMicroseconds = 100, longestLookMicroseconds = 1500;
 /// Up to here every entry of every index is compared with its table when a file is opened.
 constexpr int64_t fullCheckBytes = 8 << 20;
 /// Up to here the structure of all pages is checked; beyond, only that the catalog can be read.
@@ -174,7 +178,7 @@ void Database::open(int flags) {
 
 void Database::configure() {
   sqlite3* database = handle();
-  sqlite3_busy_timeout(database, lockWaitMilliseconds);
+  sqlite3_busy_handler(database, waitForLock, this);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -185,6 +189,17 @@ void Database::configure() {
   if (code != SQLITE_OK) failSqlite(database, code, Access::Open);
   execute("PRAGMA cell_size_check=ON", Access::Open);
   execute("PRAGMA temp_store=MEMORY", Access::Open);
+}
+
+int Database::waitForLock(void* object, int tries) {
+  static thread_local std::minstd_rand random(std::random_device{}());
+  auto& database = *static_cast<Database*>(object);
+  const auto now = std::chrono::steady_clock::now();
+  if (tries == 0) database.waitingSince_ = now;
+  if (now - database.waitingSince_ >= longestWait) return 0;
+  std::uniform_int_distribution<int> pause(shortestLookMicroseconds, longestLookMicroseconds);
+  std::this_thread::sleep_for(std::chrono::microseconds(pause(random)));
+  return 1;
 }
 
 // These read the file, so they come after the first read has shown that it can be read.

@@ -87,12 +87,14 @@ class Database {
   Health firstLook();
   bool contentIsGood();
   int firstRead();
+  static int waitForLock(void* database, int tries);
 
   std::string path_;
   bool readOnly_;
   bool stampIsReliable_ = false;
   Identity identity_;
   std::chrono::steady_clock::time_point lastLook_;
+  std::chrono::steady_clock::time_point waitingSince_;
   std::unique_ptr<sqlite3, Close> handle_;
   std::map<std::string, Statement, std::less<>> statements_;
 };

@@ -4,6 +4,7 @@
 
 #include "engine/compact.h"
 #include "engine/definition.h"
+#include "engine/description.h"
 #include "engine/jet_kind.h"
 #include "platform/text/utf.h"
 
@@ -141,6 +142,7 @@ bool EngineObject::openFile(const std::string& path, Database::Mode mode) {
   {
     Transaction transaction(*opened, Transaction::Kind::Read, Access::Open);
     if (!isOurDatabase(*opened)) fail(notADatabase, opened->path());
+    if (!describesItself(*opened)) return false;
     schema->refresh();
   }
   database_ = std::move(opened);

@@ -37,6 +37,11 @@ FileHeader::Journal FileHeader::journal() const {
 
 uint32_t FileHeader::firstFreePage() const { return bigEndian(bytes() + firstFree); }
 
+void FileHeader::forgetFreePages() {
+  put(firstFree, 0);
+  put(freeCount, 0);
+}
+
 void FileHeader::put(size_t place, uint32_t value) {
   for (size_t i = 0; i < 4; ++i) bytes_[place + i] = static_cast<unsigned char>(value >> (24 - 8 * i));
 }
@@ -51,10 +56,7 @@ void FileHeader::mend(uint32_t pages) {
   std::memcpy(bytes() + payloadFractions, fractions, sizeof fractions);
   put(pageCount, pages);
   put(pageCountValidFor, bigEndian(bytes() + changeCounter));
-  if (firstFreePage() > pages) {
-    put(firstFree, 0);
-    put(freeCount, 0);
-  }
+  if (firstFreePage() > pages) forgetFreePages();
   put(schemaFormat, 4);
   put(largestRoot, 0);
   put(textEncoding, 1);

@@ -20,6 +20,8 @@ class FileHeader {
   bool hasName() const;
   Journal journal() const;
   uint32_t firstFreePage() const;
+  /// From then on the file has none that could be used again.
+  void forgetFreePages();
   /// Puts back all that is the same in every file of this engine, for a file of so many pages.
   void mend(uint32_t pages);
 

@@ -2,15 +2,12 @@
 
 #include "engine/catalog.h"
 #include "engine/compact.h"
+#include "engine/description.h"
 
 /// Linked tables: tables of other database files, attached to the connection when the first of them is asked
 /// for.
 
 namespace {
-
-constexpr const char* linksTable =
-    "CREATE TABLE IF NOT EXISTS zb_links(name TEXT NOT NULL COLLATE JET PRIMARY KEY, file TEXT NOT NULL, "
-    "foreign_name TEXT NOT NULL) STRICT";
 
 bool isThere(const std::string& path) {
   struct stat attributes {};

@@ -3,71 +3,23 @@
 #include <sys/stat.h>
 
 #include <algorithm>
-#include <map>
-#include <vector>
 
-#include "engine/tree_mender.h"
-
-namespace {
-
-StoredTable::Storage storageNamed(std::string_view type) {
-  using Storage = StoredTable::Storage;
-  if (type == "INTEGER") return Storage::Integer;
-  if (type == "REAL") return Storage::Real;
-  if (type == "TEXT") return Storage::Text;
-  return type == "BLOB" ? Storage::Blob : Storage::Any;
-}
-
-// The greatest numbers that rows were given, by table.
-std::map<std::string, int64_t> lastRows(Database& database) {
-  std::map<std::string, int64_t> rows;
-  try {
-    Statement counters(database.handle(), "SELECT name, seq FROM sqlite_sequence", Access::Read, 0);
-    while (counters.step()) rows[std::string(counters.text(0))] = counters.integer(1);
-  } catch (const jet::Failure&) {
-    rows.clear();
-  }
-  return rows;
-}
-
-std::vector<StoredTable::Storage> columnsOf(Database& database, const std::string& table) {
-  std::vector<StoredTable::Storage> kinds;
-  Statement columns(database.handle(), "SELECT type FROM pragma_table_info(?)", Access::Read, 0);
-  columns.bind(1, table);
-  while (columns.step()) kinds.push_back(storageNamed(columns.text(0)));
-  return kinds;
-}
-
-std::vector<StoredTable> storedTables(Database& database) {
-  std::vector<StoredTable> tables(1);
-  tables[0].root = 1;  // the schema itself
-  const std::map<std::string, int64_t> last = lastRows(database);
-  try {
-    Statement names(database.handle(), "SELECT name, rootpage FROM sqlite_schema WHERE type = 'table'",
-                    Access::Read, 0);
-    while (names.step()) {
-      const std::string name(names.text(0));
-      StoredTable table;
-      table.root = static_cast<uint32_t>(names.integer(1));
-      table.columns = columnsOf(database, name);
-      if (const auto found = last.find(name); found != last.end()) table.lastRow = found->second;
-      tables.push_back(std::move(table));
-    }
-  } catch (const jet::Failure&) {
-    // The tables that stand before the damage are better than none.
-  }
-  return tables;
-}
-
-}  // namespace
+#include "engine/catalog.h"
 
 MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::move(path)) {
   copyPages(damaged);
   mendHeader();
-  mendTables();
+  RecoveredTables found;
+  {
+    PageFile file(path_);
+    found = recoverTables(file);
+    if (found.tables.empty()) fail(notADatabase, damaged.path());
+    mendTrees(file, found.tables);
+  }
   mendHeader();  // the file has grown
+  forgetSchema();
+  writeSchema(found);
   database_ = std::make_unique<Database>(path_, Database::Mode::Read);
-  database_->tolerateDamagedSchema();
 }
 
 // What can't be read is left empty.
@@ -92,13 +44,47 @@ void MendedCopy::mendHeader() {
   copy.write(1, page);
 }
 
-void MendedCopy::mendTables() {
-  std::vector<StoredTable> tables;
-  {
-    Database database(path_, Database::Mode::Read);
-    database.tolerateDamagedSchema();
-    tables = storedTables(database);
-  }
+// The pages of what isn't in the new schema are not used again, since they may be rows' after all.
+void MendedCopy::forgetSchema() {
   PageFile copy(path_);
-  mendTrees(copy, tables);
+  const Page page = copy.read(1);
+  FileHeader header;
+  std::copy_n(page.begin(), FileHeader::size, header.bytes());
+  header.forgetFreePages();
+  Page empty{};
+  std::copy_n(header.bytes(), FileHeader::size, empty.begin());
+  empty[FileHeader::size] = leafPage;
+  empty[FileHeader::size + 5] = FileHeader::pageSize >> 8;  // where content begins: behind the end
+  copy.write(1, empty);
+}
+
+// Tables as they lie in the file, without rules and indexes, which the new file makes anew.
+void MendedCopy::writeSchema(const RecoveredTables& found) {
+  Database database(path_, Database::Mode::Write);
+  database.tolerateDamagedSchema();
+  database.execute("PRAGMA journal_mode=OFF", Access::Write);
+  database.execute("PRAGMA synchronous=OFF", Access::Write);
+  createSystemTables(database);
+  // The first counter makes the table of all.
+  database.execute("CREATE TABLE zb_counter(x INTEGER PRIMARY KEY AUTOINCREMENT)", Access::Write);
+  for (const auto& [stored, last] : found.lastRows) {
+    Statement counter(database.handle(), "INSERT INTO sqlite_sequence VALUES(?, ?)", Access::Write, 0);
+    counter.bind(1, stored);
+    counter.bind(2, last);
+    counter.step();
+  }
+  size_t place = 0;
+  for (const auto& [key, description] : found.objects) {
+    restoreDescription(database, description);
+    if (key.first != 't') continue;
+    const StoredTable& table = found.tables[place++];
+    const std::string& stored = valueOf(description, "zb_tables", 1)->bytes;
+    Statement entry(database.handle(), "INSERT INTO sqlite_schema VALUES('table', ?1, ?1, ?2, ?3)",
+                    Access::Write, 0);
+    const std::string sql = plainStorage(description);
+    entry.bind(1, stored);
+    entry.bind(2, int64_t{table.root});
+    entry.bind(3, sql);
+    entry.step();
+  }
 }

@@ -4,9 +4,10 @@
 #include <string>
 
 #include "engine/database.h"
+#include "engine/recovered_tables.h"
 
-/// A copy of a damaged file in which all is put right that can be told without its content: the header and
-/// the ways to the rows.
+/// A copy of a damaged file in which all is put right that can be told: the header, SQLite's schema, the
+/// catalog, and the ways to the rows. Only rows may still be damaged.
 class MendedCopy {
  public:
   /// Fills the empty file at `path`. The damaged file is only read.
@@ -19,7 +20,8 @@ class MendedCopy {
  private:
   void copyPages(const Database& damaged);
   void mendHeader();
-  void mendTables();
+  void forgetSchema();
+  void writeSchema(const RecoveredTables& found);
 
   std::string path_;
   std::unique_ptr<Database> database_;

@@ -10,8 +10,12 @@ namespace {
 
 constexpr const char* kinds[] = {"insert", "update", "changed", "deleted"};
 
+std::string guardName(std::string_view relation, const char* kind) {
+  return "zb_" + std::string(relation) + "." + kind;
+}
+
 std::string triggerName(std::string_view relation, const char* kind) {
-  return quoted("zb_" + std::string(relation) + "." + kind);
+  return quoted(guardName(relation, kind));
 }
 
 std::string columnsChanged(const std::vector<std::string>& columns) {
@@ -49,10 +53,7 @@ std::string assignments(const std::vector<std::string>& columns, const std::vect
 
 // A failure that carries its number through SQLite.
 std::string raise(int number, std::string_view table) {
-  std::string message = jet::raisedText(engineError(number, table), -1);
-  for (size_t at = 0; (at = message.find('\'', at)) != std::string::npos; at += 2)
-    message.insert(at, 1, '\'');
-  return "SELECT RAISE(ABORT, '" + message + "')";
+  return "SELECT " + jet::raiseInTrigger(engineError(number, table));
 }
 
 // Whether the index makes the columns that a relation refers to unique.
@@ -142,6 +143,12 @@ void DatabaseCatalog::guardRelation(const jet::Relation& relation) {
            ? "UPDATE " + manyName + " SET " + assignments(relation.columns, nullptr) + " WHERE " + related
            : refuse) +
       "; END");
+}
+
+std::vector<std::string> DatabaseCatalog::guardNames(std::string_view relation) {
+  std::vector<std::string> names;
+  for (const char* kind : kinds) names.push_back(guardName(relation, kind));
+  return names;
 }
 
 void DatabaseCatalog::unguardRelation(std::string_view name) {

@@ -26,64 +26,11 @@ bool survives(const std::function<void()>& work) {
   }
 }
 
-jet::Type typeOfStorage(std::string_view declared) {
-  if (declared == "INTEGER") return jet::Type::Long;
-  if (declared == "REAL") return jet::Type::Double;
-  return declared == "BLOB" ? jet::Type::Binary : jet::Type::Memo;
-}
-
-// What SQLite itself knows of a table whose description is lost: names and storage of its columns.
-jet::Table tableFromSchema(Database& from, const std::string& name) {
-  jet::Table table;
-  table.name = name;
-  table.stored = name;
-  Statement columns(from.handle(), "SELECT name, type, pk FROM pragma_table_info(?)", Access::Read, 0);
-  columns.bind(1, name);
-  while (columns.step()) {
-    const std::string column(columns.text(0));
-    if (columns.integer(2) != 0) table.rowId = column;
-    if (columns.integer(2) != 0 && column.starts_with("zb_row")) continue;
-    jet::Column described{column, typeOfStorage(columns.text(1)), 0, false, columns.integer(2) != 0, true, {},
-                          {}};
-    table.columns.push_back(std::move(described));
-  }
-  return table;
-}
-
-std::vector<std::string> storedTables(Database& from) {
-  std::vector<std::string> names;
-  survives([&] {
-    Statement rows(
-        from.handle(),
-        "SELECT name FROM sqlite_schema WHERE type = 'table' AND name NOT LIKE 'sqlite\\_%' ESCAPE '\\' "
-        "AND name NOT LIKE 'zb\\_%' ESCAPE '\\'",
-        Access::Read, 0);
-    while (rows.step()) names.emplace_back(rows.text(0));
-  });
-  return names;
-}
-
-std::vector<jet::Table> describedTables(Database& from, bool damaged) {
-  std::vector<jet::Table> tables;
+std::vector<jet::Table> describedTables(Database& from) {
   DatabaseCatalog catalog(from);
-  const auto read = [&] {
-    catalog.refresh();
-    for (const std::string& name : catalog.tableNames()) tables.push_back(*catalog.findTable(name));
-  };
-  if (!damaged) {
-    read();
-    return tables;
-  }
-  if (!survives(read)) tables.clear();
-  std::erase_if(tables, [](const jet::Table& table) {
-    return table.columns.empty() ||
-           std::any_of(table.columns.begin(), table.columns.end(),
-                       [](const jet::Column& column) { return column.type == jet::Type::Unknown; });
-  });
-  for (const std::string& name : storedTables(from)) {
-    if (std::any_of(tables.begin(), tables.end(), [&](auto& each) { return each.stored == name; })) continue;
-    survives([&] { tables.push_back(tableFromSchema(from, name)); });
-  }
+  catalog.refresh();
+  std::vector<jet::Table> tables;
+  for (const std::string& name : catalog.tableNames()) tables.push_back(*catalog.findTable(name));
   return tables;
 }
 
@@ -258,11 +205,7 @@ void copyTable(Database& from, Database& to, DatabaseCatalog& catalog, const jet
     RowCopy rows(from, to, source, target);
     damaged ? rows.salvage() : rows.copyAll();
   }
-  if (damaged) {
-    survives([&] { copyCounter(from, catalog, source); });
-  } else {
-    copyCounter(from, catalog, source);
-  }
+  copyCounter(from, catalog, source);
   copyIndexes(catalog, source, damaged);
 }
 
@@ -272,57 +215,45 @@ bool isBroken(const jet::Error& refusal) {
          refusal.number == definitionSyntax || refusal.number == jet::relatedRecordNeeded;
 }
 
-std::vector<jet::Error> copyRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool damaged) {
+jet::Error leftOutOf(const std::string& what, const std::string& table, const jet::Error& refusal) {
+  return {refusal.number, "The " + what + " of the table '" + table + "' is left out: " + refusal.text,
+          std::nullopt};
+}
+
+std::vector<jet::Error> copyRulesRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool damaged) {
   DatabaseCatalog source(from);
-  std::vector<jet::Relation> relations;
-  std::vector<std::pair<std::string, std::string>> queries;
-  std::vector<DatabaseCatalog::Link> links;
-  const auto read = [&] {
-    source.refresh();
-    links = source.links();
-    relations = source.relations();
-    for (const std::string& name : source.queryNames()) {
-      if (auto sql = source.findQuery(name)) queries.emplace_back(name, *sql);
-    }
-  };
-  if (damaged) {
-    survives(read);
-  } else {
-    read();
-  }
+  source.refresh();
   std::vector<jet::Error> leftOut;
-  for (const jet::Relation& relation : relations) {
+  for (const DatabaseCatalog::Rule& rule : source.rules()) {
+    const auto refusal = refusalOf([&] { catalog.createRule(rule); });
+    if (!refusal) continue;
+    if (!damaged) throw jet::Failure{*refusal};
+    leftOut.push_back(leftOutOf("rule '" + rule.condition + "'", rule.table, *refusal));
+  }
+  for (const jet::Relation& relation : source.relations()) {
     const auto refusal = refusalOf([&] { catalog.createRelation(relation); });
     if (!refusal) continue;
     if (!damaged && !isBroken(*refusal)) throw jet::Failure{*refusal};
-    leftOut.push_back({refusal->number,
-                       "The relation '" + relation.name + "' of the table '" + relation.table +
-                           "' is left out: " + refusal->text,
-                       std::nullopt});
+    leftOut.push_back(leftOutOf("relation '" + relation.name + "'", relation.table, *refusal));
   }
-  for (const DatabaseCatalog::Link& link : links) catalog.createLink(link);
-  for (const auto& [name, sql] : queries) catalog.createQuery(name, sql);
+  for (const DatabaseCatalog::Link& link : source.links()) catalog.createLink(link);
+  for (const std::string& name : source.queryNames()) {
+    catalog.createQuery(name, source.findQuery(name).value_or(""));
+  }
   return leftOut;
 }
 
 }  // namespace
 
 std::vector<jet::Error> copyContent(Database& from, Database& to, bool damaged) {
-  std::optional<Transaction> reading;
-  const auto begin = [&] { reading.emplace(from, Transaction::Kind::Read, Access::Read); };
-  damaged ? static_cast<void>(survives(begin)) : begin();
-  const std::vector<jet::Table> tables = describedTables(from, damaged);
-  if (damaged && tables.empty()) fail(notADatabase, from.path());
+  const Transaction reading(from, Transaction::Kind::Read, Access::Read);
   Transaction writing(to, Transaction::Kind::Write, Access::Write);
   DatabaseCatalog catalog(to);
-  for (const jet::Table& table : tables) {
-    if (damaged) {
-      survives([&] { copyTable(from, to, catalog, table, true); });
-    } else {
-      copyTable(from, to, catalog, table, false);
-    }
-  }
-  std::vector<jet::Error> leftOut = copyRelationsAndQueries(from, catalog, damaged);
+  std::vector<jet::Error> leftOut;
+  catalog.changeMuch([&] {
+    for (const jet::Table& table : describedTables(from)) copyTable(from, to, catalog, table, damaged);
+    leftOut = copyRulesRelationsAndQueries(from, catalog, damaged);
+  });
   writing.commit();
   return leftOut;
 }

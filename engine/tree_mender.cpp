@@ -3,61 +3,10 @@
 #include <algorithm>
 #include <map>
 #include <optional>
-#include <set>
 
 namespace {
 
-using Storage = StoredTable::Storage;
-
-constexpr unsigned char leafPage = 13, interiorPage = 5;
 constexpr size_t leafHeader = 8, interiorHeader = 12;
-
-uint32_t twoBytes(const unsigned char* bytes) { return static_cast<uint32_t>(bytes[0] << 8 | bytes[1]); }
-
-/// The page's own header; on the first page that of the file stands before it.
-size_t headerPlace(uint32_t number) { return number == 1 ? FileHeader::size : 0; }
-
-/// Reads numbers of the format's variable length from a page, and never behind its end.
-class Reader {
- public:
-  Reader(const Page& page, size_t place) : page_(page), place_(place) {}
-  bool good() const { return good_; }
-  size_t place() const { return place_; }
-  uint64_t number() {
-    uint64_t value = 0;
-    for (int i = 0; i < 9; ++i) {
-      if (place_ >= page_.size()) return fail();
-      const unsigned char byte = page_[place_++];
-      if (i == 8) return value << 8 | byte;
-      value = value << 7 | (byte & 0x7F);
-      if (byte < 0x80) return value;
-    }
-    return value;
-  }
-
- private:
-  uint64_t fail() {
-    good_ = false;
-    return 0;
-  }
-  const Page& page_;
-  size_t place_;
-  bool good_ = true;
-};
-
-std::optional<size_t> cellPlace(const Page& page, size_t header, size_t headerSize, size_t cell) {
-  const size_t pointer = header + headerSize + 2 * cell;
-  if (pointer + 2 > page.size()) return std::nullopt;
-  const size_t place = twoBytes(&page[pointer]);
-  if (place < header + headerSize || place + 4 > page.size()) return std::nullopt;
-  return place;
-}
-
-/// Row numbers from behind `above` up to `last`.
-struct Range {
-  int64_t above, last;
-  bool contains(int64_t row) const { return row > above && row <= last; }
-};
 
 /// A leaf and the row numbers that it begins and ends with.
 struct Leaf {
@@ -65,216 +14,208 @@ struct Leaf {
   int64_t first = 0, last = 0;
 };
 
-std::optional<int64_t> rowOf(const Page& page, size_t cell) {
-  const auto place = cellPlace(page, 0, leafHeader, cell);
-  if (!place) return std::nullopt;
-  Reader reader(page, *place);
-  reader.number();  // length of the row
-  const auto row = static_cast<int64_t>(reader.number());
-  if (!reader.good()) return std::nullopt;
-  return row;
-}
+bool exists(const PageFile& file, uint32_t page) { return page >= 1 && page <= file.count(); }
 
-/// A row of a leaf, and how the longest ascending series that ends with it goes back.
-struct Step {
-  size_t cell;
-  int64_t row;
-  size_t length = 1;
-  std::optional<size_t> before;
+/// The pages that one above the leaves leads to.
+struct Children {
+  struct Child {
+    uint32_t page;
+    RowRange rows;
+  };
+  std::vector<Child> pages;
+  bool whole = true;  ///< each row number belongs to one of them
 };
 
-/// The cells of a leaf that most likely are where they should: the longest ascending series within the range.
-std::vector<Step> rowsInOrder(const Page& page, const Range& range) {
-  std::vector<Step> steps;
-  size_t longest = 0;
-  const size_t cells = std::min<size_t>(twoBytes(&page[3]), page.size() / 4);
-  for (size_t cell = 0; cell < cells; ++cell) {
-    const auto row = rowOf(page, cell);
-    if (!row || !range.contains(*row)) continue;
-    Step step{cell, *row, 1, {}};
-    // On a good page each row goes on with the series of all before it, and the search ends at once.
-    for (size_t i = steps.size(); i-- > 0 && step.length <= steps[longest].length;) {
-      if (steps[i].row >= step.row || steps[i].length < step.length) continue;
-      step.length = steps[i].length + 1;
-      step.before = i;
+Children childrenOf(const PageFile& file, uint32_t number, const Page& page, const RowRange& rows) {
+  const size_t header = headerPlace(number);
+  const size_t cells = std::min<size_t>(twoBytes(&page[header + 3]), page.size() / 4);
+  Children children;
+  RowRange left = rows;
+  const auto add = [&](uint32_t child, int64_t last) {
+    if (!exists(file, child) || child == number) children.whole = false;
+    children.pages.push_back({child, {left.above, last}});
+    left.above = last;
+  };
+  for (size_t i = 0; i < cells; ++i) {
+    const auto place = cellPlace(page, header, interiorHeader, i);
+    if (!place) {
+      children.whole = false;
+      continue;
     }
-    steps.push_back(step);
-    if (step.length > steps[longest].length) longest = steps.size() - 1;
+    PageReader reader(page, *place + 4);
+    const auto last = static_cast<int64_t>(reader.number());
+    if (!reader.good() || !left.contains(last)) children.whole = false;
+    add(bigEndian(&page[*place]), last);
   }
-  std::vector<Step> series;
-  if (steps.empty()) return series;
-  for (std::optional<size_t> at = longest; at; at = steps[*at].before) series.push_back(steps[*at]);
-  std::reverse(series.begin(), series.end());
-  return series;
+  add(bigEndian(&page[header + 8]), left.last);
+  // Where it doesn't divide its rows as it should, each child may have any of them.
+  if (!children.whole) {
+    for (auto& child : children.pages) child.rows = rows;
+  }
+  return children;
 }
 
-/// Leaves only these cells on a leaf.
-void keepCells(Page& page, const std::vector<Step>& kept) {
-  for (size_t i = 0; i < kept.size(); ++i) {
-    std::copy_n(&page[leafHeader + 2 * kept[i].cell], 2, &page[leafHeader + 2 * i]);
+/// Pages whose rows were deleted; nothing when not all of them can be found.
+std::optional<std::set<uint32_t>> freePages(const PageFile& file) {
+  FileHeader header;
+  const Page first = file.read(1);
+  std::copy_n(first.begin(), FileHeader::size, header.bytes());
+  std::set<uint32_t> pages;
+  for (uint32_t trunk = header.firstFreePage(); trunk != 0;) {
+    if (!exists(file, trunk) || !pages.insert(trunk).second) return std::nullopt;
+    const Page page = file.read(trunk);
+    const uint32_t count = bigEndian(&page[4]);
+    if (count > page.size() / 4 - 2) return std::nullopt;
+    for (uint32_t i = 0; i < count; ++i) pages.insert(bigEndian(&page[8 + 4 * i]));
+    trunk = bigEndian(page.data());
   }
-  page[3] = static_cast<unsigned char>(kept.size() >> 8);
-  page[4] = static_cast<unsigned char>(kept.size());
+  return pages;
 }
 
-bool fits(uint64_t kind, Storage storage) {
-  if (kind == 0 || storage == Storage::Any) return true;  // null
-  const bool isText = kind >= 13 && kind % 2 == 1, isBlob = kind >= 12 && kind % 2 == 0;
-  switch (storage) {
-    case Storage::Text:
-      return isText;
-    case Storage::Blob:
-      return isBlob;
-    case Storage::Real:
-      return kind <= 9;  // whole numbers are kept as such
-    default:
-      return kind <= 9 && kind != 7;
-  }
-}
-
-/// Whether the first row of a leaf has as many values, and of such kinds, as the table.
-bool fits(const Page& page, const StoredTable& table) {
-  const auto place = cellPlace(page, 0, leafHeader, 0);
-  if (!place) return false;
-  Reader reader(page, *place);
-  reader.number();
-  reader.number();
-  const size_t begin = reader.place();
-  const uint64_t headerSize = reader.number();
-  if (headerSize > page.size() - begin) return false;
-  size_t column = 0;
-  for (; reader.good() && reader.place() < begin + headerSize; ++column) {
-    if (column >= table.columns.size() || !fits(reader.number(), table.columns[column])) return false;
-  }
-  return reader.good() && column == table.columns.size();
+[[noreturn]] void failUnreachable(const std::string& reason) {
+  throw jet::Failure{{notADatabase, reason, std::nullopt}};
 }
 
 class Mender {
  public:
-  Mender(PageFile& file, const std::vector<StoredTable>& tables) : file_(file), tables_(tables) {}
+  Mender(PageFile& file, std::vector<StoredTable>& tables) : file_(file), tables_(tables) {}
 
   void mend() {
-    std::map<size_t, Tree> broken;
+    std::vector<size_t> suspect;
     for (size_t i = 0; i < tables_.size(); ++i) {
+      if (!lastRowIsRight(tables_[i])) tables_[i].lastRow = RowRange().last;
+      const Tree tree = walk(tables_[i]);
+      tree.broken ? suspect.push_back(i) : claim(tree, i);
+    }
+    // Only now it is known which pages belong to the others.
+    std::map<size_t, Tree> broken;
+    othersAreKnown_ = true;
+    for (const size_t i : suspect) {
       Tree tree = walk(tables_[i]);
-      if (tree.broken && tables_[i].root > 1) broken.emplace(i, std::move(tree));
+      claim(tree, i);
+      if (tree.broken) broken.emplace(i, std::move(tree));
     }
-    if (broken.empty()) return;
-    if (findFreePages()) addLostLeaves(broken);
-    for (const auto& [table, tree] : broken) {
-      if (!tree.leaves.empty()) build(tables_[table].root, tree.leaves);
+    if (!broken.empty()) addLostLeaves(broken);
+    for (const auto& [i, tree] : broken) {
+      if (tree.leaves.empty() && tables_[i].needed && tables_[i].lastRow > 0) {
+        failUnreachable("None of the rows of the table '" + tables_[i].name + "' can be reached.");
+      }
+      if (tables_[i].root == 0) tables_[i].root = file_.append(Page());
+      build(tables_[i].root, tree.leaves);
     }
+  }
+
+  /// Of the only table.
+  std::vector<uint32_t> leaves() {
+    std::map<size_t, Tree> trees;
+    Tree& tree = trees.emplace(0, walk(tables_[0])).first->second;
+    for (const uint32_t page : tree.pages) owners_.emplace(page, 0);
+    if (tree.broken) addLostLeaves(trees);
+    std::vector<uint32_t> pages;
+    for (const auto& [first, leaf] : tree.leaves) pages.push_back(leaf.page);
+    return pages;
   }
 
  private:
   struct Tree {
     bool broken = false;
+    std::set<uint32_t> pages;
     std::map<int64_t, Leaf> leaves;  // by their first row
+    std::map<uint32_t, Page> mended;
   };
 
-  bool exists(uint32_t page) const { return page >= 1 && page <= file_.count(); }
-
-  struct Place {
-    uint32_t page;
-    Range rows;
-  };
-
-  Tree walk(const StoredTable& table) {
+  /// Pages that have an owner already are not walked on.
+  Tree walk(const StoredTable& table) const {
     Tree tree;
-    std::vector<Place> waiting = {{table.root, {0, table.lastRow}}};
+    std::vector<Children::Child> waiting = {{table.root, {0, table.lastRow}}};
     while (!waiting.empty()) {
-      const Place at = waiting.back();
+      const Children::Child at = waiting.back();
       waiting.pop_back();
-      if (!exists(at.page) || !used_.insert(at.page).second) {
+      if (!exists(file_, at.page) || hasOwner(at.page) || !tree.pages.insert(at.page).second) {
         tree.broken = true;
         continue;
       }
       const Page page = file_.read(at.page);
-      const size_t header = headerPlace(at.page);
-      if (page[header] == interiorPage) {
-        if (!addChildren(page, header, at.rows, waiting)) tree.broken = true;
-      } else if (page[header] != leafPage) {
+      std::optional<Children> children;
+      if (page[headerPlace(at.page)] == interiorPage) children = childrenOf(file_, at.page, page, at.rows);
+      if (children && children->whole) {
+        waiting.insert(waiting.end(), children->pages.begin(), children->pages.end());
+      } else if (!addLeaf(tree, table, at.page, page, at.rows)) {
         tree.broken = true;
-        used_.erase(at.page);
-      } else if (const auto leaf = mendedLeaf(at.page, at.rows)) {
-        if (!add(tree, *leaf)) tree.broken = true;
+        if (children) {
+          waiting.insert(waiting.end(), children->pages.begin(), children->pages.end());
+        } else {
+          tree.pages.erase(at.page);
+        }
       }
     }
     return tree;
   }
 
-  /// Nothing for a page without rows.
-  std::optional<Leaf> mendedLeaf(uint32_t number, const Range& range) {
-    Page page = file_.read(number);
-    if (number == 1 || page[0] != leafPage) return std::nullopt;
-    const std::vector<Step> kept = rowsInOrder(page, range);
-    if (kept.size() != twoBytes(&page[3])) {
-      keepCells(page, kept);
-      file_.write(number, page);
-    }
-    if (kept.empty()) return std::nullopt;
-    return Leaf{number, kept.front().row, kept.back().row};
-  }
+  bool hasOwner(uint32_t page) const { return othersAreKnown_ && owners_.count(page) != 0; }
 
-  /// False when the page doesn't divide its rows among its children as it should. Then each child may have
-  /// any of them.
-  static bool addChildren(const Page& page, size_t header, const Range& rows, std::vector<Place>& waiting) {
-    const size_t cells = std::min<size_t>(twoBytes(&page[header + 3]), page.size() / 4);
-    std::vector<Place> children;
-    Range left = rows;
-    bool whole = true;
-    for (size_t i = 0; i < cells; ++i) {
-      const auto place = cellPlace(page, header, interiorHeader, i);
-      if (!place) {
-        whole = false;
-        continue;
-      }
-      Reader reader(page, *place + 4);
-      const auto last = static_cast<int64_t>(reader.number());
-      if (!reader.good() || !left.contains(last)) whole = false;
-      children.push_back({bigEndian(&page[*place]), {left.above, last}});
-      left.above = last;
-    }
-    children.push_back({bigEndian(&page[header + 8]), left});
-    for (Place& child : children) waiting.push_back(whole ? child : Place{child.page, rows});
-    return whole;
-  }
-
-  /// False when the leaf's rows lie between those of another one.
-  static bool add(Tree& tree, const Leaf& leaf) {
+  /// False when the page is no leaf of the table, or its rows lie between those of another one.
+  static bool addLeaf(Tree& tree, const StoredTable& table, uint32_t number, const Page& page,
+                      const RowRange& range) {
+    const LeafContent content = readLeaf(page, headerPlace(number), table.columns, range);
+    if (content.whole && content.rows.empty()) return true;
+    if (content.rows.empty() || !fits(page, content.rows, table.columns)) return false;
+    const Leaf leaf{number, content.rows.front().number, content.rows.back().number};
     const auto next = tree.leaves.upper_bound(leaf.last);
     if (next != tree.leaves.begin() && std::prev(next)->second.last >= leaf.first) return false;
     tree.leaves.emplace(leaf.first, leaf);
+    if (!content.whole && number != 1)
+      keepRows(tree.mended.emplace(number, page).first->second, content.rows);
     return true;
   }
 
-  /// The rows on free pages were deleted. False when not all of these pages can be found.
-  bool findFreePages() {
-    FileHeader header;
-    const Page first = file_.read(1);
-    std::copy_n(first.begin(), FileHeader::size, header.bytes());
-    for (uint32_t trunk = header.firstFreePage(); trunk != 0;) {
-      if (!exists(trunk) || !free_.insert(trunk).second) return false;
-      const Page page = file_.read(trunk);
-      const uint32_t count = bigEndian(&page[4]);
-      if (count > page.size() / 4 - 2) return false;
-      for (uint32_t i = 0; i < count; ++i) free_.insert(bigEndian(&page[8 + 4 * i]));
-      trunk = bigEndian(page.data());
+  /// What says which number was the last may be damaged itself: then many rows lie behind.
+  bool lastRowIsRight(const StoredTable& table) {
+    if (table.lastRow == RowRange().last) return true;
+    StoredTable unbounded = table;
+    unbounded.lastRow = RowRange().last;
+    size_t leaves = 0, behind = 0;
+    for (const auto& [first, leaf] : walk(unbounded).leaves) {
+      ++leaves;
+      behind += leaf.last > table.lastRow;
+      if (leaf.first > table.lastRow) return false;
     }
-    return true;
+    return behind <= 1 || behind <= leaves / 10;
+  }
+
+  /// Makes a tree's pages its table's, and writes those that were mended.
+  void claim(const Tree& tree, size_t table) {
+    for (const uint32_t page : tree.pages) {
+      const auto [owner, isNew] = owners_.emplace(page, table);
+      if (!isNew) failAlike(owner->second, table);
+    }
+    for (const auto& [number, page] : tree.mended) file_.write(number, page);
+  }
+
+  [[noreturn]] void failAlike(size_t one, size_t other) const {
+    failUnreachable("The rows of the tables '" + tables_[one].name + "' and '" + tables_[other].name +
+                    "' can't be told from each other.");
   }
 
   void addLostLeaves(std::map<size_t, Tree>& broken) {
+    const auto unused = freePages(file_);
+    if (!unused) return;
     for (uint32_t number = 2; number <= file_.count(); ++number) {
-      if (used_.count(number) != 0 || free_.count(number) != 0) continue;
+      if (owners_.count(number) != 0 || unused->count(number) != 0) continue;
       const Page page = file_.read(number);
-      if (page[0] != leafPage) continue;
-      const auto isOwner = [&](const auto& each) { return fits(page, tables_[each.first]); };
-      const auto owner = std::find_if(broken.begin(), broken.end(), isOwner);
-      if (owner == broken.end() || std::find_if(std::next(owner), broken.end(), isOwner) != broken.end())
-        continue;
-      const auto leaf = mendedLeaf(number, {0, tables_[owner->first].lastRow});
-      if (leaf) add(owner->second, *leaf);
+      std::vector<size_t> owners;
+      for (const auto& [i, tree] : broken) {
+        const LeafContent content = readLeaf(page, 0, tables_[i].columns, {0, tables_[i].lastRow});
+        if (!content.rows.empty() && fits(page, content.rows, tables_[i].columns)) owners.push_back(i);
+      }
+      if (owners.empty()) continue;
+      if (owners.size() > 1) failAlike(owners[0], owners[1]);
+      const StoredTable& table = tables_[owners[0]];
+      Tree& tree = broken[owners[0]];
+      if (!addLeaf(tree, table, number, page, {0, table.lastRow})) continue;
+      if (const auto mended = tree.mended.find(number); mended != tree.mended.end()) {
+        file_.write(number, mended->second);
+      }
     }
   }
 
@@ -319,9 +260,18 @@ class Mender {
   }
 
   void build(uint32_t root, const std::map<int64_t, Leaf>& leaves) {
+    if (leaves.empty()) {
+      Page page{};
+      keepRows(page, {});
+      file_.write(root, page);
+      return;
+    }
     constexpr size_t mostChildren = 250;  // each takes up to 15 bytes of its page
     std::vector<Child> level;
-    for (const auto& [first, leaf] : leaves) level.push_back({leaf.page, leaf.last});
+    for (const auto& [first, leaf] : leaves) {
+      const bool isOverwritten = leaf.page == root && leaves.size() > 1;
+      level.push_back({isOverwritten ? file_.append(file_.read(root)) : leaf.page, leaf.last});
+    }
     while (level.size() > mostChildren) {
       std::vector<Child> above;
       for (size_t i = 0; i < level.size(); i += mostChildren) {
@@ -338,10 +288,46 @@ class Mender {
   }
 
   PageFile& file_;
-  const std::vector<StoredTable>& tables_;
-  std::set<uint32_t> used_, free_;
+  std::vector<StoredTable>& tables_;
+  std::map<uint32_t, size_t> owners_;  // of pages
+  bool othersAreKnown_ = false;
 };
 
 }  // namespace
 
-void mendTrees(PageFile& file, const std::vector<StoredTable>& tables) { Mender(file, tables).mend(); }
+void mendTrees(PageFile& file, std::vector<StoredTable>& tables) { Mender(file, tables).mend(); }
+
+std::vector<uint32_t> leavesOf(PageFile& file, const StoredTable& table) {
+  std::vector<StoredTable> tables = {table};
+  return Mender(file, tables).leaves();
+}
+
+std::set<uint32_t> pagesBelow(const PageFile& file) {
+  const std::set<uint32_t> unused = freePages(file).value_or(std::set<uint32_t>());
+  std::set<uint32_t> below;
+  for (uint32_t number = 2; number <= file.count(); ++number) {
+    const Page page = file.read(number);
+    if (page[0] != interiorPage || unused.count(number) != 0) continue;
+    const Children children = childrenOf(file, number, page, RowRange());
+    if (!children.whole) continue;
+    for (const auto& child : children.pages) below.insert(child.page);
+  }
+  return below;
+}
+
+bool canBeRoot(const PageFile& file, uint32_t root, const StoredColumns& columns) {
+  constexpr int deepest = 20;
+  for (int depth = 0; depth < deepest && exists(file, root); ++depth) {
+    const Page page = file.read(root);
+    if (page[headerPlace(root)] == interiorPage) {
+      const Children children = childrenOf(file, root, page, RowRange());
+      if (children.whole) {
+        root = children.pages.front().page;
+        continue;
+      }
+    }
+    const LeafContent content = readLeaf(page, headerPlace(root), columns, RowRange());
+    return content.rows.empty() ? content.whole : fits(page, content.rows, columns);
+  }
+  return false;
+}

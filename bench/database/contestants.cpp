@@ -15,8 +15,8 @@ void require(bool good, const char* what) {
 }
 
 int collate(void*, int leftSize, const void* left, int rightSize, const void* right) {
-  return compareText({static_cast<const char*>(left), static_cast<size_t>(leftSize)},
-                     {static_cast<const char*>(right), static_cast<size_t>(rightSize)});
+  return compareLanguage({static_cast<const char*>(left), static_cast<size_t>(leftSize)},
+                         {static_cast<const char*>(right), static_cast<size_t>(rightSize)});
 }
 
 COleSafeArray arrayOf(const std::vector<COleVariant>& items) {
@@ -57,7 +57,7 @@ std::string textOf(int row) { return "value " + std::to_string(row); }
 
 PlainProgram::PlainProgram(const std::string& path) : row_(plainColumns + 2) {
   require(sqlite3_open(path.c_str(), &database_) == SQLITE_OK, "opening");
-  sqlite3_create_collation_v2(database_, "JET", SQLITE_UTF8, nullptr, collate, nullptr);
+  sqlite3_create_collation_v2(database_, languageOrder, SQLITE_UTF8, nullptr, collate, nullptr);
   run("PRAGMA synchronous=EXTRA");
   run("PRAGMA cache_size=-16000");
   find_ = prepare("SELECT * FROM T WHERE sKey = ? LIMIT 1");

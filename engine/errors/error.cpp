@@ -31,6 +31,13 @@ std::string raisedText(const Error& error, int64_t place) {
   return std::string(mark) + std::to_string(error.number) + " " + std::to_string(place) + " " + error.text;
 }
 
+std::string raiseInTrigger(const Error& error) {
+  std::string message = raisedText(error, -1);
+  for (size_t at = 0; (at = message.find('\'', at)) != std::string::npos; at += 2)
+    message.insert(at, 1, '\'');
+  return "RAISE(ABORT, '" + message + "')";
+}
+
 void raise(sqlite3_context* context, const Error& error, int64_t place) {
   const std::string text = raisedText(error, place);
   sqlite3_result_error(context, text.c_str(), static_cast<int>(text.size()));

@@ -37,6 +37,7 @@ enum EngineError : int {
   cantUpdateLocked = 3218,
   lockedByOther = 3260,
   cantLockTable = 3262,
+  ruleMessage = 3316,
   ruleBroken = 3317,
   notADatabase = 3343,
   notOpen = 3420,

@@ -15,6 +15,9 @@ void raise(sqlite3_context* context, const Error& error, int64_t place);
 /// The text that carries an error through SQLite.
 std::string raisedText(const Error& error, int64_t place);
 
+/// The function call that raises an error within a trigger.
+std::string raiseInTrigger(const Error& error);
+
 /// The error that SQLite's text hands through; nothing for any other text.
 std::optional<Error> readRaised(std::string_view text);
 

@@ -26,9 +26,21 @@ void Binder::fail(int number, std::string text, size_t place) const {
 
 // ---- Parameters
 
+namespace {
+
+// A caller may write the name of a parameter as a statement does, [Forms]![Orders]![From].
+std::string withoutBrackets(std::string name) {
+  std::erase_if(name, [](char c) { return c == '[' || c == ']'; });
+  std::replace(name.begin(), name.end(), '!', '.');
+  return name;
+}
+
+}  // namespace
+
 const Parameter* Binder::nextGiven(const std::string& name) {
   for (const Parameter& parameter : given_) {
-    if (!parameter.name.empty() && sameText(parameter.name, name)) return &parameter;
+    if (parameter.name.empty()) continue;
+    if (sameText(parameter.name, name) || sameText(withoutBrackets(parameter.name), name)) return &parameter;
   }
   while (nextGiven_ < given_.size() && !given_[nextGiven_].name.empty()) ++nextGiven_;
   return nextGiven_ < given_.size() ? &given_[nextGiven_++] : nullptr;
@@ -393,16 +405,52 @@ void Binder::findDistinctRows(Query& query) {
   if (!shown.empty() && shown.size() < tables) query.distinctRowIds = std::move(shown);
 }
 
-const Column& Binder::bindTarget(Expression& target, const Source*& source) {
+Target Binder::bindTarget(Expression& target) {
   bind(target);
   for (const ScopeSource& entry : scope().sources) {
-    if (entry.source->number != target.source || target.source < 0) continue;
-    source = entry.source;
-    if (!source->table) fail(3073, "The operation needs an updateable query", target.place);
-    return *source->table->findColumn(target.path.back());
+    if (entry.source->number == target.source && target.source >= 0)
+      return baseOf(*entry.source, target.path.back(), target.place);
   }
   fail(tooFewParameters, "Too few parameters. Expected 1. No field is named '" + target.path.back() + "'",
        target.place);
+}
+
+namespace {
+
+// Each row of such a query is one of each of its tables.
+bool givesTablesRows(const Query& query) {
+  return query.parts.empty() && !query.transform && !query.aggregated && !query.distinct && !query.top;
+}
+
+}  // namespace
+
+Target Binder::baseOf(const Source& source, const std::string& column, size_t place) {
+  if (source.table) return {source.table, source.table->findColumn(column), rowIdOf(source)};
+  const Query& query = *source.query;
+  for (size_t i = 0; i < query.items.size() && givesTablesRows(query); ++i) {
+    const Expression& item = *query.items[i].expression;
+    if (!sameText(query.columns[i].name, column) || item.kind != ExpressionKind::Name) continue;
+    for (const Source* inner : leavesOf(query.sources)) {
+      if (inner->number == item.source) return below(source, *inner, baseOf(*inner, item.path.back(), place));
+    }
+  }
+  fail(notUpdateable, "The operation needs an updateable query", place);
+}
+
+Target Binder::below(const Source& source, const Source& inner, Target base) {
+  const std::string name = "jet row " + std::to_string(inner.number);
+  source.query->rowNumbers[name] = base.rowId;
+  base.rowId = "\"t" + std::to_string(source.number) + "\"." + quotedName(name);
+  return base;
+}
+
+Target Binder::onlyTableOf(const Source& source, size_t place) {
+  if (source.table) return {source.table, nullptr, rowIdOf(source)};
+  const std::vector<const Source*> leaves = leavesOf(source.query->sources);
+  if (!givesTablesRows(*source.query) || leaves.size() != 1) {
+    fail(deleteTarget, "Records can't be deleted from a query's answer", place);
+  }
+  return below(source, *leaves[0], onlyTableOf(*leaves[0], place));
 }
 
 void Binder::checkStorable(const Expression& value, const Column& column) {

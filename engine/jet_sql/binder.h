@@ -19,6 +19,13 @@ struct ParameterSlot {
   size_t place = 0;
 };
 
+/// What a change of data changes.
+struct Target {
+  const Table* table = nullptr;
+  const Column* column = nullptr;
+  std::string rowId;  ///< the row's number, as SQLite reads it beside the statement's sources
+};
+
 /// Resolves the names of a statement against a catalog and finds the types of its expressions. What it
 /// finds it writes into the statement. Throws `Failure`.
 class Binder {
@@ -34,8 +41,10 @@ class Binder {
   void bindSources(std::vector<SourcePtr>& sources);  ///< of Update and Delete: in force for what follows
   void bindCondition(ExpressionPtr& condition);
   void bindValue(Expression& expression);
-  /// The base table and the source's number that the target of an assignment belongs to.
-  const Column& bindTarget(Expression& target, const Source*& source);
+  /// Where the target of an assignment is stored: also the table below a stored query's field.
+  Target bindTarget(Expression& target);
+  /// The only table below a stored query.
+  Target onlyTableOf(const Source& source, size_t place);
   const Table& table(std::string_view name, size_t place, int number);
   /// Refuses (3464) a value whose type is known not to fit.
   void checkStorable(const Expression& value, const Column& column);
@@ -69,6 +78,8 @@ class Binder {
     std::vector<int> itemStates;  ///< of output items: 0 not bound, 1 being bound, 2 bound
   };
 
+  Target baseOf(const Source& source, const std::string& column, size_t place);
+  Target below(const Source& source, const Source& inner, Target base);
   void bindSource(Source& source, Scope& scope);
   void bindTableSource(Source& source, Scope& scope);
   void addDerived(Source& source, Scope& scope, const std::string& alias);

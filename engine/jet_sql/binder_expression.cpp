@@ -178,6 +178,12 @@ void Binder::checkComparable(Expression& a, Expression& b, size_t place) {
 // ---- Names
 
 void Binder::bindName(Expression& e) {
+  if (e.path.size() == 1 && sameText(e.path[0], "@@IDENTITY")) {
+    e.kind = ExpressionKind::Integer;
+    e.type = Type::Long;
+    e.number = static_cast<double>(catalog_.lastCounter);
+    return;
+  }
   for (auto level = scopes_.rbegin(); level != scopes_.rend(); ++level) {
     if (bindColumn(e, *level)) return;
   }

@@ -82,6 +82,9 @@ class Catalog {
  public:
   virtual ~Catalog() = default;
 
+  /// The number that a counter gave last on this connection, which is @@IDENTITY; 0 when none did.
+  int64_t lastCounter = 0;
+
   virtual const Table* findTable(std::string_view name) = 0;
   /// True also for a table that is there but can't be reached at the moment, where `findTable` may throw
   /// `Failure`.

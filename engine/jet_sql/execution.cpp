@@ -20,6 +20,25 @@ using Prepared = std::unique_ptr<sqlite3_stmt, Finalizer>;
 
 }  // namespace
 
+namespace {
+
+void gatherLeaves(const Source& source, std::vector<const Source*>& leaves) {
+  if (source.kind == SourceKind::Join) {
+    gatherLeaves(*source.left, leaves);
+    gatherLeaves(*source.right, leaves);
+  } else {
+    leaves.push_back(&source);
+  }
+}
+
+}  // namespace
+
+std::vector<const Source*> leavesOf(const std::vector<SourcePtr>& sources) {
+  std::vector<const Source*> leaves;
+  for (const SourcePtr& source : sources) gatherLeaves(*source, leaves);
+  return leaves;
+}
+
 std::string Table::sqlName() const { return quotedName(schema) + "." + quotedName(stored); }
 
 const Column* Table::findColumn(std::string_view name) const {
@@ -307,30 +326,28 @@ int64_t Execution::operator()(InsertStatement& statement) {
     printer.query(*query);
     printer.raw(") AS \"q\"");
   }
-  return change(printer.text());
+  const int64_t inserted = change(printer.text());
+  const bool counts =
+      std::any_of(table.columns.begin(), table.columns.end(), [](const Column& c) { return c.counter; });
+  if (counts && inserted > 0) catalog_.lastCounter = sqlite3_last_insert_rowid(database_);
+  return inserted;
 }
 
 int64_t Execution::operator()(UpdateStatement& statement) {
   binder_.bindSources(statement.sources);
-  std::vector<const Source*> targets;
+  std::vector<Target> targets;
   for (Assignment& assignment : statement.assignments) {
-    const Source* source = nullptr;
-    const Column& column = binder_.bindTarget(*assignment.target, source);
+    targets.push_back(binder_.bindTarget(*assignment.target));
     binder_.bindValue(*assignment.value);
-    binder_.checkStorable(*assignment.value, column);
-    targets.push_back(source);
+    binder_.checkStorable(*assignment.value, *targets.back().column);
   }
   binder_.bindCondition(statement.where);
-  const bool one =
-      std::all_of(targets.begin(), targets.end(), [&](const Source* s) { return s == targets[0]; });
+  const bool one = std::all_of(targets.begin(), targets.end(),
+                               [&](const Target& each) { return each.rowId == targets[0].rowId; });
   return one ? updateOne(statement, targets) : updateMany(statement, targets);
 }
 
 namespace {
-
-const Column& targetColumn(const Assignment& assignment, const Source& source) {
-  return *source.table->findColumn(assignment.target->path.back());
-}
 
 std::string sqlName(const Column& column) {
   return quotedName(column.sqlName.empty() ? column.name : column.sqlName);
@@ -339,18 +356,17 @@ std::string sqlName(const Column& column) {
 }  // namespace
 
 // All new values are worked out before the first is stored, so that each row sees the old ones.
-int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<const Source*>& targets) {
-  const Source& target = *targets[0];
-  const bool alone = statement.sources.size() == 1 && statement.sources[0]->kind == SourceKind::Table;
+int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<Target>& targets) {
+  const Table& table = *targets[0].table;
+  const Source& first = *statement.sources[0];
+  const bool alone = statement.sources.size() == 1 && first.kind == SourceKind::Table && first.table;
   Printer printer;
-  const std::string alias = alone ? "\"t" + std::to_string(target.number) + "\"" : "\"target\"";
-  printer.raw("UPDATE " + target.table->sqlName() + " AS " + alias + " SET ");
-  for (size_t i = 0; i < statement.assignments.size(); ++i) {
-    const Assignment& assignment = statement.assignments[i];
-    const Column& column = targetColumn(assignment, target);
-    printer.raw((i > 0 ? "," : "") + sqlName(column) + "=");
+  const std::string alias = alone ? "\"t" + std::to_string(first.number) + "\"" : "\"target\"";
+  printer.raw("UPDATE " + table.sqlName() + " AS " + alias + " SET ");
+  for (size_t i = 0; i < targets.size(); ++i) {
+    printer.raw((i > 0 ? "," : "") + sqlName(*targets[i].column) + "=");
     if (alone) {
-      printer.stored(*assignment.value, column);
+      printer.stored(*statement.assignments[i].value, *targets[i].column);
     } else {
       printer.raw("\"new\".\"v" + std::to_string(i) + "\"");
     }
@@ -362,30 +378,31 @@ int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<const
     }
     return change(printer.text());
   }
-  printer.raw(" FROM (SELECT " + rowIdOf(target) + " AS \"row\"");
-  for (size_t i = 0; i < statement.assignments.size(); ++i) {
-    const Assignment& assignment = statement.assignments[i];
+  printer.raw(" FROM (SELECT " + targets[0].rowId + " AS \"row\"");
+  for (size_t i = 0; i < targets.size(); ++i) {
     printer.raw(",");
-    printer.stored(*assignment.value, targetColumn(assignment, target));
+    printer.stored(*statement.assignments[i].value, *targets[i].column);
     printer.raw(" AS \"v" + std::to_string(i) + "\"");
   }
   printer.rows(statement.sources, statement.where.get());
-  printer.raw(") AS \"new\" WHERE \"target\"." + target.table->rowId + " = \"new\".\"row\"");
+  printer.raw(") AS \"new\" WHERE \"target\"." + quotedName(table.rowId) + " = \"new\".\"row\"");
   return change(printer.text());
 }
 
-int64_t Execution::updateMany(UpdateStatement& statement, const std::vector<const Source*>& targets) {
-  std::vector<const Source*> tables;
-  for (const Source* target : targets) {
-    if (std::find(tables.begin(), tables.end(), target) == tables.end()) tables.push_back(target);
+int64_t Execution::updateMany(UpdateStatement& statement, const std::vector<Target>& targets) {
+  std::vector<const Target*> tables;
+  for (const Target& target : targets) {
+    if (std::none_of(tables.begin(), tables.end(),
+                     [&](const Target* each) { return each->rowId == target.rowId; }))
+      tables.push_back(&target);
   }
   Printer rows;
   rows.raw("CREATE TEMP TABLE \"jet update\" AS SELECT 0");
   for (size_t i = 0; i < tables.size(); ++i)
-    rows.raw("," + rowIdOf(*tables[i]) + " AS \"row" + std::to_string(i) + "\"");
+    rows.raw("," + tables[i]->rowId + " AS \"row" + std::to_string(i) + "\"");
   for (size_t i = 0; i < targets.size(); ++i) {
     rows.raw(",");
-    rows.stored(*statement.assignments[i].value, targetColumn(statement.assignments[i], *targets[i]));
+    rows.stored(*statement.assignments[i].value, *targets[i].column);
     rows.raw(" AS \"v" + std::to_string(i) + "\"");
   }
   rows.rows(statement.sources, statement.where.get());
@@ -394,12 +411,11 @@ int64_t Execution::updateMany(UpdateStatement& statement, const std::vector<cons
     std::string sql = "UPDATE " + tables[t]->table->sqlName() + " AS \"target\" SET ";
     bool first = true;
     for (size_t i = 0; i < targets.size(); ++i) {
-      if (targets[i] != tables[t]) continue;
-      sql += (first ? "" : ",") + sqlName(targetColumn(statement.assignments[i], *targets[i])) +
-             "=\"new\".\"v" + std::to_string(i) + "\"";
+      if (targets[i].rowId != tables[t]->rowId) continue;
+      sql += (first ? "" : ",") + sqlName(*targets[i].column) + "=\"new\".\"v" + std::to_string(i) + "\"";
       first = false;
     }
-    sql += " FROM temp.\"jet update\" AS \"new\" WHERE \"target\"." + tables[t]->table->rowId +
+    sql += " FROM temp.\"jet update\" AS \"new\" WHERE \"target\"." + quotedName(tables[t]->table->rowId) +
            " = \"new\".\"row" + std::to_string(t) + "\"";
     change(sql);
   }
@@ -410,34 +426,19 @@ int64_t Execution::updateMany(UpdateStatement& statement, const std::vector<cons
   return count;
 }
 
-namespace {
-
-void gatherTables(const Source& source, std::vector<const Source*>& tables) {
-  if (source.kind == SourceKind::Join) {
-    gatherTables(*source.left, tables);
-    gatherTables(*source.right, tables);
-  } else {
-    tables.push_back(&source);
-  }
-}
-
-}  // namespace
-
 int64_t Execution::operator()(DeleteStatement& statement) {
   binder_.bindSources(statement.sources);
   binder_.bindCondition(statement.where);
-  std::vector<const Source*> tables;
-  for (const SourcePtr& source : statement.sources) gatherTables(*source, tables);
+  const std::vector<const Source*> tables = leavesOf(statement.sources);
   const Source* target = tables.size() == 1 ? tables[0] : nullptr;
   for (const Source* each : tables) {
     if (sameText(each->alias.empty() ? each->name : each->alias, statement.target)) target = each;
   }
   if (!target)
     binder_.fail(deleteTableNeeded, "Name the table whose records are to be deleted", statement.place);
-  if (!target->table)
-    binder_.fail(deleteTarget, "Records can't be deleted from a query's answer", target->place);
+  const Target base = binder_.onlyTableOf(*target, target->place);
   Printer printer;
-  if (tables.size() == 1) {
+  if (tables.size() == 1 && target->table) {
     printer.raw("DELETE FROM " + target->table->sqlName() + " AS \"t" + std::to_string(target->number) +
                 "\"");
     if (statement.where) {
@@ -445,8 +446,8 @@ int64_t Execution::operator()(DeleteStatement& statement) {
       printer.condition(*statement.where);
     }
   } else {
-    printer.raw("DELETE FROM " + target->table->sqlName() + " WHERE " + target->table->rowId +
-                " IN (SELECT " + rowIdOf(*target));
+    printer.raw("DELETE FROM " + base.table->sqlName() + " WHERE " + quotedName(base.table->rowId) +
+                " IN (SELECT " + base.rowId);
     printer.rows(statement.sources, statement.where.get());
     printer.raw(")");
   }

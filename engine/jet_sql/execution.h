@@ -36,8 +36,8 @@ class Execution {
   int64_t operator()(ExecuteStatement& statement);
 
   int64_t selectInto(Query& query);
-  int64_t updateOne(UpdateStatement& statement, const std::vector<const Source*>& targets);
-  int64_t updateMany(UpdateStatement& statement, const std::vector<const Source*>& targets);
+  int64_t updateOne(UpdateStatement& statement, const std::vector<Target>& targets);
+  int64_t updateMany(UpdateStatement& statement, const std::vector<Target>& targets);
   std::string insertHead(const Table& table, const std::vector<const Column*>& columns) const;
   /// Columns that an insert leaves out but that have a default or must have a value, with their values.
   void addLeftOut(const Table& table, std::vector<const Column*>& columns, std::vector<std::string>& values);

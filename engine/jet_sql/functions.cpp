@@ -42,14 +42,15 @@ int registerRow(sqlite3* database, const FunctionRow& row) {
   std::string name = "jet_";
   for (const char* c = row.name; *c; ++c)
     name += static_cast<char>(std::tolower(static_cast<unsigned char>(*c)));
-  const int flags = SQLITE_UTF8 | (row.steady ? SQLITE_DETERMINISTIC : 0);
+  const int flags = SQLITE_UTF8 | SQLITE_INNOCUOUS | (row.steady ? SQLITE_DETERMINISTIC : 0);
   return sqlite3_create_function_v2(database, name.c_str(), -1, flags, const_cast<FunctionRow*>(&row), runRow,
                                     nullptr, nullptr, nullptr);
 }
 
+template <int compare(std::string_view, std::string_view)>
 int collate(void*, int leftSize, const void* left, int rightSize, const void* right) {
-  return compareText({static_cast<const char*>(left), static_cast<size_t>(leftSize)},
-                     {static_cast<const char*>(right), static_cast<size_t>(rightSize)});
+  return compare({static_cast<const char*>(left), static_cast<size_t>(leftSize)},
+                 {static_cast<const char*>(right), static_cast<size_t>(rightSize)});
 }
 
 }  // namespace
@@ -143,7 +144,12 @@ const FunctionRow* findFunction(std::string_view name) {
 }
 
 int registerFunctions(sqlite3* database) {
-  int code = sqlite3_create_collation_v2(database, "JET", SQLITE_UTF8, nullptr, collate, nullptr);
+  int code =
+      sqlite3_create_collation_v2(database, nameOrder, SQLITE_UTF8, nullptr, collate<compareText>, nullptr);
+  if (code == SQLITE_OK) {
+    code = sqlite3_create_collation_v2(database, languageOrder, SQLITE_UTF8, nullptr,
+                                       collate<compareLanguage>, nullptr);
+  }
   for (const auto& table : tables) {
     for (const FunctionRow& row : table()) {
       if (code == SQLITE_OK) code = registerRow(database, row);

@@ -133,7 +133,7 @@ void string(Call& call) {
 void strComp(Call& call) {
   const bool binary = call.count() > 2 && call.whole(2) == 0;
   const std::string a = call.text(0), b = call.text(1);
-  const int order = binary ? a.compare(b) : compareText(a, b);
+  const int order = binary ? a.compare(b) : compareLanguage(a, b);
   call.give(int64_t{order < 0 ? -1 : order > 0 ? 1 : 0});
 }
 

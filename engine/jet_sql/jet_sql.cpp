@@ -76,6 +76,21 @@ std::optional<Error> checkSyntax(std::string_view sql) {
   return errorOf([&] { parseStatement(sql); });
 }
 
+std::string ruleCondition(Catalog& catalog, const Table& table, const std::string& column,
+                          std::string_view rule) {
+  Binder binder(catalog, rule, {}, nullptr);
+  std::vector<SourcePtr> sources;
+  sources.push_back(std::make_unique<Source>());
+  sources[0]->name = table.name;
+  binder.bindSources(sources);
+  ExpressionPtr condition = parseRule(rule, column);
+  binder.bindCondition(condition);
+  binder.checkParameters();
+  Printer printer;
+  printer.condition(*condition);
+  return printer.take();
+}
+
 std::optional<Error> checkExpression(std::string_view expression) {
   return errorOf([&] { parseExpression(expression); });
 }

@@ -13,7 +13,7 @@
 /// SQLite statements that give Jet's answers. See docs/database.md for the dialect.
 namespace jet {
 
-/// Makes the dialect's functions and the collation JET known to a connection. Once for each connection,
+/// Makes the dialect's functions and the orders of texts known to a connection. Once for each connection,
 /// before any other use. Gives SQLite's result code.
 int registerFunctions(sqlite3* database);
 
@@ -52,6 +52,11 @@ int64_t execute(sqlite3* database, Catalog& catalog, std::string_view sql,
 
 /// The syntax error of a statement, if any; names are not looked up.
 std::optional<Error> checkSyntax(std::string_view sql);
+
+/// A rule for a table's rows as SQLite's condition on a row of the table under the name "t1"; `column` is the
+/// field that the rule is of, "" for one of the table. Throws `Failure` for what is no rule.
+std::string ruleCondition(Catalog& catalog, const Table& table, const std::string& column,
+                          std::string_view rule);
 
 /// What a condition text such as a column's default or rule is worth: a single expression without names.
 std::optional<Error> checkExpression(std::string_view expression);

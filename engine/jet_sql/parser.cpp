@@ -155,6 +155,15 @@ ExpressionPtr Parser::loneExpression() {
   return result;
 }
 
+ExpressionPtr Parser::rule(std::string column) {
+  implied_ = std::move(column);
+  return loneExpression();
+}
+
+ExpressionPtr parseRule(std::string_view text, std::string column) {
+  return Parser(text).rule(std::move(column));
+}
+
 Statement parseStatement(std::string_view sql) { return Parser(sql).statement(); }
 
 ExpressionPtr parseExpression(std::string_view text) { return Parser(text).loneExpression(); }

@@ -21,6 +21,7 @@ class Parser {
 
   Statement statement();
   ExpressionPtr loneExpression();
+  ExpressionPtr rule(std::string column);
 
  private:
   // Tokens.
@@ -36,6 +37,7 @@ class Parser {
   /// A name that is no reserved word unless bracketed.
   bool atName(size_t ahead = 0) const;
   std::string name(int number);
+  std::string parameterName();         ///< may be a path, as [Forms]![Orders]![From]
   std::string dottedName(int number);  ///< a name whose parts dots may join, as a query's `a.id` column
   double unsignedNumber(int number);
   bool atEnd() const;
@@ -49,6 +51,8 @@ class Parser {
   ExpressionPtr logicOperand();
   ExpressionPtr comparison();
   ExpressionPtr comparisonTail(ExpressionPtr left);
+  bool atImpliedSide() const;
+  ExpressionPtr impliedSide();
   ExpressionPtr inTail(ExpressionPtr left, bool negated, size_t place);
   ExpressionPtr chain(int level);
   ExpressionPtr concatenation();
@@ -72,18 +76,22 @@ class Parser {
   std::vector<SourcePtr> sources(int number);
   SourcePtr source(int number);
   SourcePtr sourceTerm(int number);
+  bool atBracketedQuery() const;
+  std::unique_ptr<Query> bracketedQuery();
   std::vector<OrderKey> orderKeys();
 
   // Changes of data.
   InsertStatement insertStatement();
   UpdateStatement updateStatement();
   DeleteStatement deleteStatement();
+  void deleteItem(DeleteStatement& statement);
   ExecuteStatement executeStatement();
 
   // Changes of the schema.
   CreateTableStatement createTable();
   CreateIndexStatement createIndex();
   CreateQueryStatement createQuery();
+  std::string procedureParameters();
   AlterTableStatement alterTable();
   DropStatement drop();
   Type columnType(Column& column, int number);
@@ -97,6 +105,7 @@ class Parser {
   std::vector<Token> tokens_;
   size_t at_ = 0;
   int nesting_ = 0;
+  std::string implied_;  ///< the field that a rule's comparisons without a left side are about
 };
 
 /// Counts one level of recursion for as long as it lives.

@@ -56,11 +56,9 @@ DeleteStatement Parser::deleteStatement() {
   DeleteStatement result;
   result.place = tokens_[at_++].place;
   acceptWord("DISTINCTROW");
-  if (!acceptSymbol("*") && !isWord("FROM")) {
-    result.place = peek().place;
-    result.target = name(deleteSyntax);
-    if (!acceptSymbol(".") && !acceptSymbol("!")) fail(deleteSyntax);
-    expectSymbol("*", deleteSyntax);
+  if (!isWord("FROM")) {
+    do deleteItem(result);
+    while (acceptSymbol(","));
   }
   expectWord("FROM", deleteSyntax);
   result.sources = sources(fromSyntax);
@@ -70,6 +68,19 @@ DeleteStatement Parser::deleteStatement() {
     fail(fromSyntax);
   }
   return result;
+}
+
+// Fields say which table is meant, too, but a star says it first.
+void Parser::deleteItem(DeleteStatement& statement) {
+  if (acceptSymbol("*")) return;
+  const size_t place = peek().place;
+  std::string table = name(deleteSyntax);
+  if (!acceptSymbol(".") && !acceptSymbol("!")) return;  // a field alone
+  const bool star = acceptSymbol("*");
+  if (!star) name(deleteSyntax);
+  if (!statement.target.empty() && !star) return;
+  statement.place = place;
+  statement.target = std::move(table);
 }
 
 ExecuteStatement Parser::executeStatement() {

@@ -1,4 +1,5 @@
 #include <iterator>
+#include <utility>
 
 #include "engine/jet_sql/parser.h"
 
@@ -62,13 +63,34 @@ ExpressionPtr Parser::logicOperand() {
 }
 
 ExpressionPtr Parser::comparison() {
-  ExpressionPtr left = concatenation();
+  ExpressionPtr left = atImpliedSide() ? impliedSide() : concatenation();
+  // What stands on the right, or within a call, is complete.
+  const std::string implied = std::exchange(implied_, "");
   for (int count = 0;; ++count) {
     Expression* before = left.get();
     left = comparisonTail(std::move(left));
-    if (left.get() == before) return left;
+    if (left.get() == before) break;
     if (count > maxNesting) fail(tooComplex);
   }
+  implied_ = implied;
+  const bool isValue = left->kind == ExpressionKind::Text || left->kind == ExpressionKind::Integer ||
+                       left->kind == ExpressionKind::Real || left->kind == ExpressionKind::Date;
+  if (implied_.empty() || !isValue) return left;
+  const size_t place = left->place;
+  return makeBinary(ExpressionKind::Compare, place, "=", impliedSide(), std::move(left));
+}
+
+bool Parser::atImpliedSide() const {
+  if (implied_.empty()) return false;
+  const auto is = [&](auto... words) { return (... || isWord(words)); };
+  const auto isOne = [&](auto... symbols) { return (... || isSymbol(symbols)); };
+  return isOne("=", "<>", "<", ">", "<=", ">=") || is("IS", "LIKE", "ALIKE", "BETWEEN", "IN");
+}
+
+ExpressionPtr Parser::impliedSide() {
+  ExpressionPtr name = make(ExpressionKind::Name, peek().place);
+  name->path.push_back(implied_);
+  return name;
 }
 
 ExpressionPtr Parser::comparisonTail(ExpressionPtr left) {
@@ -252,6 +274,7 @@ ExpressionPtr Parser::call() {
   node->text = tokens_[at_].text;
   at_ += 2;
   if (acceptSymbol(")")) return node;
+  const std::string implied = std::exchange(implied_, "");
   if (isSymbol("*") && isSymbol(")", 1)) {
     node->operands.push_back(make(ExpressionKind::Star, peek().place));
     at_ += 2;
@@ -260,6 +283,7 @@ ExpressionPtr Parser::call() {
   do node->operands.push_back(expression());
   while (acceptSymbol(","));
   expectSymbol(")", expressionSyntax);
+  implied_ = implied;
   return node;
 }
 

@@ -12,13 +12,19 @@ std::vector<ParameterDeclaration> Parser::parameterDeclarations() {
   ++at_;
   std::vector<ParameterDeclaration> declarations;
   do {
-    ParameterDeclaration declaration{name(parameterSyntax), Type::Unknown};
+    ParameterDeclaration declaration{parameterName(), Type::Unknown};
     Column column;
     declaration.type = columnType(column, parameterSyntax);
     declarations.push_back(std::move(declaration));
   } while (acceptSymbol(","));
   expectSymbol(";", parameterSyntax);
   return declarations;
+}
+
+std::string Parser::parameterName() {
+  std::string whole = name(parameterSyntax);
+  while (acceptSymbol("!") || acceptSymbol(".")) whole += "." + name(parameterSyntax);
+  return whole;
 }
 
 std::unique_ptr<Query> Parser::query() {
@@ -118,6 +124,7 @@ std::unique_ptr<Query> Parser::transformQuery() {
   auto transform = std::make_unique<Transform>();
   ++at_;
   transform->value = expression();
+  if (acceptWord("AS")) name(transformSyntax);  // the columns bear the pivot's values, not this
   if (!isWord("SELECT")) fail(transformSyntax);
   std::unique_ptr<Query> query = querySpec();
   if (isWord("ORDER")) query->orderBy = orderKeys();
@@ -191,6 +198,9 @@ SourcePtr Parser::sourceTerm(int number) {
     term->kind = SourceKind::Derived;
     term->query = query();
     expectSymbol(")", number);
+  } else if (atBracketedQuery()) {
+    term->kind = SourceKind::Derived;
+    term->query = bracketedQuery();
   } else {
     term->name = dottedName(number);
   }
@@ -200,6 +210,26 @@ SourcePtr Parser::sourceTerm(int number) {
     term->alias = name(number);
   }
   return term;
+}
+
+// `[SELECT …]. AS x`, as older designers write a query in parentheses.
+bool Parser::atBracketedQuery() const {
+  if (peek().kind != TokenKind::Bracketed || !isSymbol(".", 1)) return false;
+  const size_t begin = peek().text.find_first_not_of(" \t\r\n");
+  if (begin == std::string::npos) return false;
+  const Token word{TokenKind::Name, 0, peek().text.substr(begin, 6), 0};
+  return word.isWord("SELECT");
+}
+
+std::unique_ptr<Query> Parser::bracketedQuery() {
+  // Blanks in front give its words the places that they have in the statement.
+  const std::string text = std::string(peek().place + 1, ' ') + peek().text;
+  Parser inner(text);
+  inner.nesting_ = nesting_;
+  std::unique_ptr<Query> result = inner.query();
+  inner.expectEnd();
+  at_ += 2;
+  return result;
 }
 
 std::vector<OrderKey> Parser::orderKeys() {

@@ -267,16 +267,33 @@ CreateIndexStatement Parser::createIndex() {
   return result;
 }
 
+// As the clause that a stored query begins with.
+std::string Parser::procedureParameters() {
+  const bool enclosed = acceptSymbol("(");
+  const size_t start = peek().place;
+  do {
+    parameterName();
+    Column column;
+    columnType(column, parameterSyntax);
+  } while (acceptSymbol(","));
+  std::string_view declared = text_.substr(start, peek().place - start);
+  declared = declared.substr(0, declared.find_last_not_of(" \t\r\n") + 1);
+  if (enclosed) expectSymbol(")", parameterSyntax);
+  return "PARAMETERS " + std::string(declared) + ";\n";
+}
+
 CreateQueryStatement Parser::createQuery() {
+  const bool procedure = !isWord("VIEW", 1);
   at_ += 2;
   CreateQueryStatement result;
   result.name = name(invalidStatement);
+  const std::string parameters = procedure && !isWord("AS") ? procedureParameters() : "";
   if (!acceptWord("AS")) fail(invalidStatement);
   const size_t start = peek().place;
-  result.sql = std::string(text_.substr(start));
-  Parser inner(result.sql);
+  const std::string body(text_.substr(start));
+  result.sql = parameters + body;
   try {
-    inner.statement();
+    Parser(body).statement();
   } catch (Failure& failure) {
     throw Failure{errorAt(failure.error.number, syntaxText(failure.error.number), text_,
                           start + failure.error.place.value_or(0))};

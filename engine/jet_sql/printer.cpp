@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "engine/jet_sql/convert.h"
+#include "engine/text/collation.h"
 #include "platform/text/quotes.h"
 
 namespace jet {
@@ -97,9 +98,7 @@ void Printer::value(const Expression& e) {
     case ExpressionKind::Call:
       return call(e);
     case ExpressionKind::Subquery:
-      raw("(");
-      query(*e.query);
-      return raw(")");
+      return subqueryValue(e);
     default:
       return literal(e);
   }
@@ -173,7 +172,7 @@ void Printer::operand(const Expression& e, Form form) {
 }
 
 void Printer::collate(Type type) {
-  if (isTextType(type) || type == Type::Unknown) raw(" COLLATE JET");
+  if (isTextType(type) || type == Type::Unknown) raw(std::string(" COLLATE ") + languageOrder);
 }
 
 // The left side of a comparison decides about the order of texts.
@@ -206,9 +205,7 @@ void Printer::truth(const Expression& e) {
       const Form form = comparisonForm(all);
       compared(*o[0], all, form);
       raw(e.negated ? " NOT BETWEEN " : " BETWEEN ");
-      operand(*o[1], form);
-      raw(" AND ");
-      operand(*o[2], form);
+      bounds(e, form);
       break;
     }
     case ExpressionKind::InList: {
@@ -247,7 +244,7 @@ void Printer::truth(const Expression& e) {
       break;
     case ExpressionKind::Exists:
       raw("EXISTS (");
-      query(*e.query);
+      query(*e.query, RowOrder::Any);
       raw(")");
       break;
     case ExpressionKind::InQuery:
@@ -260,6 +257,45 @@ void Printer::truth(const Expression& e) {
       break;
   }
   raw(")");
+}
+
+// The lower and the upper bound, in whatever order the statement has them.
+void Printer::bounds(const Expression& e, Form form) {
+  const Expression &a = *e.operands[1], &b = *e.operands[2];
+  const auto isLiteral = [](const Expression& each) {
+    return isNumberLiteral(each) || each.kind == ExpressionKind::Date || each.kind == ExpressionKind::Text;
+  };
+  if (isLiteral(a) && isLiteral(b) && isTextType(a.type) == isTextType(b.type)) {
+    const bool swapped = isTextType(a.type) ? compareLanguage(a.text, b.text) > 0 : a.number > b.number;
+    operand(swapped ? b : a, form);
+    raw(" AND ");
+    return operand(swapped ? a : b, form);
+  }
+  for (const char* least : {"min((", ") AND max(("}) {
+    raw(least);
+    operand(a, form);
+    raw(")");
+    collate(a.kind == ExpressionKind::Null ? b.type : a.type);
+    raw(",");
+    operand(b, form);
+  }
+  raw(")");
+}
+
+// More than one row is an error, not the first one.
+void Printer::subqueryValue(const Expression& e) {
+  const Query& inner = *e.query;
+  const bool oneRow = inner.parts.empty() &&
+                      ((inner.aggregated && inner.groupBy.empty()) ||
+                       (inner.top && inner.top->count == 1 && !inner.top->percent && inner.orderBy.empty()));
+  raw("(");
+  if (!oneRow) {
+    raw("SELECT jet_only(");
+    place(e);
+    raw(",\"each\"." + quotedName(inner.columns[0].name) + ") FROM (");
+  }
+  query(inner, RowOrder::Any);
+  raw(oneRow ? ")" : ") AS \"each\")");
 }
 
 void Printer::logic(const Expression& e) {
@@ -319,7 +355,7 @@ void Printer::inQuery(const Expression& e) {
   if (mixed)
     raw("SELECT " + quotedName(column.name) +
         (column.type == Type::Currency ? "/10000.0 FROM (" : " FROM ("));
-  query(*e.query);
+  query(*e.query, RowOrder::Any);
   raw(mixed ? "))" : ")");
 }
 
@@ -330,7 +366,7 @@ void Printer::quantified(const Expression& e) {
   const OutputColumn& column = e.query->columns[0];
   const bool mixed = (left.type == Type::Currency) != (column.type == Type::Currency);
   raw(all ? "NOT EXISTS (SELECT 1 FROM (" : "EXISTS (SELECT 1 FROM (");
-  query(*e.query);
+  query(*e.query, RowOrder::Any);
   raw(all ? ") AS \"each\" WHERE NOT coalesce((" : ") AS \"each\" WHERE ((");
   mixed ? real(left) : value(left);
   raw(")");
@@ -511,6 +547,7 @@ void Printer::aggregate(const Expression& e) {
     } else {
       value(argument);
     }
+    if (e.special == Special::First || e.special == Special::Last) raw(rowOrder_);
     raw(")" + filter_);
   };
   switch (e.special) {

@@ -19,7 +19,10 @@ class Printer {
   /// The same for a value that is SQLite text already, of type `from`.
   void storedText(const std::string& sql, Type from, const Column& column, int64_t place);
 
-  void query(const Query& query);
+  /// Rows without an order of their own come in that of their tables; `Any` leaves the order open, where
+  /// nobody asks for it.
+  enum class RowOrder { Natural, Any };
+  void query(const Query& query, RowOrder order = RowOrder::Natural);
   /// The rows of a Select without its output: FROM and WHERE.
   void rows(const std::vector<SourcePtr>& sources, const Expression* where);
   /// The distinct values of a crosstab's pivot, in order.
@@ -54,18 +57,24 @@ class Printer {
   void aggregate(const Expression& expression);
   void inQuery(const Expression& expression);
   void quantified(const Expression& expression);
+  void bounds(const Expression& between, Form form);
+  void subqueryValue(const Expression& expression);
 
   // Queries.
   void select(const Query& query, bool keys, const std::vector<OutputColumn>* target);
   void crosstabColumns(const Query& query);
   void topQuery(const Query& query);
   void unionQuery(const Query& query);
-  void unionPart(const Query& query, const std::vector<OutputColumn>& target);
-  void orderClause(const Query& query);
+  void unionPart(const Query& query, const std::vector<OutputColumn>& target, RowOrder order);
+  void orderClause(const Query& query, RowOrder order);
+  void orderKeys(const Query& query, bool& any);
+  /// What orders rows that an order leaves equal, or has none.
+  std::vector<std::string> ties(const Query& query) const;
   void source(const Source& source, bool nested);
   void collate(Type type);
 
   std::string out_;
+  std::string rowOrder_;  ///< row numbers of the tables whose rows are aggregated, each behind a comma
   std::string filter_;    ///< what an aggregate's rows are filtered by within a crosstab
   bool foreign_ = false;  ///< within a stored query
   int deep_ = 0;

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "engine/jet_sql/convert.h"
 #include "engine/jet_sql/printer.h"
 
@@ -5,6 +7,8 @@ namespace jet {
 namespace {
 
 std::string keyName(size_t i) { return "\"jet key " + std::to_string(i) + "\""; }
+
+std::string tieName(size_t i) { return "\"jet tie " + std::to_string(i) + "\""; }
 
 // What a column of one type needs to stand where another type is expected.
 std::string converted(const std::string& sql, Type from, Type to) {
@@ -50,10 +54,37 @@ void Printer::rows(const std::vector<SourcePtr>& sources, const Expression* wher
   condition(*where);
 }
 
-void Printer::orderClause(const Query& query) {
-  for (size_t i = 0; i < query.orderBy.size(); ++i) {
-    const OrderKey& key = query.orderBy[i];
-    raw(i == 0 ? " ORDER BY " : ", ");
+std::vector<std::string> Printer::ties(const Query& query) const {
+  std::vector<std::string> keys;
+  const auto add = [&](const std::string& sql, Type type) {
+    Printer key;
+    key.raw(sql);
+    key.collate(type);
+    keys.push_back(key.take());
+  };
+  if (query.distinct) {
+    for (const OutputColumn& column : query.columns) add(quotedName(column.name), column.type);
+  } else if (query.aggregated) {
+    for (const ExpressionPtr& group : query.groupBy) {
+      Printer key = *this;
+      key.out_.clear();
+      key.value(*group);
+      add("(" + key.take() + ")", group->type);
+    }
+  } else if (!query.distinctRowIds.empty()) {
+    return query.distinctRowIds;
+  } else {
+    for (const Source* source : leavesOf(query.sources)) {
+      if (source->table) keys.push_back(rowIdOf(*source));
+    }
+  }
+  return keys;
+}
+
+void Printer::orderKeys(const Query& query, bool& any) {
+  for (const OrderKey& key : query.orderBy) {
+    raw(any ? ", " : " ORDER BY ");
+    any = true;
     const Expression* e = key.expression.get();
     if (key.output >= 0) e = query.items[static_cast<size_t>(key.output)].expression.get();
     raw("(");
@@ -64,6 +95,17 @@ void Printer::orderClause(const Query& query) {
   }
 }
 
+// Also the order of rows that are equal in all keys must not depend on the indexes that there are.
+void Printer::orderClause(const Query& query, RowOrder order) {
+  bool any = false;
+  orderKeys(query, any);
+  if (!any && order == RowOrder::Any) return;
+  for (const std::string& key : ties(query)) {
+    raw((any ? ", " : " ORDER BY ") + key);
+    any = true;
+  }
+}
+
 void Printer::crosstabColumns(const Query& query) {
   const Transform& transform = *query.transform;
   Printer pivot;
@@ -71,9 +113,10 @@ void Printer::crosstabColumns(const Query& query) {
   const bool counts =
       transform.value->kind == ExpressionKind::Call && transform.value->special == Special::Count;
   for (size_t i = 0; i < transform.found.size(); ++i) {
+    Printer pivotOrder;
     std::string only = " FILTER (WHERE (" + pivot.text() + ")";
-    if (isTextType(transform.pivot->type) || transform.pivot->type == Type::Unknown) only += " COLLATE JET";
-    only += " IS " + transform.found[i].sql + ")";
+    pivotOrder.collate(transform.pivot->type);
+    only += pivotOrder.text() + " IS " + transform.found[i].sql + ")";
     raw(",");
     filter_ = only;
     // A cell without records is null, also where a count would be 0.
@@ -87,6 +130,10 @@ void Printer::crosstabColumns(const Query& query) {
 
 /// `keys` adds the order's keys as columns; `target` are the types that a union has.
 void Printer::select(const Query& query, bool keys, const std::vector<OutputColumn>* target) {
+  rowOrder_.clear();
+  for (const Source* each : leavesOf(query.sources)) {
+    if (each->table) rowOrder_ += "," + rowIdOf(*each);
+  }
   raw(query.distinct ? "SELECT DISTINCT " : "SELECT ");
   for (size_t i = 0; i < query.items.size(); ++i) {
     const Expression& e = *query.items[i].expression;
@@ -104,6 +151,11 @@ void Printer::select(const Query& query, bool keys, const std::vector<OutputColu
     raw(" AS " + quotedName(query.columns[i].name));
   }
   if (query.transform) crosstabColumns(query);
+  for (const auto& [name, sql] : query.rowNumbers) raw("," + sql + " AS " + quotedName(name));
+  if (keys && !query.distinct && !query.aggregated) {
+    const std::vector<std::string> numbers = ties(query);
+    for (size_t i = 0; i < numbers.size(); ++i) raw("," + numbers[i] + " AS " + tieName(i));
+  }
   for (size_t i = 0; keys && i < query.orderBy.size(); ++i) {
     const OrderKey& key = query.orderBy[i];
     const Expression& e =
@@ -135,24 +187,36 @@ void Printer::topQuery(const Query& query) {
   const Top& top = *query.top;
   if (query.orderBy.empty() && !top.percent) {
     select(query, false, nullptr);
+    orderClause(query, RowOrder::Natural);
     return raw(" LIMIT " + std::to_string(static_cast<int64_t>(top.count)));
   }
-  const auto keyList = [&] {
+  const auto keyList = [&](bool withTies) {
+    bool any = false;
     for (size_t i = 0; i < query.orderBy.size(); ++i) {
       const OrderKey& key = query.orderBy[i];
       const Expression& e =
           key.output >= 0 ? *query.items[static_cast<size_t>(key.output)].expression : *key.expression;
-      raw(i == 0 ? " ORDER BY " : ", ");
+      raw(any ? ", " : " ORDER BY ");
+      any = true;
       raw(keyName(i));
       collate(e.type);
       if (key.descending) raw(" DESC");
+    }
+    if (!withTies) return;
+    const bool byOutput = query.distinct || query.aggregated;
+    const size_t count = byOutput ? query.columns.size() : ties(query).size();
+    for (size_t i = 0; i < count; ++i) {
+      raw((any ? ", " : " ORDER BY ") + (byOutput ? quotedName(query.columns[i].name) : tieName(i)));
+      if (byOutput) collate(query.columns[i].type);
+      any = true;
     }
   };
   raw("SELECT ");
   for (size_t i = 0; i < query.columns.size(); ++i)
     raw((i > 0 ? "," : "") + quotedName(query.columns[i].name));
-  raw(query.orderBy.empty() ? " FROM (SELECT *, row_number() OVER (" : " FROM (SELECT *, rank() OVER (");
-  keyList();
+  const bool ranked = !query.orderBy.empty();
+  raw(ranked ? " FROM (SELECT *, rank() OVER (" : " FROM (SELECT *, row_number() OVER (");
+  keyList(!ranked);
   raw(") AS \"jet rank\", count(*) OVER () AS \"jet count\" FROM (");
   select(query, true, nullptr);
   raw(")) WHERE ");
@@ -161,11 +225,11 @@ void Printer::topQuery(const Query& query) {
   } else {
     raw("\"jet rank\" <= " + std::to_string(static_cast<int64_t>(top.count)));
   }
-  keyList();
+  keyList(true);
 }
 
-void Printer::unionPart(const Query& part, const std::vector<OutputColumn>& target) {
-  if (part.parts.empty() && !part.top && !part.transform && part.orderBy.empty())
+void Printer::unionPart(const Query& part, const std::vector<OutputColumn>& target, RowOrder order) {
+  if (order == RowOrder::Any && part.parts.empty() && !part.top && !part.transform && part.orderBy.empty())
     return select(part, false, &target);
   raw("SELECT ");
   for (size_t i = 0; i < target.size(); ++i) {
@@ -181,9 +245,12 @@ void Printer::unionPart(const Query& part, const std::vector<OutputColumn>& targ
 
 void Printer::unionQuery(const Query& query) {
   if (!query.orderBy.empty()) raw("SELECT * FROM (");
+  const bool allKept = query.orderBy.empty() && std::all_of(query.parts.begin(), query.parts.end(),
+                                                            [](const Query::Part& part) { return part.all; });
   for (size_t i = 0; i < query.parts.size(); ++i) {
     if (i > 0) raw(query.parts[i].all ? " UNION ALL " : " UNION ");
-    unionPart(*query.parts[i].query, query.columns);
+    // Where rows are compared with each other they come ascending.
+    unionPart(*query.parts[i].query, query.columns, allKept ? RowOrder::Natural : RowOrder::Any);
   }
   if (query.orderBy.empty()) return;
   raw(")");
@@ -195,10 +262,10 @@ void Printer::unionQuery(const Query& query) {
   }
 }
 
-void Printer::query(const Query& query) {
+void Printer::query(const Query& query, RowOrder order) {
   if (++deep_ > maxNesting) throw Failure{{tooComplex, "The statement is too complex.", std::nullopt}};
   const bool before = foreign_;
-  const std::string filter = std::move(filter_);
+  const std::string filter = std::move(filter_), rowOrder = rowOrder_;
   filter_.clear();
   foreign_ = foreign_ || query.stored;
   if (!query.parts.empty()) {
@@ -207,10 +274,11 @@ void Printer::query(const Query& query) {
     topQuery(query);
   } else {
     select(query, false, nullptr);
-    orderClause(query);
+    orderClause(query, order);
   }
   foreign_ = before;
   filter_ = filter;
+  rowOrder_ = rowOrder;
   --deep_;
 }
 

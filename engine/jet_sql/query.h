@@ -1,5 +1,6 @@
 #pragma once
 
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -41,6 +42,9 @@ struct Source {
   const Table* table = nullptr;
   int number = -1;
 };
+
+/// The tables and queries of which sources consist, from the left.
+std::vector<const Source*> leavesOf(const std::vector<SourcePtr>& sources);
 
 struct OrderKey {
   ExpressionPtr expression;
@@ -93,6 +97,8 @@ struct Query {
 
   // What name resolution finds out.
   std::vector<OutputColumn> columns;
+  /// Row numbers of the tables within, by the name under which a change of the query's rows finds them.
+  std::map<std::string, std::string> rowNumbers;
   bool aggregated = false;
   bool stored = false;  ///< from a stored query: its places aren't places of the statement
   std::vector<std::string>

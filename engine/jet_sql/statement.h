@@ -88,6 +88,10 @@ struct Statement {
 /// Parses one statement; a `;` may end it. Throws `Failure` with the number that fits the clause.
 Statement parseStatement(std::string_view sql);
 
+/// Parses a rule for the values of a field, such as `>0` or `Is Null Or Between 1 And 5`, or of a table,
+/// whose rules name all fields (`column` empty).
+ExpressionPtr parseRule(std::string_view text, std::string column);
+
 /// Parses an expression that stands alone, such as a column's default.
 ExpressionPtr parseExpression(std::string_view text);
 

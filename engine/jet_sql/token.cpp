@@ -37,7 +37,7 @@ class Tokenizer {
     while (at_ < text_.size() && std::isspace(static_cast<unsigned char>(text_[at_]))) ++at_;
     if (at_ >= text_.size()) return {TokenKind::End, at_, "", 0};
     const char c = text_[at_];
-    if (startsName(c)) return name();
+    if (startsName(c) || (c == '@' && (startsName(at(at_ + 1)) || at(at_ + 1) == '@'))) return name();
     if (isDigit(c) || (c == '.' && isDigit(at(at_ + 1)) && !followsName(previous))) return number();
     switch (c) {
       case '[':

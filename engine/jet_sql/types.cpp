@@ -59,7 +59,7 @@ Type commonType(const Expression& a, const Expression& b) {
 std::string quotedName(std::string_view name) { return inQuotes(name, '"'); }
 
 std::string rowIdOf(const Source& source) {
-  return "\"t" + std::to_string(source.number) + "\"." + source.table->rowId;
+  return "\"t" + std::to_string(source.number) + "\"." + quotedName(source.table->rowId);
 }
 
 }  // namespace jet

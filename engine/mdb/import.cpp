@@ -28,11 +28,13 @@ class Import {
       if (isUsersTable(object)) allRows_ += rowsOf(object);
     }
     Transaction transaction(target_, Transaction::Kind::Write, Access::Write);
-    for (const JetObject& object : file_.objects()) {
-      if (isUsersTable(object)) importTable(object);
-    }
-    attempt("The relations", [&] { importRelations(); });
-    attempt("The queries", [&] { importQueries(); });
+    catalog_.changeMuch([&] {
+      for (const JetObject& object : file_.objects()) {
+        if (isUsersTable(object)) importTable(object);
+      }
+      attempt("The relations", [&] { importRelations(); });
+      attempt("The queries", [&] { importQueries(); });
+    });
     attempt("The other objects", [&] { tellTheRest(); });
     transaction.commit();
     return result_;
@@ -173,6 +175,18 @@ class Import {
     catalog_.storeIndexes(name, [&](const jet::Index& index) {
       lose("The index '" + index.name + "'" + of + " doesn't refuse equal values: the rows have some");
     });
+    for (const JetTable::Rule& rule : source.rules()) importRule(name, rule);
+  }
+
+  void importRule(const std::string& table, const JetTable::Rule& rule) {
+    try {
+      catalog_.createRule({table, rule.column, rule.condition, rule.message});
+    } catch (const jet::Failure& failure) {
+      const int number = failure.error.number;
+      const bool rows = number == ruleMessage || number == ruleBroken;
+      lose("The rule of " + (rule.column.empty() ? "the table '" : "'" + rule.column + "' of the table '") +
+           table + "' is not imported: " + rule.condition + (rows ? ", which rows break" : ""));
+    }
   }
 
   void importRelations() {

@@ -68,8 +68,10 @@ JetTable::JetTable(JetFile& file, const JetObject& object) : file_(file) {
   shape_.name = object.name;
   readColumns();
   readIndexes();
-  if (const char* rule = mdb_table_get_prop(table_.get(), "ValidationRule"); rule && *rule)
-    addLoss("the rule of the table: " + std::string(rule));
+  if (const char* rule = mdb_table_get_prop(table_.get(), "ValidationRule"); rule && *rule) {
+    const char* message = mdb_table_get_prop(table_.get(), "ValidationText");
+    rules_.push_back({"", rule, message ? message : ""});
+  }
   mdb_rewind_table(table_.get());
 }
 
@@ -109,12 +111,13 @@ void JetTable::addColumn(MdbColumn& column, size_t number) {
       shape.defaultValue.clear();
     }
   }
-  if (column.is_uuid_auto || sameText(shape.defaultValue, "GenGUID()")) {
+  // Of other types the flag means something else.
+  if ((column.is_uuid_auto && column.col_type == MDB_REPID) || sameText(shape.defaultValue, "GenGUID()")) {
     addLoss("the field '" + name + "' doesn't make new identifiers by itself");
     shape.defaultValue.clear();
   }
   if (const std::string rule = property(column, "ValidationRule"); !rule.empty())
-    addLoss("the rule of '" + name + "': " + rule);
+    rules_.push_back({name, rule, property(column, "ValidationText")});
   fields_.push_back({&column, number, type});
   shape_.columns.push_back(std::move(shape));
 }

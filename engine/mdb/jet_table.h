@@ -17,6 +17,12 @@ class JetTable {
   const jet::Table& shape() const { return shape_; }
   /// What of the definition doesn't come over, a line each.
   const std::vector<std::string>& losses() const { return losses_; }
+  /// Rules for the rows: the field that each is of, "" for one of the table, its condition, and what is told
+  /// when it is broken.
+  struct Rule {
+    std::string column, condition, message;
+  };
+  const std::vector<Rule>& rules() const { return rules_; }
   /// How many rows the table says that it has.
   size_t declaredRows() const { return table_->num_rows; }
   /// The last number that the counter gave, 0 without one.
@@ -53,6 +59,7 @@ class JetTable {
   std::vector<MdbField> found_;    ///< where the row's values stand, by libmdb's numbers of the columns
   std::vector<MdbField> cracked_;  ///< the same in the order of the row
   std::vector<std::string> losses_;
+  std::vector<Rule> rules_;
   int64_t lastCounter_ = 0;
   unsigned rowsOnPage_ = 0, row_ = 0;
   std::set<int> pages_;  // that were read: a damaged map may name one twice

@@ -3,9 +3,18 @@
 #include <string>
 #include <string_view>
 
-/// Text order of the database: by code point after simple case folding, so "abc" and "ABC" are equal.
+/// Order of names: by code point after simple case folding, so "abc" and "ABC" are equal.
 /// Both texts are UTF-8; ill-formed bytes compare as U+FFFD. Negative, zero or positive as in `memcmp`.
 int compareText(std::string_view a, std::string_view b);
+
+/// Order of texts as a person's language sorts: "École" stands before "Zebra". Letters come first, accents
+/// decide between texts of the same letters. Texts are equal exactly when they are in `compareText`.
+int compareLanguage(std::string_view a, std::string_view b);
+
+/// Names of the two orders in SQLite, kept in files beside what they sort, so that an index never disagrees
+/// with its order: neither ever changes, and a better order gets a name of its own.
+constexpr const char* nameOrder = "JET";
+constexpr const char* languageOrder = "LANGUAGE1";
 
 /// Simple case mappings, one character to one; a character without a mapping stays.
 wchar_t lowerCharacter(wchar_t c);

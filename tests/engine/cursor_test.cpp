@@ -197,6 +197,7 @@ class Model {
   static Place placeOf(LONG id, const Row& row) {
     std::wstring folded = row.key.value_or(L"");
     std::transform(folded.begin(), folded.end(), folded.begin(), ::towlower);
+    if (folded == L"ä") folded = L"a~";  // between "a" and "b"
     return {row.key.has_value(), folded, !row.size.has_value(), -row.size.value_or(0), id};
   }
   // The row number `count` steps from a place, or 0 beyond the end.

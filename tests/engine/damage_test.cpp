@@ -27,7 +27,7 @@ std::string goodDatabase(const std::string& path) {
   sqlite3* database;
   sqlite3_open(path.c_str(), &database);
   sqlite3_create_collation_v2(
-      database, "JET", SQLITE_UTF8, nullptr,
+      database, "LANGUAGE1", SQLITE_UTF8, nullptr,
       [](void*, int left, const void* a, int right, const void* b) {
         const int order = std::memcmp(a, b, static_cast<size_t>(std::min(left, right)));
         return order != 0 ? order : left - right;
@@ -170,7 +170,7 @@ TEST_F(DamageTest, CostsTheRowsOnDamagedPagesAndNoOthers) {
   const std::vector<Kind> kinds = {
       {"name of the file", flipBetween(0, 16), all},
       {"header", flipBetween(16, fileHeader), 0},
-      {"schema", flipBetween(fileHeader, pageSize), all},
+      {"schema", flipBetween(fileHeader, pageSize), 0},
       {"index pages", flipIn(indexes, 3), 0},
       {"pages above the rows", flipIn(ways, 2), 0},
       {"a page above the rows destroyed", destroyed(ways), 0},

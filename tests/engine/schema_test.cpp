@@ -35,9 +35,11 @@ class SchemaTest : public testing::Test {
         0);
     return path;
   }
-  /// The guards of the relation in the form that names the database.
+  /// Makes the file an older one: without copies of what describes it, and with guards of the relation that
+  /// name the database.
   static std::string oldGuards(const std::string& column) {
-    return "DROP TRIGGER \"zb_rel.insert\"; CREATE TRIGGER \"zb_rel.insert\" AFTER INSERT ON \"Many\" WHEN "
+    return "DROP TABLE zb_copies; DROP TABLE zb_rules; DROP TRIGGER \"zb_rel.insert\"; CREATE TRIGGER "
+           "\"zb_rel.insert\" AFTER INSERT ON \"Many\" WHEN "
            "NEW.\"" +
            column + "\" IS NOT NULL AND NOT EXISTS(SELECT 1 FROM \"main\".\"One\" WHERE \"id\" = NEW.\"" +
            column + "\") BEGIN SELECT RAISE(ABORT, '\x01jet 3201 -1 A related record is needed.'); END;";

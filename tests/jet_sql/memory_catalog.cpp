@@ -19,7 +19,7 @@ std::string columnSql(const jet::Column& column) {
       return quoted(column.name) + " REAL";
     case jet::Type::Text:
     case jet::Type::Memo:
-      return quoted(column.name) + " TEXT COLLATE JET";
+      return quoted(column.name) + " TEXT COLLATE LANGUAGE1";
     case jet::Type::Guid:
       return quoted(column.name) + " TEXT";
     case jet::Type::Binary:
@@ -52,7 +52,11 @@ void MemoryCatalog::run(const std::string& sql) {
 void MemoryCatalog::createTable(const jet::Table& definition) {
   jet::Table table = definition;
   table.stored = table.name;
+  const auto counter = std::find_if(table.columns.begin(), table.columns.end(),
+                                    [](const jet::Column& column) { return column.counter; });
+  table.rowId = counter == table.columns.end() ? "row number" : counter->name;
   std::string sql = "CREATE TABLE " + table.sqlName() + " (";
+  if (counter == table.columns.end()) sql += quoted(table.rowId) + " INTEGER PRIMARY KEY,";
   for (size_t i = 0; i < table.columns.size(); ++i) sql += (i ? "," : "") + columnSql(table.columns[i]);
   run(sql + ")");
   const std::vector<jet::Index> indexes = std::exchange(table.indexes, {});

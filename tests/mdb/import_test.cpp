@@ -63,10 +63,12 @@ class ImportTest : public testing::Test {
   }
 
   using Answer = std::vector<std::string>;
-  Answer ask(const std::string& sql) {
+  Answer ask(const std::string& sql, const std::vector<int64_t>& values = {}) {
+    std::vector<jet::Parameter> parameters;
+    for (const int64_t value : values) parameters.push_back({"", jet::Type::Long, value});
     Lines rows;
     try {
-      jet::execute(database_->handle(), *catalog_, sql, {}, &rows);
+      jet::execute(database_->handle(), *catalog_, sql, parameters, &rows);
       return rows.lines;
     } catch (const jet::Failure& failure) {
       return {std::to_string(failure.error.number)};
@@ -113,11 +115,14 @@ TEST_F(ImportTest, KeepsRulesIndexesAndCounters) {
       << "the counter goes on where it stood, the defaults hold";
   EXPECT_EQ(ask("SELECT [a column with quite a long name 199] FROM Wide"), Answer{"v199"});
   EXPECT_EQ(lossesAbout("'files': attachments"), 1u);
-  EXPECT_EQ(lossesAbout("the rule of 'area': >0"), 1u);
+  EXPECT_EQ(ask("UPDATE Rooms SET area = -1"), Answer{"3317"});
+  EXPECT_EQ(ask("INSERT INTO Rooms (name, area) VALUES ('bad', 0)"), Answer{"3317"});
+  EXPECT_EQ(lossesAbout("rule"), 0u);
   EXPECT_EQ(lossesAbout("'byWall'"), 1u) << "an index that is unique in the file, where two rows are equal";
 }
 
 TEST_F(ImportTest, KeepsRelationsAndQueriesAndTellsWhatItCant) {
+  EXPECT_EQ(ask("SELECT * FROM Walls", {1, 2}), (Answer{"1,3", "5,3"}));
   EXPECT_EQ(ask("INSERT INTO Doors (room) VALUES (9)"), Answer{"3201"});
   EXPECT_EQ(ask("UPDATE Rooms SET id = 6 WHERE id = 5"), Answer());
   EXPECT_EQ(ask("SELECT room FROM Doors WHERE id = 2"), Answer{"6"});
@@ -132,6 +137,45 @@ TEST_F(ImportTest, KeepsRelationsAndQueriesAndTellsWhatItCant) {
         "linked table 'Elsewhere', which is 'Things' of C:\\data\\other.mdb"}) {
     EXPECT_EQ(lossesAbout(words), 1u) << words;
   }
+}
+
+// Rules that are kept, whatever form a designer gives them, and whoever changes the table.
+TEST_F(ImportTest, KeepsRulesOfValues) {
+  using namespace jet_writer;
+  const auto ruled = [](const char* name, const char* rule, const char* message = "") {
+    return Column{name, longInteger, 0, false, 0, 0, {{"ValidationRule", rule}, {"ValidationText", message}}};
+  };
+  File file;
+  file.add({"Ruled",
+            {ruled("a", "Between 5 And 1 Or 100"),
+             ruled("b", "Is Null Or >=[a]", "b is too small"),
+             ruled("c", "Not In (2, 3)"),
+             ruled("d", "<10"),
+             ruled("e", "NoSuchFunction([e])"),
+             {"t", text, 20, false, 0, 0, {{"ValidationRule", "Like \"A*\" Or \"none\""}}},
+             {"g", guid}},
+            {},
+            {{int64_t{3}, int64_t{4}, int64_t{1}, int64_t{50}, {}, "Ab", {}}}});
+  import(std::move(file));
+  EXPECT_EQ(losses, (Answer{"The rule of 'd' of the table 'Ruled' is not imported: <10, which rows break.",
+                            "The rule of 'e' of the table 'Ruled' is not imported: NoSuchFunction([e])."}));
+  const std::vector<std::pair<const char*, const char*>> inserts = {
+      {"(a) VALUES (2)", ""},           {"(a) VALUES (100)", ""},          {"(a) VALUES (6)", "3317"},
+      {"(a, b) VALUES (5, 4)", "3316"}, {"(a, b) VALUES (5, 5)", ""},      {"(c) VALUES (3)", "3317"},
+      {"(c) VALUES (4)", ""},           {"(t) VALUES ('abc')", ""},        {"(t) VALUES ('none')", ""},
+      {"(t) VALUES ('b')", "3317"},     {"(a, t) VALUES (Null, Null)", ""}};
+  const auto hold = [&] {
+    for (const auto& [values, error] : inserts) {
+      EXPECT_EQ(ask(std::string("INSERT INTO Ruled ") + values), *error ? Answer{error} : Answer()) << values;
+    }
+    EXPECT_EQ(ask("UPDATE Ruled SET a = 7 WHERE b Is Null"), Answer{"3317"});
+  };
+  hold();
+  EXPECT_EQ(ask("ALTER TABLE Ruled ADD COLUMN more LONG"), Answer());
+  EXPECT_EQ(ask("ALTER TABLE Ruled DROP COLUMN d"), Answer());
+  hold();
+  EXPECT_EQ(ask("ALTER TABLE Ruled DROP COLUMN c"), Answer());
+  EXPECT_EQ(ask("INSERT INTO Ruled (a) VALUES (6)"), Answer{"3317"});
 }
 
 TEST_F(ImportTest, RowsComeBeforeRules) {

@@ -119,6 +119,15 @@ File sampleJetFile() {
                               {3, 2, "", "", ""},
                               {5, 0, "", "X", "SELECT name FROM Rooms;"},
                               {5, 0, "", "Y", "SELECT name FROM Types"}});
+  file.addQuery("Walls",
+                {{1, 6, "", "", ""},
+                 {5, 0, "Doors", "", ""},
+                 {6, 0, "SumOfwall", "", "Sum(Doors.wall)"},
+                 {6, 2, "", "", "Doors.room"},
+                 {6, 1, "", "", "\"Wall \" & [wall]"},
+                 {8, 0, "", "", "Doors.id Between [Forms]![Doors]![Last] And [Forms]![Doors]![First]"},
+                 {9, 2, "", "", "Doors.room"},
+                 {9, 1, "", "", "\"Wall \" & [wall]"}});
   file.addQuery("Far away", {{1, 8, "", "", ""}});
   file.addObject("frmRooms", -32768);
   file.addObject("Elsewhere", 6, "C:\\data\\other.mdb", "Things");

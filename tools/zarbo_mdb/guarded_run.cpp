@@ -17,6 +17,9 @@ namespace {
 constexpr int silenceMilliseconds = 60'000;
 constexpr rlim_t mostMemory = rlim_t{4} << 30;
 
+/// As a shell tells that a program ended by a broken pipe.
+constexpr int endedByReader = 128 + SIGPIPE;
+
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool memoryIsLimited = false;  // the sanitizer reserves far more than it uses
 #else
@@ -28,6 +31,7 @@ constexpr bool memoryIsLimited = true;
     const rlimit limit{mostMemory, mostMemory};
     setrlimit(RLIMIT_AS, &limit);
   }
+  signal(SIGPIPE, SIG_DFL);  // who stops reading, as head does, ends the work
   const rlimit noCore{0, 0};
   setrlimit(RLIMIT_CORE, &noCore);
   if (const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) dup2(nowhere, STDERR_FILENO);
@@ -135,6 +139,8 @@ int runGuarded(const std::function<int(Report&)>& work, const ReportView& view) 
   }
   if (silent) {
     listener.fail("the file is damaged: reading doesn't come to an end");
+  } else if (WIFSIGNALED(status) && WTERMSIG(status) == SIGPIPE) {
+    return endedByReader;
   } else if (WIFSIGNALED(status)) {
     listener.fail(std::string("the file is damaged: the reader broke down (") + strsignal(WTERMSIG(status)) +
                   ")");

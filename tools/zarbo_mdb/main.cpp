@@ -103,6 +103,9 @@ void printTable(mdb::JetFile& file, const mdb::JetObject& object) {
   for (const jet::Column& column : table.shape().columns)
     std::printf("  %s: %s\n", column.name.c_str(), describeColumn(column).c_str());
   for (const jet::Index& index : table.shape().indexes) printIndex(index);
+  for (const mdb::JetTable::Rule& rule : table.rules())
+    std::printf("  rule %s%s%s\n", rule.column.c_str(), rule.column.empty() ? "" : ": ",
+                rule.condition.c_str());
   for (const std::string& loss : table.losses()) std::printf("  not imported: %s\n", loss.c_str());
 }
 

@@ -12,6 +12,7 @@
 (cdr (assoc "name" (zb_top)))                        ;=> "Hall"
 (zb_structure)                                       ;=> (("id" . "counter") ("name" . "text(30) required noempty") ("area" . "double default =12.5") ("made" . "date default Date()"))
 (zb_query "Big rooms" nil)                           ;=> ((("name" . "Hall") ("how" . 1)) (("name" . "Bath") ("how" . 1)))
+(zb_query "Walls" '(("[Forms]![Doors]![Last]" . "2") ("[Forms]![Doors]![First]" . 1)))   ;=> ((("room" . 1) ("Wall 3" . 3.0)) (("room" . 5) ("Wall 3" . 3.0)))
 (zb_relationExists "RoomsDoors")                     ;=> T
 ; A failed statement reopens it, still for reading.
 (zb_sql-error "SELECT nothing FROM nowhere")         ;=> "*ERROR*"

@@ -70,3 +70,15 @@
 (zb_connect project "r")                             ;=> T
 (zb_sql-error "SELEC")                               ;=> "*ERROR*"
 (zb_readonly)                                        ;=> T
+; Texts sort as a person's language does, in answers and in indexes; the last counter can be asked.
+(zb_connect project)                                 ;=> T
+(zb_command "CREATE TABLE Towns (id COUNTER PRIMARY KEY, sName TEXT(20), CONSTRAINT byName UNIQUE (sName))")   ;=> 0
+(foreach name '("Zürich" "zug" "École" "Evry" "Øvre" "Åre") (zb_command (strcat "INSERT INTO Towns (sName) VALUES ('" name "')")))   ;=> 1
+(zb_sql "SELECT @@IDENTITY AS n")                    ;=> ((("n" . 6)))
+(mapcar 'cdar (zb_sql "SELECT sName FROM Towns ORDER BY sName"))   ;=> ("Åre" "École" "Evry" "Øvre" "zug" "Zürich")
+(zb_table "Towns" "byName")                          ;=> "Towns"
+(cdr (assoc "sName" (zb_top)))                       ;=> "Åre"
+(cdr (assoc "sName" (zb_skip 5)))                    ;=> "Zürich"
+(cdr (assoc "sName" (zb_seek "ÉCOLE")))              ;=> "École"
+; Without an order they come as the table has them.
+(mapcar 'cdar (zb_sql "SELECT sName FROM Towns WHERE sName > 'F'"))   ;=> ("Zürich" "zug" "Øvre")
