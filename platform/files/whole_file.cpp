@@ -1,12 +1,14 @@
 #include "platform/files/whole_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 #include "platform/files/native_path.h"
@@ -31,13 +33,57 @@ mode_t modeFor(const std::string& target) {
   return stat(target.c_str(), &present) == 0 ? present.st_mode & 07777 : modeOfNewFile();
 }
 
+/// Names of growing files; `mkostemp` fills the X in.
+constexpr std::string_view growingName = ".zarbo-XXXXXX";
+
+/// Whoever grows a file holds a lock on it until the end of the process, so that one without a lock was
+/// left by a process that was killed.
+void removeIfLeft(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return;
+  struct stat about;
+  const bool isFile = fstat(descriptor, &about) == 0 && S_ISREG(about.st_mode);
+  if (isFile && flock(descriptor, LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+  close(descriptor);
+}
+
+void removeLeftFiles(const std::string& folder) {
+  std::error_code ignored;
+  const std::string_view prefix = growingName.substr(0, growingName.find('X'));
+  for (auto each = std::filesystem::directory_iterator(folder, ignored);
+       each != std::filesystem::directory_iterator(); each.increment(ignored)) {
+    const std::string name = each->path().filename().string();
+    if (name.size() == growingName.size() && name.starts_with(prefix)) removeIfLeft(each->path().string());
+  }
+}
+
+/// Locked; -1 on failure.
+int createGrowing(std::string& path) {
+  const int descriptor = mkostemp(path.data(), O_CLOEXEC);
+  if (descriptor >= 0) flock(descriptor, LOCK_EX);
+  return descriptor;
+}
+
+/// Before it was locked, another process may have taken it for one that was left.
+bool isThere(int descriptor) {
+  struct stat about;
+  return fstat(descriptor, &about) == 0 && about.st_nlink > 0;
+}
+
 }  // namespace
 
 WholeFile::WholeFile(const std::string& target) : target_(behindLinks(target)), mode_(modeFor(target_)) {
   const SplitPath parts = splitPath(target_);
   if (parts.name.empty()) return;
-  temporary_ = parts.folder + "/.zarbo-XXXXXX";
-  descriptor_ = mkostemp(temporary_.data(), O_CLOEXEC);
+  removeLeftFiles(parts.folder);
+  constexpr int mostTries = 100;
+  for (int tries = 0; tries < mostTries; ++tries) {
+    temporary_ = parts.folder + "/" + std::string(growingName);
+    descriptor_ = createGrowing(temporary_);
+    if (descriptor_ < 0 || isThere(descriptor_)) return;
+    close(descriptor_);
+    descriptor_ = -1;
+  }
 }
 
 WholeFile::~WholeFile() { abandon(); }

@@ -9,7 +9,8 @@
 namespace platform {
 
 /// A file that appears under its name only when it is complete: it grows beside the target under a
-/// hidden name, and `commit` brings it to the disk and renames it. Without `commit`, nothing is left.
+/// hidden name, and `commit` brings it to the disk and renames it. Without `commit`, nothing is left; what
+/// processes that were killed have left in the folder goes when the next file begins to grow there.
 class WholeFile {
  public:
   /// UTF-8. A target that is a link is written through.

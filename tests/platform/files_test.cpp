@@ -1,7 +1,12 @@
 #include "platform/files/files.h"
 
+#include <sys/wait.h>
+
 #include <gtest/gtest.h>
 
+#include <csignal>
+
+#include "platform/files/whole_file.h"
 #include "tests/platform/temporary_folder.h"
 
 namespace {
@@ -46,6 +51,30 @@ TEST(Files, CopiesWholeFilesAndNeverOverAReadOnlyOne) {
   EXPECT_FALSE(moveFile(folder.wide("a"), folder.wide("c"))) << "something is there";
   EXPECT_TRUE(moveFile(folder.wide("a"), folder.wide("d")));
   EXPECT_EQ(folder.count(), 3u) << "no half files";
+}
+
+TEST(WholeFiles, TakeAwayWhatAKilledProcessLeftAndNothingElse) {
+  const TemporaryFolder folder;
+  folder.write(".zarbo-notes", "the user's own");
+  folder.write(".zarbo-AbCdEf", "left without a lock");
+  const pid_t child = fork();
+  if (child == 0) {
+    platform::WholeFile file(folder / "plan.dxf");
+    file.write("half a draw");
+    raise(SIGKILL);
+  }
+  int status = 0;
+  waitpid(child, &status, 0);
+  ASSERT_TRUE(WIFSIGNALED(status));
+  EXPECT_EQ(folder.count(), 2u) << "the child's file, and the user's";
+  platform::WholeFile other(folder / "other.dxf");
+  ASSERT_TRUE(other.write("still growing"));
+  platform::WholeFile file(folder / "plan.dxf");
+  EXPECT_EQ(folder.count(), 3u) << "two growing files, and the user's";
+  EXPECT_TRUE(file.write("whole") && file.commit() && other.commit());
+  EXPECT_EQ(folder.read("plan.dxf"), "whole");
+  EXPECT_EQ(folder.read("other.dxf"), "still growing");
+  EXPECT_EQ(folder.count(), 3u);
 }
 
 }  // namespace
