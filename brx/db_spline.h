@@ -14,7 +14,8 @@ class BRX_API AcDbSpline : public AcDbCurve {
   ACRX_DECLARE_MEMBERS(AcDbSpline)
   AcDbSpline();
   ~AcDbSpline() override;
-  const host::BSpline& curve() const { return *curve_; }
+  /// By control points, or through the fit points of one that has only them. Not valid without either.
+  const host::BSpline& curve() const;
   int degree() const;
   int numControlPoints() const;
   int numFitPoints() const { return static_cast<int>(fitPoints_.size()); }
@@ -34,7 +35,9 @@ class BRX_API AcDbSpline : public AcDbCurve {
   friend struct HostAccess;
   BRX_DECLARES_FIELDS
   std::unique_ptr<host::BSpline> curve_;
+  mutable std::unique_ptr<host::BSpline> fitted_;  // made when it is asked for
   std::vector<AcGePoint3d> fitPoints_;
+  AcGeVector3d startTangent_, endTangent_;
   AcGeVector3d normal_{0, 0, 1};
   Adesk::Int16 flags_ = 8;
 };

@@ -1,3 +1,4 @@
+#include "host/drawing/curve_range.h"
 #include "host/drawing/ellipse_arc.h"
 #include "host/drawing/fields.h"
 
@@ -8,6 +9,34 @@ using host::EllipseArc;
 using host::wrapped;
 
 static constexpr double turn = host::fullTurn;
+
+namespace {
+
+/// Of the whole circle, for any parameter.
+AcGePoint3d pointOnCircle(const AcDbArc& arc, double param) {
+  const AcGeVector3d local{arc.radius() * std::cos(param), arc.radius() * std::sin(param), 0};
+  return arc.center() + AcGeMatrix3d::planeToWorld(arc.normal()) * local;
+}
+
+/// In the direction of a point. Before the start, but nearer to it than to the end, below the start's.
+double paramTowards(const AcDbArc& arc, const AcGePoint3d& point) {
+  const AcGeVector3d local = AcGeMatrix3d::worldToPlane(arc.normal()) * (point - arc.center());
+  double beyond = wrapped(std::atan2(local.y, local.x) - arc.startAngle());
+  if (beyond - arc.sweep() > turn - beyond) beyond -= turn;
+  return wrapped(arc.startAngle()) + beyond;
+}
+
+double nearestParam(const AcDbArc& arc, const AcGePoint3d& point) {
+  const double start = wrapped(arc.startAngle());
+  return std::clamp(paramTowards(arc, point), start, start + arc.sweep());
+}
+
+bool isWithin(const AcDbArc& arc, double& param) {
+  const double start = wrapped(arc.startAngle());
+  return host::within(param, start, start + arc.sweep());
+}
+
+}  // namespace
 
 Acad::ErrorStatus AcDbArc::dwgOutFields(AcDbDwgFiler* filer) const {
   AcDbEntity::dwgOutFields(filer);
@@ -80,36 +109,33 @@ Acad::ErrorStatus AcDbArc::getEndParam(double& param) const {
   return param = wrapped(startAngle_) + sweep(), Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getPointAtParam(double param, AcGePoint3d& point) const {
-  const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal_);
-  point = centre_ + plane * AcGeVector3d{radius_ * std::cos(param), radius_ * std::sin(param), 0};
-  return Acad::eOk;
+  if (!isWithin(*this, param)) return Acad::eInvalidInput;
+  return point = pointOnCircle(*this, param), Acad::eOk;
 }
-/// A point before the start, but nearer to it than to the end, gets a parameter below the start's.
 Acad::ErrorStatus AcDbArc::getParamAtPoint(const AcGePoint3d& point, double& param) const {
-  const AcGeVector3d local = AcGeMatrix3d::worldToPlane(normal_) * (point - centre_);
-  double beyond = wrapped(std::atan2(local.y, local.x) - startAngle_);
-  if (beyond - sweep() > turn - beyond) beyond -= turn;
-  param = wrapped(startAngle_) + beyond;
-  return Acad::eOk;
+  const double found = nearestParam(*this, point);
+  if (!host::isOnCurve(point, pointOnCircle(*this, found))) return Acad::eInvalidInput;
+  return param = found, Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getDistAtParam(double param, double& distance) const {
+  if (!isWithin(*this, param)) return Acad::eInvalidInput;
   return distance = (param - wrapped(startAngle_)) * radius_, Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getParamAtDist(double distance, double& param) const {
   if (!(radius_ > 0)) return Acad::eDegenerateGeometry;
+  if (!host::within(distance, 0, sweep() * radius_)) return Acad::eInvalidInput;
   return param = wrapped(startAngle_) + distance / radius_, Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getFirstDeriv(double param, AcGeVector3d& derivative) const {
+  if (!isWithin(*this, param)) return Acad::eInvalidInput;
   derivative = AcGeMatrix3d::planeToWorld(normal_) *
                AcGeVector3d{-radius_ * std::sin(param), radius_ * std::cos(param), 0};
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
                                              bool extend) const {
-  double param = 0;
-  getParamAtPoint(given, param);
-  const double start = wrapped(startAngle_);
-  return getPointAtParam(extend ? param : std::clamp(param, start, start + sweep()), closest);
+  const double param = extend ? paramTowards(*this, given) : nearestParam(*this, given);
+  return closest = pointOnCircle(*this, param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                              AcGePoint3d& closest, bool extend) const {
@@ -134,8 +160,7 @@ bool AcDbArc::subWorldDraw(AcGiWorldDraw* draw) {
 Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
   if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
   assertWriteEnabled();
-  AcGePoint3d start;
-  getPointAtParam(startAngle_, start);
+  const AcGePoint3d start = pointOnCircle(*this, startAngle_);
   const double swept = sweep();
   // A mirrored arc would run to the right; its normal turned over, it runs to the left again.
   normal_ = (matrix * normal_ * (matrix.det() < 0 ? -1 : 1)).normalize();
@@ -150,11 +175,7 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
 /// Ends, and the points where the tangent lies across an axis of the world.
 Acad::ErrorStatus AcDbArc::subGetGeomExtents(AcDbExtents& extents) const {
   const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal_);
-  const auto add = [&](double param) {
-    AcGePoint3d point;
-    getPointAtParam(param, point);
-    extents.addPoint(point);
-  };
+  const auto add = [&](double param) { extents.addPoint(pointOnCircle(*this, param)); };
   if (!isClosed()) add(startAngle_), add(endAngle_);
   for (int axis = 0; axis < 3; ++axis) {
     const double extreme = std::atan2(plane(axis, 1), plane(axis, 0));
@@ -182,7 +203,7 @@ Acad::ErrorStatus AcDbArc::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64,
     case AcDb::kOsModeEnd:
       return isClosed() ? Acad::eOk : subGetStretchPoints(points);
     case AcDb::kOsModeMid:
-      if (!isClosed()) getPointAtParam(startAngle_ + sweep() / 2, found), points.append(found);
+      if (!isClosed()) points.append(pointOnCircle(*this, startAngle_ + sweep() / 2));
       break;
     case AcDb::kOsModeNear:
       getClosestPointTo(pick, found), points.append(found);
@@ -191,8 +212,7 @@ Acad::ErrorStatus AcDbArc::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64,
       for (int quarter = 0; quarter < 4; ++quarter) {
         const double param = quarter * turn / 4;
         if (!isClosed() && wrapped(param - startAngle_) > sweep()) continue;
-        getPointAtParam(param, found);
-        points.append(found);
+        points.append(pointOnCircle(*this, param));
       }
       break;
     default:

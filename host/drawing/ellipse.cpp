@@ -1,5 +1,6 @@
 #include "brx/db_ellipse.h"
 
+#include "host/drawing/curve_range.h"
 #include "host/drawing/ellipse_arc.h"
 #include "host/drawing/fields.h"
 #include "host/drawing/flatten.h"
@@ -39,24 +40,25 @@ Acad::ErrorStatus AcDbEllipse::getEndParam(double& param) const {
   return param = host::arcOf(*this).end, Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getPointAtParam(double param, AcGePoint3d& point) const {
-  return point = host::arcOf(*this).at(param), Acad::eOk;
+  const host::EllipseArc arc = host::arcOf(*this);
+  if (!host::within(param, arc.start, arc.end)) return Acad::eInvalidInput;
+  return point = arc.at(param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getParamAtPoint(const AcGePoint3d& point, double& param) const {
   const host::EllipseArc arc = host::arcOf(*this);
   param = arc.closestParam(point);
-  return arc.at(param).distanceTo(point) <= 1e-6 * std::max(1.0, point.asVector().length())
-             ? Acad::eOk
-             : Acad::eInvalidInput;
+  return host::isOnCurve(point, arc.at(param)) ? Acad::eOk : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbEllipse::getDistAtParam(double param, double& distance) const {
   const host::EllipseArc arc = host::arcOf(*this);
+  if (!host::within(param, arc.start, arc.end)) return Acad::eInvalidInput;
   return distance = arc.length(arc.start, param), Acad::eOk;
 }
 /// Newton's steps on the length, whose slope is the speed of the parameter.
 Acad::ErrorStatus AcDbEllipse::getParamAtDist(double distance, double& param) const {
   const host::EllipseArc arc = host::arcOf(*this);
   const double whole = arc.length(arc.start, arc.end);
-  if (!(distance >= 0) || distance > whole * (1 + 1e-12)) return Acad::eInvalidInput;
+  if (!host::within(distance, 0, whole)) return Acad::eInvalidInput;
   double low = arc.start, high = arc.end;
   param = low + (high - low) * distance / whole;
   for (int i = 0; i < 60; ++i) {
@@ -69,7 +71,9 @@ Acad::ErrorStatus AcDbEllipse::getParamAtDist(double distance, double& param) co
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getFirstDeriv(double param, AcGeVector3d& derivative) const {
-  return derivative = host::arcOf(*this).derivative(param), Acad::eOk;
+  const host::EllipseArc arc = host::arcOf(*this);
+  if (!host::within(param, arc.start, arc.end)) return Acad::eInvalidInput;
+  return derivative = arc.derivative(param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
                                                  bool extend) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <cstdlib>
 #include <type_traits>
 #include <vector>
 
@@ -18,6 +19,10 @@ namespace host {
 template <class Self, class Base>
 using LikeConst = std::conditional_t<std::is_const_v<Self>, const Base, Base>;
 
+AcCmColor exactColour(Adesk::Int32 rgb);
+void putColour(AcDbDwgFiler& filer, const AcCmColor& colour);
+AcCmColor getColour(AcDbDwgFiler& filer);
+
 struct DwgWriter {
   AcDbDwgFiler& filer;
   void operator()(int, double v) { filer.writeDouble(v); }
@@ -27,6 +32,7 @@ struct DwgWriter {
   void operator()(int, const std::wstring& v) { filer.writeString(v.c_str()); }
   void operator()(int, const AcGePoint3d& v) { filer.writePoint3d(v); }
   void operator()(int, const AcGeVector3d& v) { filer.writeVector3d(v); }
+  void optional(int, const AcGeVector3d& v) { filer.writeVector3d(v); }
   void plane(int, const AcGePoint3d& v, const AcGeVector3d&) { filer.writePoint3d(v); }
   void height(int, double v) { filer.writeDouble(v); }
   template <class Table>
@@ -35,6 +41,7 @@ struct DwgWriter {
   }
   void hard(int, const AcDbObjectId& v) { filer.writeHardPointerId(v); }
   void soft(int, const AcDbObjectId& v) { filer.writeSoftPointerId(v); }
+  void colour(int, int, const AcCmColor& v) { putColour(filer, v); }
   template <class T>
   void list(int code, const std::vector<T>& all) {
     filer.writeInt32(static_cast<Adesk::Int32>(all.size()));
@@ -58,6 +65,10 @@ struct DwgReader {
   }
   void operator()(int, AcGePoint3d& v) { filer.readPoint3d(&v); }
   void operator()(int, AcGeVector3d& v) { filer.readVector3d(&v); }
+  /// Stands at the end of its class's fields; snapshots of the first format end before it.
+  void optional(int, AcGeVector3d& v) {
+    if (filer.readVector3d(&v) == Acad::eEndOfFile) filer.resetFilerStatus();
+  }
   void plane(int, AcGePoint3d& v, const AcGeVector3d&) { filer.readPoint3d(&v); }
   void height(int, double& v) { filer.readDouble(&v); }
   template <class Table>
@@ -74,6 +85,7 @@ struct DwgReader {
     if (filer.readSoftPointerId(&id) == Acad::eUnknownHandle) filer.resetFilerStatus();
     v = id;
   }
+  void colour(int, int, AcCmColor& v) { v = getColour(filer); }
   template <class T>
   void list(int code, std::vector<T>& all) {
     Adesk::Int32 count = 0;
@@ -88,10 +100,6 @@ struct DwgReader {
 std::wstring nameOfRecord(AcDbObjectId id);
 /// Hundredths of a millimetre that the host knows; without the negative ones that refer to others.
 bool isLineWeight(int weight);
-AcCmColor exactColour(Adesk::Int32 rgb);
-void putColour(AcDbDwgFiler& filer, const AcCmColor& colour);
-AcCmColor getColour(AcDbDwgFiler& filer);
-
 struct DxfWriter {
   AcDbDxfFiler& filer;
   void operator()(int code, double v) { filer.writeDouble(code, v); }
@@ -101,6 +109,10 @@ struct DxfWriter {
   void operator()(int code, const std::wstring& v) { filer.writeString(code, v.c_str()); }
   void operator()(int code, const AcGePoint3d& v) { filer.writePoint3d(code, v); }
   void operator()(int code, const AcGeVector3d& v) { filer.writeVector3d(code, v); }
+  /// A null vector is left out.
+  void optional(int code, const AcGeVector3d& v) {
+    if (!v.isZeroLength()) filer.writeVector3d(code, v);
+  }
   void plane(int code, const AcGePoint3d& v, const AcGeVector3d& normal) {
     filer.writePoint3d(code, AcGeMatrix3d::worldToPlane(normal) * v);
   }
@@ -114,6 +126,12 @@ struct DxfWriter {
     if (!v.isNull()) filer.writeObjectId(code, v);
   }
   void soft(int code, const AcDbObjectId& v) { hard(code, v); }
+  /// An index, and with it the exact colour; neither of what follows the layer.
+  void colour(int indexCode, int exactCode, const AcCmColor& v) {
+    constexpr Adesk::UInt16 byLayer = 256;
+    if (v.colorIndex() != byLayer) (*this)(indexCode, static_cast<Adesk::Int16>(v.colorIndex()));
+    if (v.isByColor()) (*this)(exactCode, static_cast<Adesk::Int32>(v.rgb()));
+  }
   template <class T>
   void list(int code, const std::vector<T>& all) {
     for (const T& each : all) item(code, each);
@@ -150,6 +168,7 @@ struct DxfReader {
   void operator()(int code, AcGeVector3d& v) {
     if (code == item.restype) v = asPnt3d(item.resval.rpoint).asVector();
   }
+  void optional(int code, AcGeVector3d& v) { (*this)(code, v); }
   void plane(int code, AcGePoint3d& v, const AcGeVector3d&) {
     if (code == item.restype) begun.push_back(&v);
     (*this)(code, v);
@@ -168,10 +187,27 @@ struct DxfReader {
     if (code == item.restype) v = AcDbObjectId(reinterpret_cast<AcDbStub*>(item.resval.rlname[0]));
   }
   void soft(int code, AcDbObjectId& v) { hard(code, v); }
+  /// The index and the exact colour are kept beside one another, whichever comes first.
+  void colour(int indexCode, int exactCode, AcCmColor& v) {
+    const void* const exactRead = reinterpret_cast<const char*>(&v) + 1;
+    if (item.restype == indexCode) {
+      const auto index = static_cast<Adesk::UInt16>(std::abs(item.resval.rint));
+      isBegun(exactRead) ? v.setIndexBeside(index) : void(v.setColorIndex(index));
+      begun.push_back(&v);
+    } else if (item.restype == exactCode) {
+      const Adesk::UInt16 index = v.colorIndex();
+      v = exactColour(item.resval.rlong);
+      if (isBegun(&v)) v.setIndexBeside(index);
+      begun.push_back(exactRead);
+    }
+  }
+  bool isBegun(const void* field) const {
+    return std::find(begun.begin(), begun.end(), field) != begun.end();
+  }
   template <class T>
   void list(int code, std::vector<T>& all) {
     if (code != item.restype) return;
-    if (std::find(begun.begin(), begun.end(), &all) == begun.end()) begun.push_back(&all), all.clear();
+    if (!isBegun(&all)) begun.push_back(&all), all.clear();
     element(code, all.emplace_back());
   }
   void element(int code, AcDbObjectId& v) { hard(code, v); }
@@ -188,10 +224,12 @@ struct PlaneToWorld {
     v = AcGeMatrix3d::planeToWorld(normal) * v;
   }
   void height(int, double&) {}
+  void optional(int, AcGeVector3d&) {}
   template <class Table>
   void named(int, AcDbObjectId&) {}
   void hard(int, AcDbObjectId&) {}
   void soft(int, AcDbObjectId&) {}
+  void colour(int, int, AcCmColor&) {}
   template <class T>
   void list(int, std::vector<T>&) {}
 };
@@ -216,7 +254,10 @@ Acad::ErrorStatus readDxf(AcDbDxfFiler* filer, const ACHAR* subclass, Fields fie
 /// fields by `BRX_DECLARES_FIELDS` it is `fields`.
 #define HOST_FILING(Class, Base, Fields) HOST_FILING_AS(Class, Base, Fields, L"" #Class)
 /// With another name of the subclass in DXF files.
-#define HOST_FILING_AS(Class, Base, Fields, Subclass)                                         \
+#define HOST_FILING_AS(Class, Base, Fields, Subclass) \
+  HOST_FILING_MARKED(Class, Base, Fields, Subclass, Subclass)
+/// With one that is written for some objects and read as another.
+#define HOST_FILING_MARKED(Class, Base, Fields, Subclass, Written)                            \
   Acad::ErrorStatus Class::dwgOutFields(AcDbDwgFiler* filer) const {                          \
     Base::dwgOutFields(filer);                                                                \
     host::DwgWriter visitor{*filer};                                                          \
@@ -232,7 +273,7 @@ Acad::ErrorStatus readDxf(AcDbDxfFiler* filer, const ACHAR* subclass, Fields fie
   }                                                                                           \
   Acad::ErrorStatus Class::dxfOutFields(AcDbDxfFiler* filer) const {                          \
     Base::dxfOutFields(filer);                                                                \
-    filer->writeSubclass(Subclass);                                                           \
+    filer->writeSubclass(Written);                                                            \
     host::DxfWriter visitor{*filer};                                                          \
     Fields(visitor, *this);                                                                   \
     return filer->filerStatus();                                                              \

@@ -1,3 +1,4 @@
+#include "host/drawing/curve_range.h"
 #include "host/drawing/fields.h"
 #include "host/drawing/path.h"
 
@@ -19,27 +20,29 @@ Acad::ErrorStatus AcDbLine::getEndParam(double& param) const {
   return param = start_.distanceTo(end_), Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getPointAtParam(double param, AcGePoint3d& point) const {
+  if (!host::within(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
   return point = start_ + (end_ - start_).normal() * param, Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getParamAtPoint(const AcGePoint3d& point, double& param) const {
-  param = (point - start_).dotProduct((end_ - start_).normal());
-  return Acad::eOk;
+  AcGePoint3d nearest;
+  getClosestPointTo(point, nearest);
+  if (!host::isOnCurve(point, nearest)) return Acad::eInvalidInput;
+  return param = start_.distanceTo(nearest), Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getDistAtParam(double param, double& distance) const {
+  if (!host::within(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
   return distance = param, Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getParamAtDist(double distance, double& param) const {
-  return param = distance, Acad::eOk;
+  return getDistAtParam(distance, param);
 }
-Acad::ErrorStatus AcDbLine::getFirstDeriv(double, AcGeVector3d& derivative) const {
+Acad::ErrorStatus AcDbLine::getFirstDeriv(double param, AcGeVector3d& derivative) const {
+  if (!host::within(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
   return derivative = (end_ - start_).normal(), Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
                                               bool extend) const {
-  double param = 0;
-  getParamAtPoint(given, param);
-  if (!extend) param = std::clamp(param, 0.0, start_.distanceTo(end_));
-  return getPointAtParam(param, closest);
+  return getClosestPointTo(given, AcGeVector3d{}, closest, extend);
 }
 Acad::ErrorStatus AcDbLine::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                               AcGePoint3d& closest, bool extend) const {

@@ -225,17 +225,11 @@ Acad::ErrorStatus AcDbMText::dwgOutFields(AcDbDwgFiler* filer) const {
   AcDbEntity::dwgOutFields(filer);
   host::DwgWriter visitor{*filer};
   HostAccess::mtext(visitor, *this);
-  filer->writeBool(backgroundColor_.isByColor());
-  return filer->writeInt32(static_cast<Adesk::Int32>(
-      backgroundColor_.isByColor() ? backgroundColor_.rgb() : backgroundColor_.colorIndex()));
+  visitor.colour(63, 421, backgroundColor_);
+  return filer->filerStatus();
 }
 
 namespace {
-
-void setExact(AcCmColor& colour, Adesk::Int32 rgb) {
-  colour.setRGB(static_cast<Adesk::UInt8>(rgb >> 16), static_cast<Adesk::UInt8>(rgb >> 8),
-                static_cast<Adesk::UInt8>(rgb));
-}
 
 /// Contents are cut into pieces of at most 250 letters: all but the last under code 3.
 constexpr size_t longestPiece = 250;
@@ -255,13 +249,8 @@ Acad::ErrorStatus AcDbMText::dwgInFields(AcDbDwgFiler* filer) {
   AcDbEntity::dwgInFields(filer);
   host::DwgReader visitor{*filer};
   HostAccess::mtext(visitor, *this);
-  bool exact = false;
-  Adesk::Int32 value = 256;
-  filer->readBool(&exact);
-  const Acad::ErrorStatus status = filer->readInt32(&value);
-  if (exact) setExact(backgroundColor_, value);
-  if (!exact) backgroundColor_.setColorIndex(static_cast<Adesk::UInt16>(value));
-  return status;
+  visitor.colour(63, 421, backgroundColor_);
+  return filer->filerStatus();
 }
 
 Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
@@ -295,14 +284,13 @@ Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
   std::wstring former;
   double rotation = 0;
   bool turned = false;
+  host::DxfReader reader{*filer, item};
   while (filer->readItem(&item) == Acad::eOk) {
-    host::DxfReader reader{*filer, item};
     const Adesk::Int16 background = background_;
     HostAccess::mtext(reader, *this);
     if (reader.status != Acad::eOk) return reader.status;
     if (item.restype == 3) former += item.resval.rstring;
-    if (item.restype == 63) backgroundColor_.setColorIndex(static_cast<Adesk::UInt16>(item.resval.rint));
-    if (item.restype == 421) setExact(backgroundColor_, item.resval.rlong);
+    reader.colour(63, 421, backgroundColor_);
     background_ = background;
     if (item.restype == 90) background_ = static_cast<Adesk::Int16>(item.resval.rlong & 0x7FFF);
     // Of direction and angle the one that comes last counts.

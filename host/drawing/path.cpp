@@ -1,6 +1,8 @@
 #include "host/drawing/path.h"
 
+#include "host/drawing/curve_range.h"
 #include "host/drawing/wide_path.h"
+
 namespace host {
 
 EllipseArc arcOf(const Segment& s) {
@@ -52,7 +54,7 @@ std::unique_ptr<AcDbCurve> Segment::curve(bool& reversed) const {
 }
 
 bool Path::place(double param, size_t& index, double& share) const {
-  if (segments_.empty() || !(param >= 0) || param > endParam()) return false;
+  if (segments_.empty() || !within(param, 0, endParam())) return false;
   index = std::min(static_cast<size_t>(param), segments_.size() - 1);
   share = param - static_cast<double>(index);
   return true;
@@ -78,17 +80,16 @@ Acad::ErrorStatus Path::distanceAt(double param, double& distance) const {
   return Acad::eOk;
 }
 Acad::ErrorStatus Path::paramAtDistance(double distance, double& param) const {
-  if (!(distance >= 0)) return Acad::eInvalidInput;
-  const double limit = AcGeContext::gTol.equalPoint();
+  double whole = 0;
+  for (const Segment& each : segments_) whole += each.length();
+  if (!within(distance, 0, whole)) return Acad::eInvalidInput;
   for (size_t i = 0; i < segments_.size(); ++i) {
     const double length = segments_[i].length();
-    const bool isLast = i + 1 == segments_.size();
-    if (length > 0 && distance <= length + (isLast ? limit : 0)) {
-      return param = static_cast<double>(i) + std::min(distance / length, 1.0), Acad::eOk;
-    }
+    if (length > 0 && distance <= length)
+      return param = static_cast<double>(i) + distance / length, Acad::eOk;
     distance -= length;
   }
-  return Acad::eInvalidInput;
+  return segments_.empty() ? Acad::eInvalidInput : (param = endParam(), Acad::eOk);
 }
 Acad::ErrorStatus Path::closest(const AcGePoint3d& given, const AcGeVector3d* direction, bool extend,
                                 AcGePoint3d& found, double* param) const {
@@ -113,9 +114,7 @@ Acad::ErrorStatus Path::paramOf(const AcGePoint3d& point, double& param) const {
   AcGePoint3d near;
   const Acad::ErrorStatus status = closest(point, nullptr, false, near, &param);
   if (status != Acad::eOk) return status;
-  // Points come from calculations on the curve, whose rounding grows with the coordinates.
-  const double limit = 1e-6 * std::max(1.0, point.asVector().length());
-  return near.distanceTo(point) <= limit ? Acad::eOk : Acad::eInvalidInput;
+  return isOnCurve(point, near) ? Acad::eOk : Acad::eInvalidInput;
 }
 
 void Path::draw(AcGiWorldDraw& draw) const {
