@@ -28,6 +28,7 @@ class BRX_API AcDbLeader : public AcDbCurve {
   BRX_DRAWS_ITSELF
   BRX_SNAPS_ITSELF
   BRX_STRETCHES_ITSELF
+  void subSetDatabaseDefaults(AcDbDatabase& database) override;
   Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const override;
 
  private:

@@ -146,12 +146,25 @@ class BRX_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   bool off_ = false, plottable_ = true;
 };
 
+/// A text or a shape at the end of a dash, as drawing files have it. The offset is in drawing units, the
+/// rotation in radians against the line or, by its flag, against the X axis.
+struct BrxDashSign {
+  enum : Adesk::Int16 { isUpright = 1, isText = 2, isShape = 4 };
+  Adesk::Int16 dash = 0, flags = 0, shape = 0;
+  AcDbObjectId style;  // of a shape's file, or of the text
+  double scale = 1, rotation = 0, offsetX = 0, offsetY = 0;
+  std::wstring text;
+};
+
 class BRX_API AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
  public:
   ACRX_DECLARE_MEMBERS(AcDbLinetypeTableRecord)
   std::wstring comments() const { return comments_; }
   /// Lengths in drawing units: above 0 a dash, below a gap, 0 a dot. Empty for a continuous line.
   const std::vector<double>& dashes() const { return dashes_; }
+  /// In the order of the dashes; most have none.
+  const std::vector<BrxDashSign>& signs() const { return signs_; }
+  /// Without signs.
   void setPattern(std::wstring comments, std::vector<double> dashes);
   double patternLength() const;
   BRX_FILES_ITSELF
@@ -160,6 +173,7 @@ class BRX_API AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
   friend struct HostAccess;
   std::wstring comments_;
   std::vector<double> dashes_;
+  std::vector<BrxDashSign> signs_;
 };
 
 class BRX_API AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {

@@ -4,7 +4,7 @@
 
 #include "brx/db_calls.h"
 #include "brx/lisp_calls.h"
-#include "host/access/spaces.h"
+#include "host/drawing/spaces.h"
 #include "host/drawing/stubs.h"
 #include "host/drawing/subentities.h"
 

@@ -25,6 +25,8 @@ void CommandInput::say(const std::wstring& text) {
   if (isOn(L"CMDECHO")) commandLine().print(text);
 }
 
+void CommandInput::tell(const std::wstring& text) { commandLine().print(text); }
+
 InputItem CommandInput::take(Wanted wanted) {
   Argument argument = std::move(arguments.front());
   arguments.pop_front();

@@ -24,6 +24,8 @@ class CommandInput : public InputSource {
 
   void prompt(const std::wstring& text) override;
   void say(const std::wstring& text) override;
+  /// What a person must know, whatever CMDECHO says: something was not done.
+  void tell(const std::wstring& text);
   bool ready() const override { return !arguments.empty(); }
   /// Throws `CommandCancelled`.
   InputItem take(Wanted wanted) override;

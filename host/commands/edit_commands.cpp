@@ -33,7 +33,7 @@ Task<> move(CommandInput& input) {
   if (chosen.empty()) co_return;
   const Answer base = co_await input.point(L"\nSpecify base point or displacement: ", {}, {}, noNull);
   const auto by = co_await askDisplacement(input, base.point);
-  transformAll(chosen, AcGeMatrix3d::translation(*by));
+  transformAll(input, chosen, AcGeMatrix3d::translation(*by));
 }
 
 /// Copies go on until Enter.
@@ -42,13 +42,17 @@ Task<> copy(CommandInput& input) {
   if (chosen.empty()) co_return;
   const Answer base = co_await input.point(L"\nSpecify base point or displacement: ", {}, {}, noNull);
   const auto by = co_await askDisplacement(input, base.point);
-  transformAll(copyAll(chosen, currentSpace()), AcGeMatrix3d::translation(*by));
+  transformCopies(input, chosen, AcGeMatrix3d::translation(*by));
   while (true) {
     const Answer next =
         co_await input.point(L"\nSpecify second point or [Exit/Undo] <Exit>: ", base.point, L"Exit");
     if (!next.given()) co_return;
-    transformAll(copyAll(chosen, currentSpace()), AcGeMatrix3d::translation(next.point - base.point));
+    transformCopies(input, chosen, AcGeMatrix3d::translation(next.point - base.point));
   }
+}
+
+void transform(CommandInput& input, const Entities& chosen, const AcGeMatrix3d& matrix, bool copies) {
+  (copies ? transformCopies : transformAll)(input, chosen, matrix);
 }
 
 struct Turn {
@@ -82,8 +86,7 @@ Task<> rotate(CommandInput& input) {
   if (chosen.empty()) co_return;
   const Answer base = co_await input.point(L"\nSpecify base point: ", {}, {}, noNull);
   const Turn turn = co_await askTurn(input, base.point);
-  const Entities changed = turn.copies ? copyAll(chosen, currentSpace()) : chosen;
-  transformAll(changed, AcGeMatrix3d::rotation(turn.angle, AcGeVector3d::kZAxis, base.point));
+  transform(input, chosen, AcGeMatrix3d::rotation(turn.angle, AcGeVector3d::kZAxis, base.point), turn.copies);
 }
 
 struct Growth {
@@ -119,8 +122,7 @@ Task<> scale(CommandInput& input) {
   if (chosen.empty()) co_return;
   const Answer base = co_await input.point(L"\nSpecify base point: ", {}, {}, noNull);
   const Growth growth = co_await askGrowth(input, base.point);
-  const Entities changed = growth.copies ? copyAll(chosen, currentSpace()) : chosen;
-  transformAll(changed, AcGeMatrix3d::scaling(growth.factor, base.point));
+  transform(input, chosen, AcGeMatrix3d::scaling(growth.factor, base.point), growth.copies);
 }
 
 /// Reflection in the upright plane through two points.
@@ -139,8 +141,7 @@ Task<> mirror(CommandInput& input) {
   const Answer b = co_await input.point(L"\nSpecify second point of mirror line: ", a.point, {}, noNull);
   const Answer erases = co_await input.keyword(L"\nErase source objects? [Yes/No] <N>: ", L"Yes No");
   if (a.point.distanceTo(b.point) <= tooSmallToDivide) co_return;
-  const Entities changed = erases.text == L"Yes" ? chosen : copyAll(chosen, currentSpace());
-  transformAll(changed, mirroring(a.point, b.point));
+  transform(input, chosen, mirroring(a.point, b.point), erases.text != L"Yes");
 }
 
 /// The parts of one entity; nothing when it has none, and stays.
@@ -166,7 +167,7 @@ Task<> explode(CommandInput& input) {
     for (auto& part : parts) appendTo(currentSpace(), std::move(part));
     eraseAll({id});
   }
-  if (kept) input.say(L"\n" + std::to_wstring(kept) + L" could not be exploded.");
+  if (kept) input.tell(L"\n" + std::to_wstring(kept) + L" could not be exploded.");
 }
 
 AcDbObjectIdArray inSpace(const Entities& chosen, AcDbObjectId space) {

@@ -1,3 +1,5 @@
+#include <array>
+
 #include "brx/db_attributes.h"
 #include "brx/lisp_calls.h"
 #include "host/drawing/subentities.h"
@@ -15,7 +17,8 @@ void AcDbBlockReference::fields(Visitor& v, Self& o) {
   v(44, o.columnSpacing_), v(45, o.rowSpacing_), v(210, o.normal_);
   host::visitSubentities(v, o.attributes_);
 }
-HOST_FILING(AcDbBlockReference, AcDbEntity, fields)
+HOST_FILING_MARKED(AcDbBlockReference, AcDbEntity, fields, L"AcDbBlockReference",
+                   isGrid() ? L"AcDbMInsertBlock" : L"AcDbBlockReference")
 
 Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbAttribute* attribute) {
   return host::appendSubentity(*this, attribute);
@@ -79,29 +82,59 @@ Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Visit visit) {
 
 }  // namespace
 
+namespace {
+
+/// Places of a grid, of which files may ask for more than could be drawn.
+class Grid {
+ public:
+  explicit Grid(const AcDbBlockReference& reference)
+      : turned_(AcGeMatrix3d::planeToWorld(reference.normal()) *
+                AcGeMatrix3d::rotation(reference.rotation(), {0, 0, 1})),
+        columns_(std::max<int>(reference.columns(), 1)),
+        rows_(std::max<int>(reference.rows(), 1)),
+        columnSpacing_(reference.columnSpacing()),
+        rowSpacing_(reference.rowSpacing()) {}
+  int cells() const { return std::min(columns_ * rows_, mostCells); }
+  /// From the first place.
+  AcGeVector3d shift(int cell) const {
+    return turned_ * AcGeVector3d{cell % columns_ * columnSpacing_, cell / columns_ * rowSpacing_, 0};
+  }
+  std::array<AcGeVector3d, 4> corners() const {
+    const int right = columns_ - 1, top = (rows_ - 1) * columns_;
+    return {shift(0), shift(right), shift(top), shift(top + right)};
+  }
+
+ private:
+  static constexpr int mostCells = 1'000'000;
+  AcGeMatrix3d turned_;
+  int columns_, rows_;
+  double columnSpacing_, rowSpacing_;
+};
+
+}  // namespace
+
 /// The block in each place of the grid, and the attributes, which stand for the block's definitions of
-/// them. Files may ask for more places than could be drawn.
+/// them.
 bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
-  constexpr int mostCells = 1'000'000;
   AcGiGeometry& geometry = draw->geometry();
   const AcGeMatrix3d first = blockTransform();
-  const AcGeMatrix3d turned =
-      AcGeMatrix3d::planeToWorld(normal_) * AcGeMatrix3d::rotation(rotation_, {0, 0, 1});
-  const int columns = std::max<int>(columns_, 1),
-            cells = std::min(columns * std::max<int>(rows_, 1), mostCells);
+  const Grid grid(*this);
+  const int cells = grid.cells();
   bool stopped = false;
   const auto drawOne = [&](AcDbEntity& entity) {
     const AcDbAttributeDefinition* const definition = AcDbAttributeDefinition::cast(&entity);
     if (!stopped && (!definition || definition->isConstant())) stopped = geometry.draw(&entity);
   };
   for (int cell = 0; cell < cells && !stopped; ++cell) {
-    const AcGeVector3d shift =
-        turned * AcGeVector3d{cell % columns * columnSpacing_, cell / columns * rowSpacing_, 0};
-    geometry.pushModelTransform(AcGeMatrix3d::translation(shift) * first);
+    const AcGeMatrix3d shifted = AcGeMatrix3d::translation(grid.shift(cell));
+    geometry.pushModelTransform(shifted * first);
     if (forEachEntity(record_, drawOne) != Acad::eOk) stopped = true;
     geometry.popModelTransform();
+    if (attributes_.ids.empty()) continue;
+    if (cell) geometry.pushModelTransform(shifted);
+    host::forEachSubentity<AcDbAttribute>(attributes_, [&](AcDbAttribute& each) { geometry.draw(&each); });
+    if (cell) geometry.popModelTransform();
   }
-  host::forEachSubentity<AcDbAttribute>(attributes_, [&](AcDbAttribute& each) { geometry.draw(&each); });
   return true;
 }
 
@@ -116,20 +149,38 @@ Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& matrix)
   rotation_ = local.convert2d().angle();
   position_.transformBy(matrix);
   const double factor = matrix.scale();
-  scale_ = {scale_.sx * factor, scale_.sy * (matrix.det() < 0 ? -factor : factor), scale_.sz * factor};
-  columnSpacing_ *= factor, rowSpacing_ *= factor;
+  const double upFactor = matrix.det() < 0 ? -factor : factor;
+  scale_ = {scale_.sx * factor, scale_.sy * upFactor, scale_.sz * factor};
+  columnSpacing_ *= factor, rowSpacing_ *= upFactor;
   return host::changeSubentities<AcDbAttribute>(attributes_,
                                                 [&](AcDbAttribute& each, int) { each.transformBy(matrix); });
 }
 
-Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entities) const {
-  const AcGeMatrix3d matrix = blockTransform();
+namespace {
+
+Acad::ErrorStatus appendParts(AcDbObjectId block, const AcGeMatrix3d& matrix, AcDbVoidPtrArray& parts) {
   Acad::ErrorStatus result = Acad::eOk;
-  const Acad::ErrorStatus status = forEachEntity(record_, [&](AcDbEntity& entity) {
-    const Acad::ErrorStatus moved = host::appendTransformed(entity, matrix, entities);
+  const Acad::ErrorStatus status = forEachEntity(block, [&](AcDbEntity& entity) {
+    const Acad::ErrorStatus moved = host::appendTransformed(entity, matrix, parts);
     if (moved != Acad::eOk) result = moved;
   });
   return status == Acad::eOk ? result : status;
+}
+
+}  // namespace
+
+/// Of all places of a grid. A reference to no block has no parts.
+Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entities) const {
+  if (record_.isNull()) return Acad::eOk;
+  const Grid grid(*this);
+  const AcGeMatrix3d first = blockTransform();
+  Acad::ErrorStatus result = Acad::eOk;
+  for (int cell = 0; cell < grid.cells(); ++cell) {
+    const AcGeMatrix3d shifted = AcGeMatrix3d::translation(grid.shift(cell)) * first;
+    const Acad::ErrorStatus status = appendParts(record_, shifted, entities);
+    if (status != Acad::eOk) result = status;
+  }
+  return result;
 }
 
 namespace {
@@ -148,10 +199,14 @@ Acad::ErrorStatus AcDbBlockReference::subGetGeomExtents(AcDbExtents& extents) co
   Pieces pieces;
   const Descent descent;
   if (descent.tooDeep()) return Acad::eSelfReference;
-  subExplode(pieces.list);
-  bool any = false;
-  for (void* each : pieces.list) any |= static_cast<AcDbEntity*>(each)->getGeomExtents(extents) == Acad::eOk;
-  return any ? Acad::eOk : Acad::eInvalidExtents;
+  appendParts(record_, blockTransform(), pieces.list);
+  AcDbExtents first;
+  for (void* each : pieces.list) static_cast<AcDbEntity*>(each)->getGeomExtents(first);
+  if (first.isEmpty()) return Acad::eInvalidExtents;
+  for (const AcGeVector3d& shift : Grid(*this).corners()) {
+    extents.addPoint(first.minPoint() + shift), extents.addPoint(first.maxPoint() + shift);
+  }
+  return Acad::eOk;
 }
 Acad::ErrorStatus AcDbBlockReference::subGetStretchPoints(AcGePoint3dArray& points) const {
   return points.append(position_), Acad::eOk;

@@ -1,9 +1,8 @@
-#include <cwctype>
-
 #include "brx/db_calls.h"
 #include "host/drawing/memory_filer.h"
 #include "host/drawing/standard_drawing.h"
 #include "host/drawing/stubs.h"
+#include "platform/text/letters.h"
 
 namespace {
 
@@ -189,11 +188,7 @@ void AcDbDatabase::undoKeep(size_t) {
 
 namespace host {
 
-std::wstring symbolKey(const ACHAR* name) {
-  std::wstring key(name ? name : L"");
-  for (wchar_t& letter : key) letter = static_cast<wchar_t>(std::towupper(static_cast<wint_t>(letter)));
-  return key;
-}
+std::wstring symbolKey(const ACHAR* name) { return upperCased(name ? name : L""); }
 
 }  // namespace host
 

@@ -1,5 +1,6 @@
 #include "host/drawing/proxies.h"
 
+#include "host/drawing/carried_transform.h"
 #include "host/drawing/fields.h"
 #include "host/rx/registry.h"
 
@@ -75,9 +76,16 @@ void readData(AcDbDwgFiler& filer, BrxProxyData& data) {
     data_->groups->dxfOut(*filer);                                                              \
     return filer->filerStatus();                                                                \
   }                                                                                             \
-  Acad::ErrorStatus Class::dxfInFields(AcDbDxfFiler* filer) { return Base::dxfInFields(filer); }
+  Acad::ErrorStatus Class::dxfInFields(AcDbDxfFiler* filer) {                                   \
+    assertWriteEnabled();                                                                       \
+    return Base::dxfInFields(filer);                                                            \
+  }
 HOST_PROXY(AcDbProxyObject, AcDbObject)
 HOST_PROXY(AcDbProxyEntity, AcDbEntity)
+
+Acad::ErrorStatus AcDbProxyEntity::subTransformBy(const AcGeMatrix3d& matrix) {
+  return host::transformCarried(*this, matrix);
+}
 
 namespace host {
 namespace {

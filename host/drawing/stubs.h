@@ -117,6 +117,8 @@ struct HostAccess {
       table.byName_.erase(old);
     }
     table.byName_[to] = id;
+    // Records that are kept by their names may be others now.
+    if (table.database()) table.database()->imp().standards.clear();
   }
   static void line(auto& v, auto& o) {
     v(39, o.thickness_), v(10, o.start_), v(11, o.end_), v(210, o.normal_);

@@ -243,7 +243,10 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
   if (!filer->atSubclassData(L"AcDbLayerTableRecord")) return Acad::eBadDxfSequence;
   resbuf item{};
   Acad::ErrorStatus status = Acad::eOk;
+  host::DxfReader reader{*filer, item};
   while (status == Acad::eOk && filer->readItem(&item) == Acad::eOk) {
+    reader.colour(62, 420, color_);
+    reader.named<AcDbLinetypeTable>(6, linetype_);
     switch (item.restype) {
       case 2:
         status = setName(item.resval.rstring);
@@ -253,21 +256,12 @@ Acad::ErrorStatus AcDbLayerTableRecord::dxfInFields(AcDbDxfFiler* filer) {
         break;
       case 62:
         off_ = item.resval.rint < 0;
-        color_.setColorIndex(static_cast<Adesk::UInt16>(std::abs(item.resval.rint)));
         break;
-      case 6: {
-        host::DxfReader reader{*filer, item};
-        reader.named<AcDbLinetypeTable>(6, linetype_);
-        break;
-      }
       case 290:
         plottable_ = item.resval.rint != 0;
         break;
       case 390:
         plotStyle_ = AcDbObjectId(reinterpret_cast<AcDbStub*>(item.resval.rlname[0]));
-        break;
-      case 420:
-        color_ = host::exactColour(item.resval.rlong);
         break;
       case 370:
         lineWeight_ = item.resval.rint;
@@ -283,6 +277,7 @@ void AcDbLinetypeTableRecord::setPattern(std::wstring comments, std::vector<doub
   assertWriteEnabled();
   comments_ = std::move(comments);
   dashes_ = std::move(dashes);
+  signs_.clear();
 }
 double AcDbLinetypeTableRecord::patternLength() const {
   double sum = 0;
@@ -294,8 +289,37 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dwgOutFields(AcDbDwgFiler* filer) con
   filer->writeString(comments_.c_str());
   filer->writeInt16(static_cast<Adesk::Int16>(dashes_.size()));
   for (const double dash : dashes_) filer->writeDouble(dash);
+  filer->writeInt16(static_cast<Adesk::Int16>(signs_.size()));
+  for (const BrxDashSign& each : signs_) {
+    for (const Adesk::Int16 value : {each.dash, each.flags, each.shape}) filer->writeInt16(value);
+    filer->writeHardPointerId(each.style);
+    for (const double value : {each.scale, each.rotation, each.offsetX, each.offsetY})
+      filer->writeDouble(value);
+    filer->writeString(each.text.c_str());
+  }
   return filer->filerStatus();
 }
+
+namespace {
+
+/// Snapshots of the first format end before the signs.
+void readSigns(AcDbDwgFiler& filer, std::vector<BrxDashSign>& signs) {
+  Adesk::Int16 count = 0;
+  if (filer.readInt16(&count) == Acad::eEndOfFile) filer.resetFilerStatus();
+  signs.clear();
+  for (; count > 0 && filer.filerStatus() == Acad::eOk; --count) {
+    BrxDashSign& each = signs.emplace_back();
+    for (Adesk::Int16* const value : {&each.dash, &each.flags, &each.shape}) filer.readInt16(value);
+    host::DwgReader reader{filer};
+    reader.hard(340, each.style);
+    for (double* const value : {&each.scale, &each.rotation, &each.offsetX, &each.offsetY})
+      filer.readDouble(value);
+    reader(9, each.text);
+  }
+}
+
+}  // namespace
+
 Acad::ErrorStatus AcDbLinetypeTableRecord::dwgInFields(AcDbDwgFiler* filer) {
   AcDbSymbolTableRecord::dwgInFields(filer);
   host::DwgReader{*filer}(3, comments_);
@@ -303,8 +327,25 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dwgInFields(AcDbDwgFiler* filer) {
   filer->readInt16(&count);
   dashes_.assign(static_cast<size_t>(std::max<Adesk::Int16>(count, 0)), 0);
   for (double& dash : dashes_) filer->readDouble(&dash);
+  readSigns(*filer, signs_);
   return filer->filerStatus();
 }
+
+namespace {
+
+void writeSign(AcDbDxfFiler& filer, const BrxDashSign& sign) {
+  filer.writeInt16(74, sign.flags);
+  filer.writeInt16(75, sign.shape);
+  if (!sign.style.isNull()) filer.writeObjectId(340, sign.style);
+  filer.writeDouble(46, sign.scale);
+  filer.writeDouble(50, sign.rotation);
+  filer.writeDouble(44, sign.offsetX);
+  filer.writeDouble(45, sign.offsetY);
+  if (sign.flags & BrxDashSign::isText) filer.writeString(9, sign.text.c_str());
+}
+
+}  // namespace
+
 Acad::ErrorStatus AcDbLinetypeTableRecord::dxfOutFields(AcDbDxfFiler* filer) const {
   AcDbSymbolTableRecord::dxfOutFields(filer);
   filer->writeSubclass(L"AcDbLinetypeTableRecord");
@@ -314,23 +355,39 @@ Acad::ErrorStatus AcDbLinetypeTableRecord::dxfOutFields(AcDbDxfFiler* filer) con
   filer->writeInt16(72, 65);
   filer->writeInt16(73, static_cast<Adesk::Int16>(dashes_.size()));
   filer->writeDouble(40, patternLength());
-  for (const double dash : dashes_) {
-    filer->writeDouble(49, dash);
-    filer->writeInt16(74, 0);
+  auto sign = signs_.begin();
+  for (size_t i = 0; i < dashes_.size(); ++i) {
+    filer->writeDouble(49, dashes_[i]);
+    const bool hasSign = sign != signs_.end() && sign->dash == static_cast<Adesk::Int16>(i);
+    if (!hasSign) filer->writeInt16(74, 0);
+    for (; sign != signs_.end() && sign->dash == static_cast<Adesk::Int16>(i); ++sign)
+      writeSign(*filer, *sign);
   }
   return filer->filerStatus();
 }
+namespace {
+
+void readSign(host::DxfReader& reader, BrxDashSign& sign) {
+  if (reader.item.restype == 74 && reader.item.resval.rint == 0) return;
+  reader(74, sign.flags), reader(75, sign.shape), reader.hard(340, sign.style), reader(46, sign.scale);
+  reader(50, sign.rotation), reader(44, sign.offsetX), reader(45, sign.offsetY), reader(9, sign.text);
+}
+
+}  // namespace
+
 Acad::ErrorStatus AcDbLinetypeTableRecord::dxfInFields(AcDbDxfFiler* filer) {
   assertWriteEnabled();
   if (!filer->atSubclassData(L"AcDbLinetypeTableRecord")) return Acad::eBadDxfSequence;
   resbuf item{};
-  bool first = true;
+  host::DxfReader reader{*filer, item};
   while (filer->readItem(&item) == Acad::eOk) {
     if (item.restype == 2) setName(item.resval.rstring);
-    if (item.restype == 3) comments_ = item.resval.rstring;
-    if (item.restype != 49) continue;
-    if (first) dashes_.clear(), first = false;
-    dashes_.push_back(item.resval.rreal);
+    if (item.restype == 49 && !reader.isBegun(&dashes_)) signs_.clear();
+    reader(3, comments_), reader.list(49, dashes_);
+    if (item.restype == 74 && item.resval.rint && !dashes_.empty()) {
+      signs_.emplace_back().dash = static_cast<Adesk::Int16>(dashes_.size() - 1);
+    }
+    if (!signs_.empty()) readSign(reader, signs_.back());
   }
   return filer->filerStatus();
 }

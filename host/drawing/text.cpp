@@ -16,8 +16,11 @@ struct Placed {
   host::text::Layout layout;
   host::text::Measure ink;
   host::text::Format format;
-  /// From the left end of the base line to the alignment point.
+  /// From the beginning of the base line to the alignment point.
   double along = 0, above = 0;
+  /// -1 where the text is backward or upside down: it runs and rises the other way from the frame's origin.
+  double runs = 1, rises = 1;
+  AcGePoint3d point(double x, double y) const { return frame.point(runs * x, rises * y); }
 };
 
 host::text::Layout layOutParts(const std::wstring& text, host::text::Format format,
@@ -75,6 +78,7 @@ Placed place(const AcDbText& text) {
                            AcGeVector3d{std::cos(text.rotation()), std::sin(text.rotation()), 0};
   const bool filling = fills(text);
   if (filling) direction = text.alignmentPoint() - text.position();
+  placed.runs = text.isMirroredInX() ? -1 : 1, placed.rises = text.isMirroredInY() ? -1 : 1;
   placed.format = host::formatOf(text.textStyle());
   placed.format.height = text.height();
   placed.format.widthFactor = text.widthFactor();
@@ -91,7 +95,7 @@ Placed place(const AcDbText& text) {
   if (filling || text.isDefaultAlignment()) return placed;
   findAlignment(text, placed);
   placed.frame.origin = text.alignmentPoint();
-  placed.frame.origin = placed.frame.point(-placed.along, -placed.above);
+  placed.frame.origin = placed.point(-placed.along, -placed.above);
   return placed;
 }
 
@@ -147,12 +151,12 @@ Acad::ErrorStatus AcDbText::setNormal(const AcGeVector3d& normal) {
 Acad::ErrorStatus AcDbText::mirrorInX(bool mirrored) {
   assertWriteEnabled();
   generation_ = static_cast<Adesk::Int16>(mirrored ? generation_ | 2 : generation_ & ~2);
-  return Acad::eOk;
+  return adjustAlignment();
 }
 Acad::ErrorStatus AcDbText::mirrorInY(bool mirrored) {
   assertWriteEnabled();
   generation_ = static_cast<Adesk::Int16>(mirrored ? generation_ | 4 : generation_ & ~4);
-  return Acad::eOk;
+  return adjustAlignment();
 }
 Acad::ErrorStatus AcDbText::setHorizontalMode(AcDb::TextHorzMode mode) {
   if (mode < AcDb::kTextLeft || mode > AcDb::kTextFit) return Acad::eInvalidInput;
@@ -163,7 +167,7 @@ Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
   return assertWriteEnabled(), vertical_ = static_cast<Adesk::Int16>(mode), adjustAlignment();
 }
 
-/// Backward text is mirrored about the left end of its base line, upside-down text about the line.
+/// Backward and upside-down text is mirrored about the point at which it stands.
 bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
   if (!(height_ > 0)) return true;
   const Placed placed = place(*this);
@@ -171,7 +175,7 @@ bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
   if (!isMirroredInX() && !isMirroredInY()) return drawText(*draw, frame, placed.layout, color()), true;
   AcGeMatrix3d local, mirror;
   local.setToCoordSystem(frame.origin, frame.x, frame.y, frame.normal);
-  mirror(0, 0) = isMirroredInX() ? -1 : 1, mirror(1, 1) = isMirroredInY() ? -1 : 1;
+  mirror(0, 0) = placed.runs, mirror(1, 1) = placed.rises;
   draw->geometry().pushModelTransform(local * mirror * local.inverse());
   drawText(*draw, frame, placed.layout, color());
   draw->geometry().popModelTransform();
@@ -180,7 +184,7 @@ bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
 Acad::ErrorStatus AcDbText::subGetGeomExtents(AcDbExtents& extents) const {
   const Placed placed = place(*this);
   if (placed.ink.blank()) return extents.addPoint(placed.frame.origin);
-  const double x = isMirroredInX() ? -1 : 1, y = isMirroredInY() ? -1 : 1;
+  const double x = placed.runs, y = placed.rises;
   placed.frame.addBox(extents, x * placed.ink.left, y * std::min(placed.ink.bottom, 0.0),
                       x * placed.ink.right, y * placed.ink.top);
   return Acad::eOk;
@@ -195,8 +199,8 @@ Acad::ErrorStatus AcDbText::subTransformBy(const AcGeMatrix3d& matrix) {
   host::TextFrame frame = moved.frame;
   const double scale = matrix.scale();
   // What was at the right or at the top is where the mirrored text begins.
-  if (moved.swapsSides && !filling) frame.origin = matrix * placed.frame.point(placed.ink.advance, 0);
-  if (moved.swapsRows) frame.origin = matrix * placed.frame.point(0, placed.format.height);
+  if (moved.swapsSides && !filling) frame.origin = matrix * placed.point(placed.ink.advance, 0);
+  if (moved.swapsRows) frame.origin = matrix * placed.point(0, placed.format.height);
   normal_ = frame.normal;
   rotation_ = rotationOf(frame);
   height_ *= scale;
@@ -205,8 +209,8 @@ Acad::ErrorStatus AcDbText::subTransformBy(const AcGeMatrix3d& matrix) {
     if (moved.swapsSides) std::swap(position_, alignment_);
   } else {
     position_ = frame.origin;
-    alignment_ =
-        isDefaultAlignment() ? matrix * alignment_ : frame.point(placed.along * scale, placed.above * scale);
+    const double along = placed.runs * placed.along * scale, above = placed.rises * placed.above * scale;
+    if (!isDefaultAlignment()) alignment_ = frame.point(along, above);
   }
   return Acad::eOk;
 }

@@ -10,6 +10,7 @@
 #include "host/filing/dxf_index.h"
 #include "host/filing/dxf_tables.h"
 #include "host/filing/handles.h"
+#include "host/filing/layout_links.h"
 #include "host/filing/object_walk.h"
 #include "host/rx/registry.h"
 #include "platform/text/utf.h"
@@ -32,6 +33,7 @@ class DrawingReader {
     forEachSection("BLOCKS", [&](DxfWalk& walk) { readDxfBlocks(walk, objects); });
     forEachSection("ENTITIES", [&](DxfWalk& walk) { readDxfEntities(walk, objects); });
     forEachSection("OBJECTS", [&](DxfWalk& walk) { readObjects(walk, objects); });
+    linkLayouts(drawing_);
     completeDrawing(drawing_);
     for (const DxfIndex::Section& each : index_.sections) {
       if (each.name == "HEADER") readDxfHeader(tokens_, each.start, objects);

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "brx/db_block.h"
 #include "brx/db_proxy.h"
 #include "host/drawing/standard_drawing.h"
 #include "host/filing/block_ends.h"
@@ -20,6 +21,12 @@ std::string dxfNameOf(const AcDbObject& object) {
   if (const auto* const other = AcDbProxyObject::cast(&object)) return toUtf8(other->originalDxfName());
   const ACHAR* const name = object.isA()->dxfName();
   return name ? toUtf8(name) : std::string();
+}
+
+/// Other programs refuse a file with a reference to a block that isn't in it.
+bool namesNothing(const AcDbEntity& entity) {
+  const auto* const reference = AcDbBlockReference::cast(&entity);
+  return reference && !isLiving(reference->blockTableRecord());
 }
 
 class DrawingWriter {
@@ -60,6 +67,7 @@ class DrawingWriter {
   /// Handles are given before the header tells the next free one.
   void prepare() {
     completeDrawing(drawing_);
+    drawing_.updateExt();
     forEachBlock([](AcDbBlockTableRecord& each) {
       prepareBlockEnds(each);
       forEachEntity(each, [](AcDbEntity& entity) {
@@ -107,6 +115,7 @@ class DrawingWriter {
   void contents(AcDbBlockTableRecord& block) {
     const bool inPaperSpace = block.objectId() == drawing_.paperSpaceId();
     forEachEntity(block, [&](AcDbEntity& entity) {
+      if (namesNothing(entity)) return;
       object(entity, 5, inPaperSpace);
       forEachFiledSubentity(entity, [&](AcDbEntity& each) { object(each, 5, inPaperSpace); });
     });
