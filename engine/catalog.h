@@ -8,9 +8,9 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/collation.h"
 #include "engine/database.h"
 #include "engine/jet_sql/catalog.h"
+#include "engine/text/collation.h"
 
 /// The tables that a database keeps about itself, made in an empty file. Part of the caller's transaction.
 void createSystemTables(Database& database);

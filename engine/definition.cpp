@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
-#include "engine/collation.h"
 #include "engine/errors.h"
+#include "engine/text/collation.h"
 #include "platform/text/utf.h"
 
 namespace {

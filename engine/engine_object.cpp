@@ -4,7 +4,7 @@
 
 #include "engine/compact.h"
 #include "engine/definition.h"
-#include "engine/mdb/jet_kind.h"
+#include "engine/jet_kind.h"
 #include "platform/text/utf.h"
 
 COleSafeArray arrayOfNames(const std::vector<std::string>& names) {

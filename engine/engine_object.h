@@ -9,10 +9,10 @@
 #include "engine/catalog.h"
 #include "engine/cursor.h"
 #include "engine/jet_snapshot.h"
+#include "interfaces/engine.h"
 #include "platform/com/com_error.h"
-#include "zarbo/database/engine.h"
 
-/// The engine: what `zarbo/database/engine.h` says, over one database file. Made with one reference.
+/// The engine: what `interfaces/engine.h` says, over one database file. Made with one reference.
 class EngineObject final : public IZbEngine {
  public:
   EngineObject() = default;

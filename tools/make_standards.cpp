@@ -12,10 +12,10 @@
 #include <string>
 #include <vector>
 
+#include "interfaces/engine.h"
 #include "platform/com/class_objects.h"
 #include "platform/com/owners.h"
 #include "platform/text/utf.h"
-#include "zarbo/database/engine.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "engine/collation.h"
+#include "engine/text/collation.h"
 #include "platform/com/class_objects.h"
 #include "platform/text/utf.h"
 

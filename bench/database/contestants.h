@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "bench/database/lisp_host.h"
+#include "interfaces/engine.h"
 #include "platform/com/com_ptr.h"
 #include "platform/com/owners.h"
-#include "zarbo/database/engine.h"
 
 /// The table T of every contestant: a counter, a text with an index, and ten plain columns, of which the
 /// 1st, 4th, … are whole numbers, the 2nd, 5th, … real ones and the 3rd, 6th, … texts.

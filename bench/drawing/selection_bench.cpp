@@ -8,7 +8,7 @@
 #include "brx/db_database.h"
 #include "host/access/access_functions.h"
 #include "host/bridge/document_lisp.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/editor/editor_functions.h"
 #include "host/rx/modules.h"

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <map>
 
-#include "engine/collation.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 namespace {

@@ -2,9 +2,9 @@
 #include <iterator>
 #include <map>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/binder.h"
 #include "engine/jet_sql/functions.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 namespace {

@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/execution.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 

@@ -1,7 +1,7 @@
 #include "engine/jet_sql/expression.h"
 
-#include "engine/collation.h"
 #include "engine/jet_sql/query.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 

@@ -8,10 +8,10 @@
 #include <cstring>
 #include <map>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/date.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "engine/jet_sql/raised.h"
+#include "engine/text/collation.h"
 #include "platform/text/utf.h"
 
 namespace jet {

@@ -2,9 +2,9 @@
 #include <cctype>
 #include <cmath>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/convert.h"
 #include "engine/jet_sql/date.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 

@@ -3,9 +3,9 @@
 #include <cmath>
 #include <ctime>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/date.h"
 #include "engine/jet_sql/functions.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 namespace {

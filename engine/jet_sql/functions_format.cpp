@@ -3,9 +3,9 @@
 #include <cmath>
 #include <vector>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/date.h"
 #include "engine/jet_sql/functions.h"
+#include "engine/text/collation.h"
 #include "platform/text/utf.h"
 
 namespace jet {

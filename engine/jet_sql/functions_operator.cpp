@@ -1,9 +1,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/convert.h"
 #include "engine/jet_sql/like.h"
+#include "engine/text/collation.h"
 #include "platform/text/utf.h"
 
 namespace jet {

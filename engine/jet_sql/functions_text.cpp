@@ -1,7 +1,7 @@
 #include <algorithm>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/functions.h"
+#include "engine/text/collation.h"
 #include "platform/text/utf.h"
 
 namespace jet {

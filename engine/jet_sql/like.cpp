@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/error.h"
+#include "engine/text/collation.h"
 #include "platform/text/utf.h"
 
 namespace jet {

@@ -1,5 +1,5 @@
-#include "engine/collation.h"
 #include "engine/jet_sql/parser.h"
+#include "engine/text/collation.h"
 
 namespace jet {
 namespace {

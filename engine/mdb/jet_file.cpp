@@ -4,9 +4,9 @@
 #include <array>
 #include <cstdio>
 
-#include "engine/collation.h"
-#include "engine/mdb/jet_kind.h"
+#include "engine/jet_kind.h"
 #include "engine/mdb/jet_values.h"
+#include "engine/text/collation.h"
 
 namespace mdb {
 namespace {

@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <map>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "engine/mdb/jet_rows.h"
 #include "engine/mdb/jet_schema.h"
+#include "engine/text/collation.h"
 
 namespace mdb {
 namespace {

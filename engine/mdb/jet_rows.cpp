@@ -1,6 +1,6 @@
 #include "engine/mdb/jet_rows.h"
 
-#include "engine/collation.h"
+#include "engine/text/collation.h"
 
 namespace mdb {
 

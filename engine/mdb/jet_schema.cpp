@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <map>
 
-#include "engine/collation.h"
 #include "engine/mdb/jet_rows.h"
+#include "engine/text/collation.h"
 
 namespace mdb {
 namespace {

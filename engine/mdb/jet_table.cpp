@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "engine/mdb/jet_values.h"
+#include "engine/text/collation.h"
 
 namespace mdb {
 namespace {

@@ -1,27 +1,11 @@
 #include "host/access/access_state.h"
 
-#include "host/access/selection_set.h"
+#include "host/database/kept_for_drawing.h"
 #include "host/lisp/interpreter.h"
 
 namespace host {
-namespace {
 
-std::map<const AcDbDatabase*, AccessState>& states() {
-  // Lives to the end: the documents that forget their drawings go late.
-  static auto* const all = new std::map<const AcDbDatabase*, AccessState>;
-  return *all;
-}
-
-}  // namespace
-
-AccessState& accessStateOf(AcDbDatabase& drawing) {
-  return states().try_emplace(&drawing, drawing).first->second;
-}
-
-void forgetDrawing(const AcDbDatabase& drawing) {
-  states().erase(&drawing);
-  selectionSets().forget(drawing);
-}
+AccessState& accessStateOf(AcDbDatabase& drawing) { return keptFor<AccessState>(drawing); }
 
 AcDbDatabase& currentDrawing() {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();

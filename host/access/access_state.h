@@ -17,8 +17,6 @@ struct AccessState {
 };
 
 AccessState& accessStateOf(AcDbDatabase& drawing);
-/// Forgets what LISP holds of a drawing that goes: its state, the contents of its selection sets.
-void forgetDrawing(const AcDbDatabase& drawing);
 
 /// The drawing of the current document. Raises an error when there is none.
 AcDbDatabase& currentDrawing();

@@ -1,8 +1,8 @@
 #include "host/access/arguments.h"
 
-#include "host/access/selection_set.h"
 #include "host/bridge/values.h"
-#include "host/calls/variables.h"
+#include "host/database/selection_set.h"
+#include "host/documents/variables.h"
 #include "host/lisp/builtins.h"
 
 namespace host {

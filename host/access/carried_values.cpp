@@ -5,8 +5,8 @@
 #include <map>
 
 #include "host/access/refusal.h"
-#include "host/calls/group_codes.h"
-#include "host/drawing/group_list.h"
+#include "host/database/group_codes.h"
+#include "host/database/group_list.h"
 
 namespace host {
 namespace {

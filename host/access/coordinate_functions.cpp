@@ -8,8 +8,8 @@
 #include "host/access/object_list.h"
 #include "host/access/refusal.h"
 #include "host/bridge/lisp_points.h"
-#include "host/calls/variables.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {
@@ -124,7 +124,7 @@ Value textbox(const Call& call) {
     corners.add(pointValue(box.minPoint()));
     corners.add(pointValue(box.maxPoint()));
     return corners.take();
-  } catch (const Refusal& refusal) {
+  } catch (const ObjectRefusal& refusal) {
     return refuse(refusal.reason);
   }
 }

@@ -5,7 +5,7 @@
 #include "host/access/access_state.h"
 #include "host/access/arguments.h"
 #include "host/access/object_list.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 
 namespace host {
 namespace {

@@ -6,7 +6,7 @@
 #include "host/access/object_list.h"
 #include "host/access/refusal.h"
 #include "host/access/walk.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 
 namespace host {
 namespace {
@@ -26,7 +26,7 @@ Value entmod(const Call& call) {
   try {
     modifyObject(currentDrawing(), call.list(0));
     return call[0];
-  } catch (const Refusal& refusal) {
+  } catch (const ObjectRefusal& refusal) {
     return refuse(refusal.reason);
   }
 }
@@ -39,7 +39,7 @@ Value makeFrom(const Call& call, Answer answer) {
   try {
     const Made made = maker.make(call.list(0));
     return made.block.empty() ? answer(made) : Value(std::wstring_view(made.block));
-  } catch (const Refusal& refusal) {
+  } catch (const ObjectRefusal& refusal) {
     return refuse(refusal.reason);
   }
 }

@@ -2,9 +2,9 @@
 
 #include <vector>
 
-#include "host/access/group_test.h"
+#include "host/access/required_group.h"
 #include "host/bridge/values.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 #include "platform/text/letters.h"
 
 namespace host {
@@ -97,7 +97,7 @@ std::vector<Item> itemsOf(const resbuf* at) {
 struct EntityFilter::Node {
   Combination combination = Combination::all;
   std::vector<Node> parts;
-  std::optional<GroupTest> test;
+  std::optional<RequiredGroup> test;
 
   bool matches(Candidate& candidate) {
     if (test) return test->matches(candidate);

@@ -4,7 +4,7 @@
 #include <cmath>
 
 #include "host/access/refusal.h"
-#include "host/drawing/fields.h"
+#include "host/database/fields.h"
 
 namespace host {
 namespace {

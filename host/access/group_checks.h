@@ -6,7 +6,7 @@ class AcDbDatabase;
 
 namespace host {
 
-/// Judges what a list says before an object is touched. All throw Refusal.
+/// Judges what a list says before an object is touched. All throw ObjectRefusal.
 
 /// The groups without which there is no object of the type.
 void requireNeeded(std::wstring_view type, const ListGroups& groups);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "host/calls/group_codes.h"
+#include "host/database/group_codes.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/printer.h"
 

@@ -6,9 +6,9 @@
 #include "host/access/object_building.h"
 #include "host/access/record_tables.h"
 #include "host/access/refusal.h"
-#include "host/drawing/spaces.h"
-#include "host/drawing/stubs.h"
-#include "host/drawing/subentities.h"
+#include "host/database/spaces.h"
+#include "host/database/stubs.h"
+#include "host/database/subentities.h"
 #include "platform/text/letters.h"
 
 namespace host {

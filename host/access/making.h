@@ -21,8 +21,8 @@ struct Made {
 class ObjectMaker {
  public:
   explicit ObjectMaker(AcDbDatabase& drawing) : drawing_(drawing) {}
-  /// Throws Refusal and LispError; then nothing was made, and a sequence that the list doesn't continue is
-  /// given up.
+  /// Throws ObjectRefusal and LispError; then nothing was made, and a sequence that the list doesn't continue
+  /// is given up.
   Made make(const lisp::Value& list);
   /// Gives up what isn't complete.
   void cancel();

@@ -6,8 +6,8 @@
 #include "host/access/object_building.h"
 #include "host/access/object_list.h"
 #include "host/access/refusal.h"
-#include "host/drawing/spaces.h"
-#include "host/drawing/stubs.h"
+#include "host/database/spaces.h"
+#include "host/database/stubs.h"
 #include "platform/text/letters.h"
 
 namespace host {

@@ -6,7 +6,7 @@
 namespace host {
 
 /// Gives the object of a list's -1 what the list says; groups that the list lacks stay as they are. Throws
-/// Refusal and LispError; then nothing was changed.
+/// ObjectRefusal and LispError; then nothing was changed.
 void modifyObject(AcDbDatabase& drawing, const lisp::Value& list);
 
 }  // namespace host

@@ -7,8 +7,8 @@
 #include "host/access/group_checks.h"
 #include "host/access/refusal.h"
 #include "host/access/xdata.h"
-#include "host/drawing/header_variables.h"
-#include "host/drawing/stubs.h"
+#include "host/database/header_variables.h"
+#include "host/database/stubs.h"
 #include "host/rx/registry.h"
 
 namespace host {

@@ -7,7 +7,7 @@
 
 namespace host {
 
-/// Objects of what lists say, outside of any database. All throw Refusal.
+/// Objects of what lists say, outside of any database. All throw ObjectRefusal.
 
 /// The class of a list's type, which is in capitals. Polylines are told apart by their flags, vertices by
 /// the polyline that they are for (null elsewhere).

@@ -7,8 +7,8 @@
 #include "brx/lisp_calls.h"
 #include "host/access/walk.h"
 #include "host/bridge/values.h"
-#include "host/drawing/spaces.h"
-#include "host/drawing/stubs.h"
+#include "host/database/spaces.h"
+#include "host/database/stubs.h"
 #include "host/lisp/wildcard.h"
 #include "platform/text/letters.h"
 

@@ -8,16 +8,16 @@
 namespace host {
 
 /// Ends the making or changing of an object: LISP gets nil, and the reason in ERRNO.
-struct Refusal : std::exception {
-  explicit Refusal(Errno reason) : reason(reason) {}
+struct ObjectRefusal : std::exception {
+  explicit ObjectRefusal(Errno reason) : reason(reason) {}
   const char* what() const noexcept override { return "refused"; }
   Errno reason;
 };
 inline void require(bool holds, Errno reason) {
-  if (!holds) throw Refusal(reason);
+  if (!holds) throw ObjectRefusal(reason);
 }
 inline void require(Acad::ErrorStatus status) {
-  if (status != Acad::eOk) throw Refusal(errnoOf(status));
+  if (status != Acad::eOk) throw ObjectRefusal(errnoOf(status));
 }
 
 /// Takes back what was changed since it was made, unless told to keep it.

@@ -1,7 +1,7 @@
 #include "host/access/access_functions.h"
 #include "host/access/arguments.h"
-#include "host/access/selection_set.h"
 #include "host/bridge/values.h"
+#include "host/database/selection_set.h"
 
 namespace host {
 namespace {

@@ -6,7 +6,7 @@
 #include "host/access/object_list.h"
 #include "host/access/record_tables.h"
 #include "host/access/walk.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 
 namespace host {
 namespace {

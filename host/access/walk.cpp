@@ -4,9 +4,9 @@
 
 #include "brx/db_calls.h"
 #include "brx/lisp_calls.h"
-#include "host/drawing/spaces.h"
-#include "host/drawing/stubs.h"
-#include "host/drawing/subentities.h"
+#include "host/database/spaces.h"
+#include "host/database/stubs.h"
+#include "host/database/subentities.h"
 
 namespace host {
 namespace {

@@ -5,7 +5,7 @@
 #include "host/access/arguments.h"
 #include "host/access/refusal.h"
 #include "host/access/xdata.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 
 namespace host {
 namespace {
@@ -28,7 +28,7 @@ Value xdsize(const Call& call) {
   const Value& applications = isGroup ? lisp::cdr(list) : hasCode ? lisp::cdr(lisp::car(list)) : list;
   try {
     return Value(static_cast<int32_t>(xdataSize(xdataGroups(applications).head())));
-  } catch (const Refusal& refusal) {
+  } catch (const ObjectRefusal& refusal) {
     return refuse(refusal.reason);
   }
 }

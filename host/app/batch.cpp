@@ -2,7 +2,7 @@
 
 #include "host/app/idle.h"
 #include "host/bridge/document_lisp.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/lisp/printer.h"
 #include "host/lisp/reader.h"

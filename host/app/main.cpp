@@ -15,7 +15,7 @@
 #include "host/app/session.h"
 #include "host/app/terminal_line.h"
 #include "host/bridge/document_lisp.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/editor/user_input.h"
 #include "host/lisp/printer.h"

@@ -17,8 +17,8 @@
 #include <editline/readline.h>
 
 #include "host/bridge/document_lisp.h"
-#include "host/calls/command_line.h"
 #include "host/commands/typed_commands.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/lisp/printer.h"
 #include "platform/text/utf.h"

@@ -6,10 +6,10 @@
 
 #include "host/access/access_functions.h"
 #include "host/bridge/document_lisp.h"
-#include "host/calls/command_line.h"
-#include "host/calls/variables.h"
 #include "host/commands/command_functions.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
+#include "host/documents/variables.h"
 #include "host/editor/editor_functions.h"
 #include "host/rx/modules.h"
 #include "host/script/script_functions.h"

@@ -8,7 +8,7 @@
 #include <csignal>
 
 #include "host/bridge/document_lisp.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "platform/text/utf.h"
 
 namespace host {

@@ -4,10 +4,10 @@
 
 #include "brx/lisp_calls.h"
 #include "host/bridge/values.h"
-#include "host/calls/command_line.h"
 #include "host/calls/served_call.h"
-#include "host/calls/variables.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
+#include "host/documents/variables.h"
 #include "host/rx/modules.h"
 #include "platform/text/utf.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "brx/resbuf.h"
-#include "host/access/selection_set.h"
+#include "host/database/selection_set.h"
 #include "host/lisp/objects.h"
 #include "host/lisp/value.h"
 

@@ -1,6 +1,6 @@
 #include "brx/lisp_calls.h"
-#include "host/calls/command_line.h"
 #include "host/calls/format.h"
+#include "host/console/command_line.h"
 #include "platform/desktop/desktop.h"
 
 int acutPrintValues(const ACHAR* format, const AcutPrintValue* values, size_t count) {

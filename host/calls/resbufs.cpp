@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "brx/lisp_calls.h"
-#include "host/calls/group_codes.h"
+#include "host/database/group_codes.h"
 
 namespace {
 

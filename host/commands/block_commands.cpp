@@ -1,8 +1,8 @@
 #include "brx/db_attributes.h"
-#include "host/calls/variables.h"
 #include "host/commands/block_files.h"
 #include "host/commands/commands.h"
 #include "host/commands/drawing_edit.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {

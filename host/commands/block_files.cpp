@@ -3,7 +3,7 @@
 #include <filesystem>
 
 #include "brx/db_database.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "platform/text/utf.h"
 
 namespace host {

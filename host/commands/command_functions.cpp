@@ -1,7 +1,7 @@
 #include "host/commands/command_functions.h"
 
-#include "host/calls/variables.h"
 #include "host/commands/command_runner.h"
+#include "host/documents/variables.h"
 #include "host/editor/user_input.h"
 
 namespace host {

@@ -1,7 +1,7 @@
 #include "host/commands/command_input.h"
 
-#include "host/calls/command_line.h"
-#include "host/calls/variables.h"
+#include "host/console/command_line.h"
+#include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/user_input.h"
 

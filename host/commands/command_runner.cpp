@@ -1,8 +1,8 @@
 #include "host/commands/command_runner.h"
 
-#include "host/calls/command_line.h"
 #include "host/commands/commands.h"
 #include "host/commands/undo_steps.h"
+#include "host/console/command_line.h"
 #include "host/editor/drawing_state.h"
 #include "host/rx/editor.h"
 #include "platform/text/letters.h"

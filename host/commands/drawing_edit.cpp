@@ -1,6 +1,6 @@
 #include "host/commands/drawing_edit.h"
 
-#include "host/drawing/spaces.h"
+#include "host/database/spaces.h"
 
 namespace host {
 

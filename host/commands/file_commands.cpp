@@ -1,6 +1,6 @@
-#include "host/calls/variables.h"
 #include "host/commands/commands.h"
 #include "host/documents/documents.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {

@@ -1,7 +1,7 @@
-#include "host/calls/variables.h"
 #include "host/commands/colour_names.h"
 #include "host/commands/commands.h"
 #include "host/commands/drawing_edit.h"
+#include "host/documents/variables.h"
 #include "host/lisp/wildcard.h"
 #include "platform/text/letters.h"
 

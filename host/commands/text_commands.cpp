@@ -1,7 +1,7 @@
 #include "brx/db_text.h"
-#include "host/calls/variables.h"
 #include "host/commands/commands.h"
 #include "host/commands/drawing_edit.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {

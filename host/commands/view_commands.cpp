@@ -1,9 +1,9 @@
 #include <cmath>
 
 #include "brx/editor_input.h"
-#include "host/calls/variables.h"
 #include "host/commands/commands.h"
 #include "host/commands/drawing_edit.h"
+#include "host/documents/variables.h"
 #include "host/editor/search.h"
 #include "host/lisp/units.h"
 

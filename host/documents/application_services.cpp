@@ -1,7 +1,7 @@
 #include <cwchar>
 
 #include "brx/db_services.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 
 namespace {
 

@@ -4,7 +4,6 @@
 #include <filesystem>
 
 #include "brx/db_database.h"
-#include "host/access/access_state.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
 #include "platform/text/utf.h"
@@ -55,11 +54,7 @@ Document::Document(std::wstring fileName, DrawingPointer drawing)
 
 Document::~Document() { deleteDrawing(); }
 
-void Document::deleteDrawing() {
-  if (!drawing_) return;
-  forgetDrawing(*drawing_);
-  drawing_.reset();
-}
+void Document::deleteDrawing() { drawing_.reset(); }
 
 AcApDocumentIterator* DocumentManager::newAcApDocumentIterator() { return new DocumentIterator(open_); }
 

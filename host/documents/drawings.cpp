@@ -3,8 +3,8 @@
 #include <cstdio>
 
 #include "brx/db_database.h"
-#include "host/calls/command_line.h"
-#include "host/drawing/stubs.h"
+#include "host/console/command_line.h"
+#include "host/database/stubs.h"
 #include "host/filing/files.h"
 #include "platform/text/utf.h"
 

@@ -1,7 +1,7 @@
 #include "host/editor/acquisition.h"
 
 #include "brx/editor_input.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/editor/interpretation.h"
 #include "host/editor/user_input.h"
 

@@ -2,7 +2,8 @@
 
 #include <cmath>
 
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
+#include "platform/text/trim.h"
 
 namespace host {
 namespace {
@@ -12,12 +13,6 @@ T variableOr(std::wstring_view name, T otherwise) {
   const auto value = getVariable(name);
   const T* const found = value ? std::get_if<T>(&*value) : nullptr;
   return found ? *found : otherwise;
-}
-
-std::wstring_view trimmed(std::wstring_view text) {
-  const size_t begin = text.find_first_not_of(L" \t");
-  if (begin == std::wstring_view::npos) return {};
-  return text.substr(begin, text.find_last_not_of(L" \t") - begin + 1);
 }
 
 std::optional<double> number(std::wstring_view text) {

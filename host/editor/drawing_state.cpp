@@ -3,7 +3,7 @@
 #include <map>
 
 #include "brx/db_database.h"
-#include "host/access/selection_set.h"
+#include "host/database/selection_set.h"
 #include "host/rx/editor.h"
 
 namespace host {

@@ -1,7 +1,7 @@
 #include "host/editor/entity_pick.h"
 
 #include "brx/db_database.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "brx/db_block.h"
-#include "host/calls/variables.h"
-#include "host/drawing/spaces.h"
+#include "host/database/spaces.h"
+#include "host/documents/variables.h"
 
 namespace host {
 namespace {

@@ -2,7 +2,7 @@
 
 #include "brx/db_calls.h"
 #include "brx/db_database.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/editor/acquisition.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/interpretation.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "host/access/filter.h"
-#include "host/access/selection_set.h"
+#include "host/database/selection_set.h"
 #include "host/editor/input_source.h"
 #include "host/editor/task.h"
 

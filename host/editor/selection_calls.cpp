@@ -2,7 +2,7 @@
 #include "brx/editor_input.h"
 #include "brx/lisp_calls.h"
 #include "host/bridge/values.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/editor/entity_pick.h"
 #include "host/editor/selection_request.h"
 

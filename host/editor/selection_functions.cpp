@@ -1,7 +1,7 @@
 #include "host/access/arguments.h"
 #include "host/bridge/lisp_points.h"
 #include "host/bridge/values.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/editor_functions.h"
 #include "host/editor/entity_pick.h"

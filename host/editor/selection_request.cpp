@@ -1,7 +1,7 @@
 #include "host/editor/selection_request.h"
 
 #include "brx/db_database.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/search.h"
 #include "host/editor/user_input.h"

@@ -2,7 +2,7 @@
 
 #include "brx/db_database.h"
 #include "host/bridge/lisp_points.h"
-#include "host/calls/variables.h"
+#include "host/documents/variables.h"
 #include "host/editor/editor_functions.h"
 #include "host/editor/search.h"
 #include "platform/text/letters.h"

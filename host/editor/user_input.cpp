@@ -5,7 +5,7 @@
 #include "brx/db_calls.h"
 #include "host/bridge/document_lisp.h"
 #include "host/bridge/values.h"
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/lisp/printer.h"
 #include "host/script/queues.h"
 #include "platform/text/utf.h"

@@ -2,7 +2,7 @@
 #include <utility>
 
 #include "brx/db_proxy.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 #include "host/filing/group_filers.h"
 #include "host/filing/snapshot_filer.h"
 #include "host/rx/registry.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 #include "host/filing/dxf_sink.h"
 
 namespace host {

@@ -4,7 +4,7 @@
 #include "brx/db_block.h"
 #include "brx/db_polylines.h"
 #include "brx/db_proxy.h"
-#include "host/drawing/subentities.h"
+#include "host/database/subentities.h"
 #include "host/filing/block_ends.h"
 #include "host/filing/dxf_tables.h"
 #include "host/filing/handles.h"

@@ -4,7 +4,7 @@
 #include <limits>
 
 #include "brx/db_database.h"
-#include "host/calls/group_codes.h"
+#include "host/database/group_codes.h"
 
 namespace host {
 namespace {

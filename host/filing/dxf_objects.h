@@ -6,7 +6,7 @@
 #include <unordered_set>
 
 #include "brx/db_database.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 #include "host/filing/dxf_in_filer.h"
 #include "host/filing/known_codes.h"
 

@@ -7,7 +7,7 @@
 #include <string_view>
 
 #include "brx/db_database.h"
-#include "host/calls/group_codes.h"
+#include "host/database/group_codes.h"
 #include "host/filing/dxf_in_filer.h"
 #include "host/filing/dxf_record.h"
 

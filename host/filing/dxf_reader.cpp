@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "brx/db_dictionary.h"
-#include "host/drawing/standard_drawing.h"
+#include "host/database/standard_drawing.h"
 #include "host/filing/block_cycles.h"
 #include "host/filing/dxf_entities.h"
 #include "host/filing/dxf_header.h"

@@ -4,7 +4,7 @@
 
 #include "brx/db_block.h"
 #include "brx/db_proxy.h"
-#include "host/drawing/standard_drawing.h"
+#include "host/database/standard_drawing.h"
 #include "host/filing/block_ends.h"
 #include "host/filing/dxf_classes.h"
 #include "host/filing/dxf_header.h"

@@ -7,8 +7,8 @@
 #include <cerrno>
 #include <string_view>
 
-#include "host/drawing/drawing_files.h"
-#include "host/drawing/stubs.h"
+#include "host/database/drawing_files.h"
+#include "host/database/stubs.h"
 #include "host/filing/dxf_reader.h"
 #include "host/filing/dxf_tokens.h"
 #include "host/filing/dxf_writer.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "host/drawing/group_list.h"
+#include "host/database/group_list.h"
 
 namespace host {
 

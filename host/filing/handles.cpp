@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 
 namespace host {
 

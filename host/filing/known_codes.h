@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "brx/db_object.h"
-#include "host/drawing/group_list.h"
+#include "host/database/group_list.h"
 #include "host/filing/dxf_in_filer.h"
 
 namespace host {

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "host/drawing/stubs.h"
-#include "host/drawing/subentities.h"
+#include "host/database/stubs.h"
+#include "host/database/subentities.h"
 
 namespace host {
 

@@ -6,9 +6,9 @@
 
 #include "brx/db_dictionary.h"
 #include "brx/db_proxy.h"
-#include "host/drawing/standard_drawing.h"
-#include "host/drawing/stubs.h"
-#include "host/drawing/subentities.h"
+#include "host/database/standard_drawing.h"
+#include "host/database/stubs.h"
+#include "host/database/subentities.h"
 #include "host/filing/block_cycles.h"
 #include "host/filing/handles.h"
 #include "host/filing/object_walk.h"

@@ -6,7 +6,7 @@
 
 #include "brx/db_filers.h"
 #include "brx/lisp_calls.h"
-#include "host/drawing/stubs.h"
+#include "host/database/stubs.h"
 #include "platform/text/utf.h"
 
 namespace host {

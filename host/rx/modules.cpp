@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "platform/text/utf.h"
 
 namespace host {

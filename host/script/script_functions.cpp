@@ -1,6 +1,6 @@
 #include "host/script/script_functions.h"
 
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/rx/modules.h"
 #include "host/script/queues.h"

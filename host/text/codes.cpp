@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwctype>
 #include <optional>
 
 #include "host/text/single_line.h"
+#include "platform/text/letters.h"
 
 namespace host::text {
 namespace {
@@ -72,7 +72,7 @@ class CodeReader {
   bool percent() {
     const size_t start = at_;
     if (text_.substr(at_, 2) != L"%%" || at_ + 2 >= text_.size()) return false;
-    switch (std::towlower(static_cast<wint_t>(text_[at_ + 2]))) {
+    switch (lowerLetter(text_[at_ + 2])) {
       case L'u':
         change([](Format& f) { f.underlined = !f.underlined; });
         break;
@@ -130,7 +130,7 @@ class CodeReader {
   }
 
   bool lineCode(wchar_t code) {
-    const bool on = std::iswupper(static_cast<wint_t>(code)) != 0;
+    const bool on = lowerLetter(code) != code;
     switch (code) {
       case L'L':
       case L'l':

@@ -6,10 +6,11 @@
 #include FT_OUTLINE_H
 
 #include <array>
-#include <cwctype>
 #include <map>
 #include <memory>
 #include <unordered_map>
+
+#include "platform/text/letters.h"
 
 namespace host::text {
 namespace {
@@ -171,9 +172,7 @@ constexpr NamePart nameParts[] = {
 };
 
 FamilyIndex familyOf(std::wstring_view name) {
-  std::wstring lower;
-  for (const wchar_t letter : name.substr(0, 64))
-    lower += static_cast<wchar_t>(std::towlower(static_cast<wint_t>(letter)));
+  const std::wstring lower = lowerCased(std::wstring(name.substr(0, 64)));
   if (lower.ends_with(L".shx")) return lettering;
   for (const NamePart& each : nameParts) {
     if (lower.find(each.part) != std::wstring::npos) return each.family;

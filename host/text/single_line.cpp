@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cwctype>
 
 #include "host/text/multibyte.h"
+#include "platform/text/letters.h"
 
 namespace host::text {
 
@@ -77,7 +77,7 @@ std::vector<LinePart> partsOf(std::wstring_view text) {
   };
   for (size_t at = 0; at < text.size();) {
     const wchar_t code = text[at] == L'%' && text.substr(at, 2) == L"%%" && at + 2 < text.size()
-                             ? static_cast<wchar_t>(std::towlower(static_cast<wint_t>(text[at + 2])))
+                             ? lowerLetter(text[at + 2])
                              : L'\0';
     bool LinePart::*const flag = code == L'u'   ? &LinePart::underlined
                                  : code == L'o' ? &LinePart::overlined

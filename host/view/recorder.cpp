@@ -1,7 +1,7 @@
 #include "host/view/recorder.h"
 
 #include "brx/db_dictionary.h"
-#include "host/drawing/header_variables.h"
+#include "host/database/header_variables.h"
 #include "host/text/single_line.h"
 #include "host/view/traits.h"
 

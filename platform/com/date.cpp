@@ -6,11 +6,11 @@
 #include <cstdlib>
 #include <ctime>
 #include <cwchar>
-#include <cwctype>
 #include <optional>
 #include <string>
 
 #include "platform/com/automation.h"
+#include "platform/text/letters.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -185,7 +185,7 @@ class Scanner {
   bool word(const wchar_t* lower) {
     const wchar_t* p = at_;
     for (; *lower; ++lower, ++p) {
-      if (static_cast<wchar_t>(std::towlower(static_cast<wint_t>(*p))) != *lower) return false;
+      if (lowerLetter(*p) != *lower) return false;
     }
     at_ = p;
     return true;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/text/letters.h"
+#include "platform/text/trim.h"
 #include "platform/text/utf.h"
 
 namespace platform {
@@ -10,13 +11,6 @@ namespace platform {
 namespace {
 
 constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
-
-std::string_view trimmed(std::string_view text) {
-  constexpr std::string_view blanks = " \t\r";
-  const size_t first = text.find_first_not_of(blanks);
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(blanks) - first + 1);
-}
 
 std::string quoted(std::wstring_view text) {
   std::string out = "\"";

@@ -4,7 +4,7 @@
 
 #include <deque>
 
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "platform/com/class_objects.h"
 #include "tests/support/fake_engine.h"

@@ -14,7 +14,7 @@
 #include <functional>
 
 #include "platform/desktop/qt/application.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 /// The toolkit's font library keeps some blocks to the end, which the sanitizer takes for lost.
 extern "C" const char* __lsan_default_suppressions() { return "leak:libfontconfig"; }

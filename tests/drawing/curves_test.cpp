@@ -6,7 +6,7 @@
 #include "brx/db_leader.h"
 #include "brx/db_polylines.h"
 #include "brx/db_spline.h"
-#include "host/drawing/bspline.h"
+#include "host/geometry/bspline.h"
 
 namespace {
 

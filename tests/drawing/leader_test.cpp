@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "brx/db_database.h"
+#include "host/database/memory_filer.h"
 #include "host/documents/documents.h"
-#include "host/drawing/memory_filer.h"
 #include "zarbo/drawing/kv_leader.h"
 
 namespace {

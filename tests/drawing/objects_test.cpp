@@ -7,8 +7,8 @@
 #include "brx/db_transactions.h"
 #include "brx/db_viewport.h"
 #include "brx/lisp_calls.h"
-#include "host/drawing/header_variables.h"
-#include "host/drawing/proxies.h"
+#include "host/database/header_variables.h"
+#include "host/database/proxies.h"
 
 namespace {
 

@@ -115,7 +115,7 @@ class DamageTest : public testing::Test {
     }
     const int code = engine.compact(path, repaired);
     EXPECT_EQ(contentOf(path), damaged) << "the damaged file was changed";
-    EXPECT_EQ(folder.entries(), code == 0 ? 2u : 1u) << "something was left behind";
+    EXPECT_EQ(folder.count(), code == 0 ? 2u : 1u) << "something was left behind";
     if (status.empty()) {
       EXPECT_NE(code, 0);
       return;

@@ -13,36 +13,11 @@
 #include <utility>
 #include <vector>
 
+#include "interfaces/engine.h"
 #include "platform/com/class_objects.h"
 #include "platform/com/owners.h"
 #include "platform/text/utf.h"
-#include "zarbo/database/engine.h"
-
-/// A folder of the test's own, in memory where that can be had, removed at its end.
-class TemporaryFolder {
- public:
-  TemporaryFolder() {
-    const std::filesystem::path memory = "/dev/shm";
-    std::error_code error;
-    const auto base =
-        std::filesystem::is_directory(memory, error) ? memory : std::filesystem::temp_directory_path();
-    std::string pattern = base / "zarbo-engine-XXXXXX";
-    path_ = mkdtemp(pattern.data());
-  }
-  ~TemporaryFolder() {
-    std::error_code ignored;
-    std::filesystem::remove_all(path_, ignored);
-  }
-  TemporaryFolder(const TemporaryFolder&) = delete;
-  TemporaryFolder& operator=(const TemporaryFolder&) = delete;
-  std::string file(const std::string& name) const { return path_ / name; }
-  size_t entries() const {
-    return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
-  }
-
- private:
-  std::filesystem::path path_;
-};
+#include "tests/support/temporary_folder.h"
 
 inline std::string contentOf(const std::string& path) {
   std::error_code error;

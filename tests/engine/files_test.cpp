@@ -68,7 +68,7 @@ TEST(Files, ThatAreNoDatabaseAreRefusedAndLeftAlone) {
     }
     EXPECT_EQ(contentOf(path), before);
   }
-  EXPECT_EQ(folder.entries(), 6u);
+  EXPECT_EQ(folder.count(), 6u);
 }
 
 TEST(Files, WithoutRightAreRefused) {
@@ -118,7 +118,7 @@ TEST(Files, OpenForReadingAreNotWrittenNorTheirFolder) {
   EXPECT_EQ(reader.replace({{L"s", COleVariant(L"x")}}), 3027);
   EXPECT_EQ(reader.remove(), 3027);
   EXPECT_EQ(reader.createTable(L"U", definition), 3027);
-  EXPECT_EQ(folder.entries(), 1u);
+  EXPECT_EQ(folder.count(), 1u);
   EXPECT_EQ(contentOf(path), before);
   EXPECT_EQ(std::filesystem::last_write_time(path), written);
 }
@@ -224,13 +224,13 @@ TEST(Files, LoseAWriteAheadLogThatAnotherProgramGaveThem) {
       _exit(0);
     }
     waitpid(child, nullptr, 0);
-    ASSERT_GT(folder.entries(), 1u);
+    ASSERT_GT(folder.count(), 1u);
     TestEngine engine;
     ASSERT_EQ(engine.connect(path, readOnly), L"OK");
     ASSERT_EQ(engine.table(L"T", L"id"), 0);
     ASSERT_EQ(engine.top(), 0);
     EXPECT_EQ(engine.number(L"v"), 99);
-    EXPECT_EQ(folder.entries(), 1u);
+    EXPECT_EQ(folder.count(), 1u);
   }
 }
 
@@ -279,7 +279,7 @@ TEST(Compaction, KeepsEverythingAndRefusesWhatExists) {
   EXPECT_EQ(compactor.createDatabase(path), 3204);
   ASSERT_EQ(compactor.compact(path, compacted), 0);
   EXPECT_LT(std::filesystem::file_size(compacted), std::filesystem::file_size(path));
-  EXPECT_EQ(folder.entries(), 2u);
+  EXPECT_EQ(folder.count(), 2u);
   ASSERT_EQ(engine.connect(compacted), L"OK");
   ASSERT_EQ(engine.table(L"T", L"s"), 0);
   EXPECT_EQ(engine.count(), 150);

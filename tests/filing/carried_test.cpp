@@ -9,7 +9,7 @@
 #include "host/filing/files.h"
 #include "host/filing/snapshot.h"
 #include "tests/filing/drawings.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 /// What drawings of other programs hold, read and written again.
 

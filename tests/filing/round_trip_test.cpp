@@ -5,7 +5,7 @@
 #include "host/filing/files.h"
 #include "tests/filing/drawings.h"
 #include "tests/filing/mixed_drawing.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "tests/support/recording_call.h"
 #include "zarbo/frame/framework_exception.h"
 #include "zarbo/frame/guarded_call.h"

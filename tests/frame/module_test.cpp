@@ -7,12 +7,12 @@
 #include <map>
 
 #include "brx/lisp_calls.h"
-#include "host/calls/command_line.h"
 #include "host/calls/served_call.h"
+#include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/rx/modules.h"
 #include "platform/com/class_objects.h"
-#include "zarbo/frame/companion.h"
+#include "zarbo/module/companion.h"
 
 namespace {
 

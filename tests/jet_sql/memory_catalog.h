@@ -3,8 +3,8 @@
 #include <map>
 #include <string>
 
-#include "engine/collation.h"
 #include "engine/jet_sql/jet_sql.h"
+#include "engine/text/collation.h"
 
 /// A catalog that keeps its definitions in memory, over one connection's main database.
 class MemoryCatalog : public jet::Catalog {

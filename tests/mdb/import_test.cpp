@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "engine/catalog.h"
+#include "engine/jet_kind.h"
 #include "engine/jet_sql/jet_sql.h"
-#include "engine/mdb/jet_kind.h"
 #include "tests/mdb/mdb_support.h"
 #include "tests/mdb/sample_file.h"
 #include "tools/zarbo_mdb/csv.h"

@@ -7,7 +7,7 @@
 
 #include "platform/desktop/file_choice.h"
 #include "platform/desktop/terminal.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

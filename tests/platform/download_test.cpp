@@ -11,7 +11,7 @@
 #include <mutex>
 #include <thread>
 
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -5,9 +5,8 @@
 #include <gtest/gtest.h>
 
 #include <csignal>
-
 #include "platform/files/whole_file.h"
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include <csignal>
 
-#include "tests/platform/temporary_folder.h"
+#include "tests/support/temporary_folder.h"
 
 namespace {
 

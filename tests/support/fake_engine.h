@@ -5,9 +5,9 @@
 #include <utility>
 #include <vector>
 
+#include "interfaces/engine.h"
 #include "platform/com/class_objects.h"
 #include "platform/com/owners.h"
-#include "zarbo/database/engine.h"
 
 /// An engine that holds no data: tests set its state, queue its answers and read its log.
 class FakeEngine : public IZbEngine {

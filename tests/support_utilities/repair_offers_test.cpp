@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "host/calls/command_line.h"
+#include "host/console/command_line.h"
 #include "platform/desktop/scripted.h"
 
 namespace {

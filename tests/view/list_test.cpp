@@ -2,7 +2,7 @@
 
 #include "brx/db_attributes.h"
 #include "brx/db_dictionary.h"
-#include "host/drawing/palette.h"
+#include "host/database/palette.h"
 #include "host/view/clip.h"
 #include "host/view/dashes.h"
 #include "tests/view/drawn.h"

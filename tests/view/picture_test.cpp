@@ -1,4 +1,4 @@
-#include "host/drawing/header_variables.h"
+#include "host/database/header_variables.h"
 #include "tests/view/drawn.h"
 
 namespace {

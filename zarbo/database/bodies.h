@@ -46,3 +46,6 @@ int zbRelationDelete();
 int zbCreateIndex();
 int zbLinkTable();
 int zbOnlyIn32Bit();
+
+// connections.cpp
+int zbGetVersion();

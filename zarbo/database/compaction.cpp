@@ -7,7 +7,7 @@
 namespace {
 
 /// The name lets the support desk tell the machines of an office apart.
-void showInBox(const EngineError& error) {
+void showInBox(const PendingError& error) {
   const std::optional<std::wstring> computer = platform::computerName();
   if (!computer) return;
   platform::Box box;
@@ -36,7 +36,7 @@ int zbCompact() {
   }
   // Asked before the error is taken: taking it ends its being pending.
   const bool pending = engine.errorPending();
-  const EngineError error = engine.takeError();
+  const PendingError error = engine.takeError();
   if (pending) tellEngineError(error);
   if (withBox) showInBox(error);
   acedRetInt(error.code);

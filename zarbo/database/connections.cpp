@@ -1,16 +1,18 @@
 #include "zarbo/database/connections.h"
 
 #include <algorithm>
-#include <cwctype>
 #include <list>
 #include <memory>
 
 #include "brx/documents.h"
 #include "brx/lisp_calls.h"
+#include "platform/com/class_objects.h"
+#include "platform/text/letters.h"
 #include "zarbo/database/failure.h"
 #include "zarbo/database/find_database.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
+#include "zarbo/frame/list_builder.h"
 
 namespace {
 
@@ -57,7 +59,7 @@ void setActive(const DB_INFO& record) { setActive(record.connection, record.path
 void setNoneActive() { setActive(Engine(), L"", false); }
 
 std::wstring comparablePath(std::wstring path) {
-  for (wchar_t& c : path) c = c == L'/' ? L'\\' : static_cast<wchar_t>(std::towupper(c));
+  for (wchar_t& c : path) c = c == L'/' ? L'\\' : upperLetter(c);
   return path;
 }
 
@@ -322,5 +324,14 @@ int zbReadonly() {
   } else {
     acedRetNil();
   }
+  return done;
+}
+
+int zbGetVersion() {
+  SHORT version = 0;
+  if (const auto engine = createObject<IZbEngine>(engineClassId)) {
+    if (FAILED(engine->EngineVersion(&version))) version = 0;
+  }
+  retNumber(version);
   return done;
 }

@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "interfaces/engine.h"
 #include "platform/com/com_error.h"
 #include "platform/com/owners.h"
-#include "zarbo/database/engine.h"
 
 /// How a call of the engine's interface becomes a plain value; a failing HRESULT is thrown.
 namespace engine_calls {

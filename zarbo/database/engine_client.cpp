@@ -47,7 +47,7 @@ bool Engine::errorPending() {
   return asked([&](short* answer) { return object().ErrorPending(answer); });
 }
 
-EngineError Engine::takeError() {
+PendingError Engine::takeError() {
   LONG code = 0;
   Bstr message;
   check(object().LastError(&code, message.put()));

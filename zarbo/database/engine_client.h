@@ -4,14 +4,15 @@
 #include <cstdint>
 #include <string>
 
+#include "interfaces/engine.h"
 #include "platform/com/com_ptr.h"
 #include "platform/com/owners.h"
-#include "zarbo/database/engine.h"
 
 /// What `connect` answers for a file that opens but is damaged.
 inline const wchar_t* const repairStatus = L"*REPAIR*";
 
-struct EngineError {
+/// The error that waited in an engine object for being asked for.
+struct PendingError {
   int32_t code;
   std::wstring text;
 };
@@ -39,7 +40,7 @@ class Engine {
   bool isReadOnly();
   std::wstring databaseName();
   bool errorPending();
-  EngineError takeError();
+  PendingError takeError();
 
   bool setTable(const std::wstring& table, const std::wstring& index);
   bool closeTable();

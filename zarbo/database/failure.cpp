@@ -12,12 +12,12 @@ constexpr int32_t diskOrNetworkError = 3043;
 constexpr const wchar_t* moduleFallback = L"\nZarbo Error: %s";
 constexpr const wchar_t* ownConnectionFallback = L"\nDatabase Error: %s";
 
-void keep(const EngineError& error) {
+void keep(const PendingError& error) {
   lastErrorText() = L"(" + std::to_wstring(error.code) + L") " + error.text;
 }
 
 /// Running off either end of a table is no news to the user.
-void print(const EngineError& error, const wchar_t* fallback) {
+void print(const PendingError& error, const wchar_t* fallback) {
   if (error.code == noCurrentRecord) return;
   if (error.code == diskOrNetworkError) {
     acutPrintf(L"\nA disk or network error occurred while trying to access the database.");
@@ -32,7 +32,7 @@ void print(const EngineError& error, const wchar_t* fallback) {
 bool report(Engine& engine, const wchar_t* fallback) {
   acedRetNil();
   if (!engine || !engine.errorPending()) return false;
-  const EngineError error = engine.takeError();
+  const PendingError error = engine.takeError();
   keep(error);
   print(error, fallback);
   return true;
@@ -45,7 +45,7 @@ std::wstring& lastErrorText() {
   return text;
 }
 
-void tellEngineError(const EngineError& error) {
+void tellEngineError(const PendingError& error) {
   keep(error);
   print(error, moduleFallback);
 }

@@ -22,7 +22,7 @@ bool keepEngineFailure(Engine& engine);
 bool reportEngineFailure(Engine& engine);
 
 /// Keeps and prints an error that was taken already.
-void tellEngineError(const EngineError& error);
+void tellEngineError(const PendingError& error);
 
 /// Bodies.
 int zbLastError();

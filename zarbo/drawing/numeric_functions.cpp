@@ -1,16 +1,20 @@
 #include "zarbo/drawing/numeric_functions.h"
 
 #include <cmath>
+#include <cstdlib>
 
 #include "platform/text/digits.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
 #include "zarbo/frame/list_builder.h"
-#include "zarbo/frame/random.h"
 
 namespace {
 
 constexpr int32_t noLimit = -1;
+
+/// The next number of the process's random sequence, 0 to 32767: the range that applications are written for,
+/// whatever `RAND_MAX` is here. An integer of that size reaches LISP as an integer, never as a real.
+int drawRandom() { return std::rand() & 0x7fff; }
 
 int applyToReal(double (*function)(double)) {
   acedRetNil();
@@ -22,6 +26,11 @@ int applyToReal(double (*function)(double)) {
 }
 
 }  // namespace
+
+int zbRandom() {
+  acedRetInt(drawRandom());
+  return done;
+}
 
 int kvRand() {
   LispArgs args;

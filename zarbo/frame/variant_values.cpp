@@ -1,21 +1,16 @@
 #include "zarbo/frame/variant_values.h"
 
 #include <cmath>
-#include <cwctype>
 #include <vector>
 
 #include "brx/lisp_calls.h"
+#include "platform/text/trim.h"
 #include "zarbo/frame/list_builder.h"
 
 namespace {
 
 std::wstring_view textOf(const VARIANT& value) {
   return value.vt == VT_BSTR ? viewOf(value.bstrVal) : std::wstring_view();
-}
-
-std::wstring_view trimmed(std::wstring_view text) {
-  while (!text.empty() && std::iswspace(static_cast<wint_t>(text.back()))) text.remove_suffix(1);
-  return text;
 }
 
 double orZero(double value) { return std::isnan(value) ? 0.0 : value; }
@@ -31,7 +26,7 @@ resbuf* dateToResbuf(DATE date) {
 }
 
 resbuf* textToResbuf(std::wstring_view text, bool trim) {
-  if (trim) return LispAtom(trimmed(text)).toBuffer();
+  if (trim) return LispAtom(trimmedRight(text)).toBuffer();
   return LispAtom(text == L" " ? std::wstring_view() : text).toBuffer();
 }
 

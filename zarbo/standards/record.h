@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "interfaces/engine.h"
 #include "platform/com/com_ptr.h"
 #include "platform/com/owners.h"
-#include "zarbo/database/engine.h"
 #include "zarbo/standards/record_columns.h"
 
 /// Names that tell one standards table from another. An absent index is null.

@@ -1,15 +1,11 @@
 #include "zarbo/standards/record_columns.h"
 
 #include <cmath>
-#include <cwctype>
 #include <limits>
 
-namespace {
+#include "platform/text/trim.h"
 
-std::wstring_view trimmedRight(std::wstring_view text) {
-  while (!text.empty() && std::iswspace(static_cast<wint_t>(text.back()))) text.remove_suffix(1);
-  return text;
-}
+namespace {
 
 /// A standards file may hold a number in any width; what is no number counts as 0.
 double numberOf(const VARIANT& value) {

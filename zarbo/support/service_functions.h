@@ -1,7 +1,7 @@
 #pragma once
 
-/// Bodies of identifiers and signatures (signing_functions.cpp), and of downloads, archives and files
-/// (archive_functions.cpp).
+/// Bodies of identifiers and signatures (signing_functions.cpp), of downloads, archives and what is asked of
+/// files (archive_functions.cpp), and of what is done with files (file_functions.cpp).
 
 int createCompressedGuidString();
 int signStringOf();
@@ -12,3 +12,11 @@ int extractZip();
 int createZip();
 int getTempPath();
 int isFileReadOnly();
+
+int zbFcopy();
+int zbFcopyIfChanged();
+int zbFmove();
+int zbFdelete();
+int zbFdir();
+int zbMkdir();
+int zbRmdir();

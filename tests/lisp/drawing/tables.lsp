@@ -105,3 +105,7 @@
 (type (record "LAYER" "Wände" '((62 . 4))))     ;=> ENAME
 (list (record "LAYER" "WÄNDE" '((62 . 4))) (cdr (assoc 2 (tblsearch "LAYER" "wÄNDE"))))   ;=> (nil "Wände")
 (entdel (namedobjdict))                         ;=> nil
+; Names are found whatever the case of their letters, beyond ASCII too.
+(type (record "LAYER" "Ölleitung" '((62 . 3))))  ;=> ENAME
+(cdr (assoc 2 (tblsearch "LAYER" "öLLEITUNG")))  ;=> "Ölleitung"
+(record "LAYER" "ölleitung" '((62 . 3)))        ;=> nil

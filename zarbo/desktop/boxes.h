@@ -1,0 +1,7 @@
+#pragma once
+
+/// Bodies of beeps and message boxes.
+
+int zbBeep();
+int zbMessageBeep();
+int zbMessageBox();
