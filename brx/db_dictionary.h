@@ -49,7 +49,6 @@ class BRX_API AcDbDictionary : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   friend class AcDbDictionaryIterator;
   struct Entry {
     std::wstring name;
@@ -87,7 +86,6 @@ class BRX_API AcDbDictionaryWithDefault : public AcDbDictionary {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   AcDbObjectId default_;
 };
 
@@ -111,7 +109,6 @@ class BRX_API AcDbXrecord : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   std::unique_ptr<host::GroupList> data_;
   Adesk::Int16 cloning_ = 1;
 };
@@ -144,7 +141,6 @@ class BRX_API AcDbGroup : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   std::wstring description_;
   std::vector<AcDbObjectId> entities_;
@@ -181,7 +177,6 @@ class BRX_API AcDbSortentsTable : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   Acad::ErrorStatus move(const AcDbObjectIdArray& ids, bool toTop);
   AcDbObjectId block_;
   /// Entity and the handle as whose the entity is drawn.
@@ -204,7 +199,6 @@ class BRX_API AcDbLayout : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   std::wstring name_;
   Adesk::Int16 tab_ = 0;
   AcDbObjectId block_;

@@ -147,7 +147,6 @@ class BRX_API AcDbEntity : public AcDbObject {
                                              Adesk::Int64 thisMarker, Adesk::Int64 otherMarker) const;
 
  private:
-  friend struct HostAccess;
   AcDbObjectId layer_, linetype_;
   double linetypeScale_ = 1;
   AcCmColor color_;

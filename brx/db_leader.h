@@ -32,7 +32,6 @@ class BRX_API AcDbLeader : public AcDbCurve {
   Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const override;
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   double arrowSize() const;
   std::vector<AcGePoint3d> vertices_;

@@ -32,7 +32,6 @@ class BRX_API AcDbSpline : public AcDbCurve {
   BRX_SNAPS_ITSELF
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   std::unique_ptr<host::BSpline> curve_;
   mutable std::unique_ptr<host::BSpline> fitted_;  // made when it is asked for

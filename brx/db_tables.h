@@ -33,8 +33,9 @@ class BRX_API AcDbSymbolTableRecord : public AcDbObject {
 
  protected:
   Adesk::Int16 flags() const { return flags_; }
-  /// From a file, without what marks references to other drawings.
-  void takeFlags(Adesk::Int16 flags) { flags_ = static_cast<Adesk::Int16>(flags & ~112); }
+  /// The fields that files have among those of each class.
+  template <class Visitor, class Self>
+  static void head(Visitor& v, Self& o);
   void setFlag(Adesk::Int16 bit, bool on) {
     flags_ = static_cast<Adesk::Int16>(on ? flags_ | bit : flags_ & ~bit);
   }
@@ -134,7 +135,7 @@ class BRX_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcCmColor color_ = [] {
     AcCmColor c;
     c.setColorIndex(7);
@@ -170,7 +171,7 @@ class BRX_API AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   std::wstring comments_;
   std::vector<double> dashes_;
   std::vector<BrxDashSign> signs_;
@@ -193,15 +194,19 @@ class BRX_API AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   double textSize_ = 0, xScale_ = 1, oblique_ = 0, priorSize_ = 0.2;
   std::wstring fileName_ = L"txt", bigFontFileName_;
+  Adesk::Int16 generation_ = 0;  // backward and upside down
 };
 
 class BRX_API AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
  public:
   ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord)
   BRX_FILES_ITSELF
+
+ private:
+  BRX_DECLARES_FIELDS
 };
 
 /// A record whose data behind the name are kept as groups of the drawing file.
@@ -216,6 +221,7 @@ class BRX_API BrxGroupsTableRecord : public AcDbSymbolTableRecord {
   BrxGroupsTableRecord();
 
  private:
+  BRX_DECLARES_FIELDS
   std::unique_ptr<host::GroupList> groups_;
 };
 #define BRX_GROUPS_RECORD(Name)                      \
@@ -262,6 +268,7 @@ class BRX_API AcDbBlockTableRecord : public AcDbSymbolTableRecord {
 
  private:
   friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcGePoint3d origin_;
   AcDbObjectId layout_;
   std::wstring path_, comments_;

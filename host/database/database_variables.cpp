@@ -108,7 +108,12 @@ Acad::ErrorStatus AcDbDatabase::updateExt(bool) {
   const bool isEmpty = all.isEmpty();
   imp_->setHeader(variable(L"EXTMIN"), isEmpty ? AcGePoint3d{empty, empty, empty} : all.minPoint());
   imp_->setHeader(variable(L"EXTMAX"), isEmpty ? AcGePoint3d{-empty, -empty, -empty} : all.maxPoint());
+  imp_->extentsKnownAt = imp_->changes;
   return Acad::eOk;
+}
+void host::trustExtents(AcDbDatabase& drawing) {
+  const bool isTold = drawing.extmin().x <= drawing.extmax().x;
+  if (isTold) drawing.imp().extentsKnownAt = drawing.imp().changes;
 }
 
 AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const { return imp_->namedObjects; }

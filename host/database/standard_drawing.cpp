@@ -23,14 +23,6 @@ AcDbObjectId ensure(AcDbDatabase& drawing, const ACHAR* name) {
   return id;
 }
 
-void completeLinetypes(AcDbDatabase& drawing) {
-  ensure<AcDbLinetypeTable, AcDbLinetypeTableRecord>(drawing, L"ByBlock");
-  ensure<AcDbLinetypeTable, AcDbLinetypeTableRecord>(drawing, L"ByLayer");
-  AcDbObjectPointer<AcDbLinetypeTableRecord> solid(
-      ensure<AcDbLinetypeTable, AcDbLinetypeTableRecord>(drawing, L"Continuous"), AcDb::kForWrite);
-  if (solid.object() && solid->comments().empty()) solid->setPattern(L"Solid line", solid->dashes());
-}
-
 /// A view of the standard limits from above; other programs open a drawing with it.
 GroupList standardView() {
   GroupList groups;
@@ -105,6 +97,14 @@ void completeLayout(AcDbObjectId layouts, AcDbObjectId space, const ACHAR* name,
 }
 
 }  // namespace
+
+void completeLinetypes(AcDbDatabase& drawing) {
+  ensure<AcDbLinetypeTable, AcDbLinetypeTableRecord>(drawing, L"ByBlock");
+  ensure<AcDbLinetypeTable, AcDbLinetypeTableRecord>(drawing, L"ByLayer");
+  AcDbObjectPointer<AcDbLinetypeTableRecord> solid(
+      ensure<AcDbLinetypeTable, AcDbLinetypeTableRecord>(drawing, L"Continuous"), AcDb::kForWrite);
+  if (solid.object() && solid->comments().empty()) solid->setPattern(L"Solid line", solid->dashes());
+}
 
 void completeTables(AcDbDatabase& drawing) {
   completeLinetypes(drawing);

@@ -65,7 +65,13 @@ struct Descent {
   Descent() { ++depth; }
   ~Descent() { --depth; }
   bool tooDeep() const { return depth > deepest; }
+  bool isOutermost() const { return depth == 1; }
 };
+
+/// Parts that are looked at for the extents of one reference; blocks that hold one another twice at each
+/// level would have no end.
+constexpr int mostMeasured = 2'000'000;
+thread_local int measured = 0;
 
 template <class Visit>
 Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Visit visit) {
@@ -198,8 +204,10 @@ struct Pieces {
 Acad::ErrorStatus AcDbBlockReference::subGetGeomExtents(AcDbExtents& extents) const {
   Pieces pieces;
   const Descent descent;
-  if (descent.tooDeep()) return Acad::eSelfReference;
+  if (descent.isOutermost()) measured = 0;
+  if (descent.tooDeep() || measured > mostMeasured) return Acad::eSelfReference;
   appendParts(record_, blockTransform(), pieces.list);
+  measured += pieces.list.length();
   AcDbExtents first;
   for (void* each : pieces.list) static_cast<AcDbEntity*>(each)->getGeomExtents(first);
   if (first.isEmpty()) return Acad::eInvalidExtents;

@@ -5,10 +5,17 @@
 ACRX_DEFINE_MEMBERS(AcDbLine)
 ACRX_DEFINE_MEMBERS(AcDbPoint)
 
-static constexpr auto lineFields = [](auto& v, auto& o) { HostAccess::line(v, o); };
-static constexpr auto pointFields = [](auto& v, auto& o) { HostAccess::point(v, o); };
-HOST_FILING(AcDbLine, AcDbEntity, lineFields)
-HOST_FILING(AcDbPoint, AcDbEntity, pointFields)
+template <class Visitor, class Self>
+void AcDbLine::fields(Visitor& v, Self& o) {
+  v(39, o.thickness_), v(10, o.start_), v(11, o.end_), v(210, o.normal_);
+}
+HOST_FILING(AcDbLine, AcDbEntity, fields)
+
+template <class Visitor, class Self>
+void AcDbPoint::fields(Visitor& v, Self& o) {
+  v(10, o.position_);
+}
+HOST_FILING(AcDbPoint, AcDbEntity, fields)
 
 Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) {
   return assertWriteEnabled(), start_ = point, Acad::eOk;

@@ -5,6 +5,19 @@
 
 ACRX_DEFINE_MEMBERS(AcDbText)
 
+/// In files the vertical mode stands behind a second mark of the same name, which is read as one with the
+/// first, and in attributes among their own fields.
+template <class Visitor, class Self>
+void AcDbText::fields(Visitor& v, Self& o) {
+  v.plane(10, o.position_, o.normal_), v(40, o.height_), v(1, o.text_), v(50, o.rotation_);
+  v(41, o.widthFactor_), v(51, o.oblique_), v.template named<AcDbTextStyleTable>(7, o.style_);
+  v(71, o.generation_), v(72, o.horizontal_), v.plane(11, o.alignment_, o.normal_), v(210, o.normal_);
+  if (Visitor::isDxf && o.isA() != desc()) return;
+  if constexpr (std::is_same_v<Visitor, host::DxfWriter>) v.subclass(L"AcDbText");
+  v(73, o.vertical_);
+}
+HOST_FILING(AcDbText, AcDbEntity, fields)
+
 namespace {
 
 constexpr double turn = 6.283185307179586477;
@@ -228,45 +241,4 @@ void AcDbText::subList() const {
   acutPrintf(L"                   Text: \"%s\"\n", text_.c_str());
   acutPrintf(L"                   at point = %f, %f, %f  Height = %f\n", position_.x, position_.y,
              position_.z, height_);
-}
-
-Acad::ErrorStatus AcDbText::dwgOutFields(AcDbDwgFiler* filer) const {
-  AcDbEntity::dwgOutFields(filer);
-  host::DwgWriter visitor{*filer};
-  HostAccess::text(visitor, *this), HostAccess::textVertical(visitor, *this);
-  return filer->filerStatus();
-}
-Acad::ErrorStatus AcDbText::dwgInFields(AcDbDwgFiler* filer) {
-  assertWriteEnabled();
-  AcDbEntity::dwgInFields(filer);
-  host::DwgReader visitor{*filer};
-  HostAccess::text(visitor, *this), HostAccess::textVertical(visitor, *this);
-  return filer->filerStatus();
-}
-Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* filer) const {
-  AcDbEntity::dxfOutFields(filer);
-  host::DxfWriter visitor{*filer};
-  filer->writeSubclass(L"AcDbText");
-  HostAccess::text(visitor, *this);
-  if (isA() != desc()) return filer->filerStatus();
-  filer->writeSubclass(L"AcDbText");
-  HostAccess::textVertical(visitor, *this);
-  return filer->filerStatus();
-}
-/// Classes derived from this one have the vertical mode among their own fields.
-Acad::ErrorStatus AcDbText::dxfInFields(AcDbDxfFiler* filer) {
-  assertWriteEnabled();
-  Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
-  if (status != Acad::eOk) return status;
-  status = host::readDxf(filer, L"AcDbText", [this](auto& visitor) {
-    HostAccess::text(visitor, *this);
-    HostAccess::textVertical(visitor, *this);
-  });
-  if (status != Acad::eOk || isA() != desc() || !filer->atSubclassData(L"AcDbText")) return status;
-  resbuf item{};
-  while (filer->readItem(&item) == Acad::eOk) {
-    host::DxfReader reader{*filer, item};
-    HostAccess::textVertical(reader, *this);
-  }
-  return filer->filerStatus();
 }

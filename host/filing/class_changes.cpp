@@ -79,10 +79,15 @@ BrxProxyData* proxyData(AcDbObject* object) {
   return nullptr;
 }
 
-/// What came as a snapshot's bytes knows its class; what came as groups, the class's name in such files.
-AcRxClass* classOf(const BrxProxyData& data) {
+/// What came as a snapshot's bytes knows its class; what came as groups, the class's name in such files. Null
+/// where an object of that class can't stand in the proxy's place: files have anything anywhere.
+AcRxClass* classOf(const BrxProxyData& data, const AcDbObject& proxy) {
   AcRxClass* const type = data.bytes.empty() ? findClassByDxfName(data.dxfName) : findClass(data.className);
-  return type && type->isDerivedFrom(AcDbObject::desc()) ? type : nullptr;
+  const bool isPlain = type && type->isDerivedFrom(AcDbObject::desc()) &&
+                       !type->isDerivedFrom(AcDbSymbolTable::desc()) &&
+                       !type->isDerivedFrom(AcDbSymbolTableRecord::desc());
+  const bool suits = isPlain && type->isDerivedFrom(AcDbEntity::desc()) == proxy.isKindOf(AcDbEntity::desc());
+  return suits ? type : nullptr;
 }
 
 Acad::ErrorStatus readBack(AcDbObject& object, const AcDbObject& proxy, const BrxProxyData& data,
@@ -101,7 +106,7 @@ Acad::ErrorStatus readBack(AcDbObject& object, const AcDbObject& proxy, const Br
 /// An object that can't be read by its class stays a proxy.
 bool revive(AcDbStub& stub, AcDbDatabase& drawing) {
   const BrxProxyData* const data = proxyData(stub.object);
-  AcRxClass* const type = data ? classOf(*data) : nullptr;
+  AcRxClass* const type = data ? classOf(*data, *stub.object) : nullptr;
   auto* const made = type ? static_cast<AcDbObject*>(type->create()) : nullptr;
   if (!made) return false;
   if (readBack(*made, *stub.object, *data, drawing) != Acad::eOk) {

@@ -66,6 +66,12 @@ void DxfObjects::ensure(std::string_view name, const DxfRecord& asking, const wc
   HostAccess::addRecord(*table.object(), symbolKey(wide.c_str()), id);
 }
 
+void DxfObjects::ensureLinetype(const DxfRecord& record) {
+  if (const DxfGroup* const name = record.find(6)) {
+    ensure<AcDbLinetypeTable, AcDbLinetypeTableRecord>(name->raw, record, L"linetype");
+  }
+}
+
 /// Objects look their names up; a name that isn't there would cost the whole object.
 void DxfObjects::ensureNames(const DxfRecord& record) {
   int marks = 0;

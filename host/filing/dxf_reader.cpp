@@ -41,6 +41,7 @@ class DrawingReader {
     keepOtherSections(objects);
     breakBlockCycles(drawing_, report_);
     settleNextHandle(drawing_, handleSeed_);
+    trustExtents(drawing_);
     return Acad::eOk;
   }
 
@@ -72,10 +73,13 @@ class DrawingReader {
   /// Everything that entities refer to by name.
   void readNames(DxfObjects& objects) {
     forEachSection("CLASSES", [&](DxfWalk& walk) { keepClasses(walk, objects); });
-    for (const DxfTableTurn turn :
-         {DxfTableTurn::applications, DxfTableTurn::referredTo, DxfTableTurn::others}) {
+    const auto readTables = [&](DxfTableTurn turn) {
       forEachSection("TABLES", [&](DxfWalk& walk) { readDxfTables(walk, objects, turn); });
-    }
+    };
+    readTables(DxfTableTurn::applications);
+    readTables(DxfTableTurn::referredTo);
+    completeLinetypes(drawing_);
+    readTables(DxfTableTurn::others);
     forEachSection("BLOCKS", [&](DxfWalk& walk) { readDxfBlockNames(walk, objects); });
     completeTables(drawing_);
   }

@@ -1,9 +1,11 @@
 #include "host/filing/dxf_writer.h"
 
-#include <map>
+#include <set>
+#include <string>
 
 #include "brx/db_block.h"
 #include "brx/db_proxy.h"
+#include "host/database/proxies.h"
 #include "host/database/standard_drawing.h"
 #include "host/filing/block_ends.h"
 #include "host/filing/dxf_classes.h"
@@ -66,11 +68,16 @@ class DrawingWriter {
 
   /// Handles are given before the header tells the next free one.
   void prepare() {
+    const AcDbDatabaseImp& imp = drawing_.imp();
+    const bool knowsExtents = imp.extentsKnownAt == imp.changes;
     completeDrawing(drawing_);
-    drawing_.updateExt();
-    forEachBlock([](AcDbBlockTableRecord& each) {
+    if (!knowsExtents) drawing_.updateExt();
+    std::set<std::wstring> partHandles;
+    const auto isTaken = [&](const std::wstring& handle) { return !partHandles.insert(handle).second; };
+    forEachBlock([&](AcDbBlockTableRecord& each) {
       prepareBlockEnds(each);
-      forEachEntity(each, [](AcDbEntity& entity) {
+      forEachEntity(each, [&](AcDbEntity& entity) {
+        if (auto* const proxy = AcDbProxyEntity::cast(&entity)) renewParts(*proxy, isTaken);
         const BrxSubentities* const list = subentitiesOf(entity);
         if (list && !list->ids.empty()) sequenceEnd(entity);
       });

@@ -50,23 +50,23 @@ TEST(Carried, LinetypesKeepTheirTextsAndShapes) {
   const std::string record = "330 5|100 AcDbSymbolTableRecord|100 AcDbLinetypeTableRecord|";
   const ReadDrawing read(
       section("HEADER", "9 $ACADVER|1 AC1027") +
-      section(
-          "TABLES",
-          "0 TABLE|2 LTYPE|5 5|330 0|100 AcDbSymbolTable|70 2|0 LTYPE|5 15|" + record +
-              "2 GAS|70 0|3 Gas ----GAS----|72 65|73 3|40 0.95|" + gas + "|0 LTYPE|5 16|" + record +
-              "2 FENCE|70 0|3 Fence|72 65|73 3|40 0.45|" + fence +
-              "|0 ENDTAB|0 TABLE|2 STYLE|5 3|330 0|100 AcDbSymbolTable|70 2|"
-              "0 STYLE|5 11|330 3|100 AcDbSymbolTableRecord|100 AcDbTextStyleTableRecord|2 Notes|70 0|3 txt|"
-              "0 STYLE|5 12|330 3|100 AcDbSymbolTableRecord|100 AcDbTextStyleTableRecord|2|70 1|3 "
-              "ltypeshp.shx|"
-              "0 ENDTAB|0 TABLE|2 LAYER|5 2|330 0|100 AcDbSymbolTable|70 1|"
-              "0 LAYER|5 10|330 2|100 AcDbSymbolTableRecord|100 AcDbLayerTableRecord|2 pipes|70 0|62 1|6 "
-              "FENCE|0 ENDTAB") +
+      section("TABLES",
+              "0 TABLE|2 LTYPE|5 5|330 0|100 AcDbSymbolTable|70 2|0 LTYPE|5 15|" + record +
+                  "2 GAS|70 0|3 Gas ----GAS----|72 65|73 3|40 0.95|" + gas + "|0 LTYPE|5 16|" + record +
+                  "2 FENCE|70 0|3 Fence|72 65|73 3|40 0.45|" + fence +
+                  "|0 ENDTAB|0 TABLE|2 STYLE|5 3|330 0|100 AcDbSymbolTable|70 2|"
+                  "0 STYLE|5 11|330 3|100 AcDbSymbolTableRecord|100 AcDbTextStyleTableRecord|2 Notes|70 0|71 "
+                  "4|3 txt|"
+                  "0 STYLE|5 12|330 3|100 AcDbSymbolTableRecord|100 AcDbTextStyleTableRecord|2|70 1|3 "
+                  "ltypeshp.shx|"
+                  "0 ENDTAB|0 TABLE|2 LAYER|5 2|330 0|100 AcDbSymbolTable|70 1|"
+                  "0 LAYER|5 10|330 2|100 AcDbSymbolTableRecord|100 AcDbLayerTableRecord|2 pipes|70 0|62 1|6 "
+                  "FENCE|0 ENDTAB") +
       section("ENTITIES",
               "0 LINE|5 20|100 AcDbEntity|8 pipes|6 GAS|100 AcDbLine|10 0.0|20 0.0|11 9.0|21 0.0") +
       groups("0 EOF"));
   EXPECT_EQ(read.messages(), "");
-  expectGroups(plain(*read.drawing), {gas, fence});
+  expectGroups(plain(*read.drawing), {gas, fence, "3 txt|4|71 4"});
   // Into another drawing the text's style and the shape's file go along.
   AcDbDatabase other;
   AcDbObjectId block;
@@ -113,6 +113,17 @@ TEST(Carried, ExactColoursStandBesideTheirIndex) {
   AcCmColor blue;
   blue.setRGB(1, 2, 250);
   EXPECT_EQ(blue.colorIndex(), 5);
+}
+
+TEST(Carried, LayersGetTheLinetypesThatTheyName) {
+  const ReadDrawing read(
+      section("HEADER", "9 $ACADVER|1 AC1027") +
+      section("TABLES",
+              "0 TABLE|2 LAYER|5 2|330 0|100 AcDbSymbolTable|70 1|0 LAYER|5 10|330 2|100 "
+              "AcDbSymbolTableRecord|100 AcDbLayerTableRecord|2 a|70 0|62 5|6 Lost|0 ENDTAB") +
+      groups("0 EOF"));
+  EXPECT_TRUE(read.says(L"linetype 'Lost' is in no table: made"));
+  expectGroups(plain(*read.drawing), {"2 a|70 0|62 5|6 Lost"});
 }
 
 TEST(Carried, NamesAreOneWhateverTheirCase) {
@@ -190,6 +201,18 @@ TEST(Carried, EntitiesOfOldFilesGetMarks) {
        "100 AcDbVertex|100 AcDbPolyFaceMeshVertex|10 1.0|20 2.0|30 3.0|70 192",
        "100 AcDbFaceRecord|10 0.0|20 0.0|30 0.0|70 128|71 1|72 2", "0 SEQEND",
        "100 AcDbShape|10 1.0|20 1.0|30 0.0|40 2.0|2 TRACK"});
+}
+
+TEST(Carried, ObjectsOutOfPlaceStayAsTheyCameWhenModulesCome) {
+  const ReadDrawing read(
+      section("HEADER", "9 $ACADVER|1 AC1021") +
+      section("OBJECTS",
+              "0 LINE|5 40|100 AcDbEntity|8 0|100 AcDbLine|10 0.0|20 0.0|11 1.0|21 1.0|"
+              "0 LAYER|5 41|100 AcDbSymbolTableRecord|100 AcDbLayerTableRecord|2 stray|70 0") +
+      groups("0 EOF"));
+  newAcRxClass(L"AcDbOfSomeModule", L"AcDbEntity", nullptr);
+  acrxBuildClassHierarchy();
+  expectGroups(plain(*read.drawing), {"0 LINE|5 40", "0 LAYER|5 41"});
 }
 
 TEST(Carried, ReferencesToNothingAreLeftOut) {
