@@ -123,7 +123,11 @@ class BRX_API AcDbPolyline : public AcDbCurve {
   unsigned numVerts() const { return static_cast<unsigned>(vertices_.size()); }
   Acad::ErrorStatus addVertexAt(unsigned index, const AcGePoint2d& point, double bulge = 0,
                                 double startWidth = -1, double endWidth = -1);
+  Acad::ErrorStatus removeVertexAt(unsigned index);
+  Acad::ErrorStatus setPointAt(unsigned index, const AcGePoint2d& point);
   Acad::ErrorStatus getPointAt(unsigned index, AcGePoint3d& point) const;
+  /// In the plane's own system.
+  Acad::ErrorStatus getPointAt(unsigned index, AcGePoint2d& point) const;
   Acad::ErrorStatus getBulgeAt(unsigned index, double& bulge) const;
   const std::vector<Vertex>& vertices() const { return vertices_; }
   bool isClosed() const override { return closed_; }

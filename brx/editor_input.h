@@ -75,5 +75,12 @@ int acedSSDel(const ads_name entity, const ads_name set);
 /// `RTNORM` when the entity is in the set.
 int acedSSMemb(const ads_name entity, const ads_name set);
 
+/// Takes a point, or a direction with `isDirection`, from one coordinate system to another. Systems: a short
+/// 0 for the world, 1 for the user's, 2 for the screen, 3 for paper space's screen; an entity, or a normal as
+/// a 3D point, for the plane's own.
+int acedTrans(const ads_point point, const resbuf* from, const resbuf* to, int isDirection, ads_point result);
+/// Shows an entity again, or with null the whole drawing, without what was drawn for the moment.
+int acedRedraw(const ads_name entity, int mode);
+
 /// True when the user has asked to stop what runs.
 bool acedUsrBrk();

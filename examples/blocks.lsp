@@ -14,3 +14,10 @@
 (host-new "FlowArrow.dwg")
 (entmake '((0 . "SOLID") (8 . "0") (10 0 0 0) (11 -1 0.2 0) (12 -1 -0.2 0) (13 -1 -0.2 0)))
 (save-block "FlowArrow")
+
+;;; A square ceiling diffuser of side 1, with its air flow to fill in.
+(host-new "Diffuser.dwg")
+(entmake '((0 . "LWPOLYLINE") (8 . "0") (90 . 4) (70 . 1) (10 -0.5 -0.5) (10 0.5 -0.5) (10 0.5 0.5) (10 -0.5 0.5)))
+(entmake '((0 . "LINE") (8 . "0") (10 -0.5 -0.5 0) (11 0.5 0.5 0)))
+(entmake '((0 . "LINE") (8 . "0") (10 -0.5 0.5 0) (11 0.5 -0.5 0)))
+(save-block "Diffuser")

@@ -1,9 +1,12 @@
 #include <cmath>
 
+#include "brx/db_calls.h"
 #include "brx/db_text.h"
+#include "brx/editor_input.h"
 #include "host/access/access_functions.h"
 #include "host/access/access_state.h"
 #include "host/access/arguments.h"
+#include "host/access/coordinate_systems.h"
 #include "host/access/group_checks.h"
 #include "host/access/object_list.h"
 #include "host/access/refusal.h"
@@ -16,28 +19,6 @@ namespace {
 
 using lisp::Call;
 using lisp::Value;
-
-AcGePoint3d pointVariable(const wchar_t* name, const AcGePoint3d& missing) {
-  const auto value = getVariable(name);
-  const Point* const point = value ? std::get_if<Point>(&*value) : nullptr;
-  return point ? AcGePoint3d{point->x, point->y, point->z} : missing;
-}
-
-AcGeMatrix3d userSystem() {
-  const AcGeVector3d x = pointVariable(L"UCSXDIR", {1, 0, 0}).asVector();
-  const AcGeVector3d y = pointVariable(L"UCSYDIR", {0, 1, 0}).asVector();
-  AcGeMatrix3d system;
-  return system.setToCoordSystem(pointVariable(L"UCSORG", {}), x, y, x.crossProduct(y));
-}
-
-/// The screen's system: Z towards the viewer, turned by the view's twist.
-AcGeMatrix3d displaySystem() {
-  const AcGeVector3d direction = pointVariable(L"VIEWDIR", {0, 0, 1}).asVector();
-  const auto twist = getVariable(L"VIEWTWIST");
-  const double angle = twist && std::holds_alternative<double>(*twist) ? std::get<double>(*twist) : 0;
-  return AcGeMatrix3d::translation(pointVariable(L"TARGET", {}).asVector()) *
-         AcGeMatrix3d::planeToWorld(direction.normal()) * AcGeMatrix3d::rotation(-angle, {0, 0, 1});
-}
 
 /// Entities whose points are the world's, though they have a normal.
 bool isInWorld(std::wstring_view type) {
@@ -58,6 +39,22 @@ AcGeMatrix3d entitySystem(AcDbObjectId id) {
   return {};
 }
 
+/// Nothing for a number of no system.
+std::optional<AcGeMatrix3d> numberedSystem(int number) {
+  enum : int { world, user, display, paper };
+  switch (number) {
+    case world:
+      return AcGeMatrix3d();
+    case user:
+      return userSystem();
+    case display:
+    case paper:
+      return displaySystem();
+    default:
+      return std::nullopt;
+  }
+}
+
 /// A system to the world's: by number, by an entity's plane or by a normal.
 AcGeMatrix3d systemArgument(const Call& call, size_t place) {
   const Value& value = call[place];
@@ -67,17 +64,29 @@ AcGeMatrix3d systemArgument(const Call& call, size_t place) {
     if (normal.isZeroLength()) lisp::failType(L"point:", value);
     return AcGeMatrix3d::planeToWorld(normal.normal());
   }
-  enum : int { world, user, display, paper };
-  switch (call.integer(place)) {
-    case world:
-      return {};
-    case user:
-      return userSystem();
-    case display:
-    case paper:
-      return displaySystem();
+  const auto system = numberedSystem(call.integer(place));
+  if (!system) lisp::failType(L"coordinate system:", value);
+  return *system;
+}
+
+std::optional<AcGeMatrix3d> systemOf(const resbuf* named) {
+  if (!named) return std::nullopt;
+  switch (named->restype) {
+    case RTSHORT:
+      return numberedSystem(named->resval.rint);
+    case RTENAME: {
+      AcDbObjectId id;
+      if (acdbGetObjectId(id, named->resval.rlname) != Acad::eOk) return std::nullopt;
+      return entitySystem(id);
+    }
+    case RTPOINT:
+    case RT3DPOINT: {
+      const AcGeVector3d normal = asPnt3d(named->resval.rpoint).asVector();
+      if (normal.isZeroLength()) return std::nullopt;
+      return AcGeMatrix3d::planeToWorld(normal.normal());
+    }
     default:
-      lisp::failType(L"coordinate system:", value);
+      return std::nullopt;
   }
 }
 
@@ -140,3 +149,14 @@ std::span<const lisp::Builtin> coordinateFunctions() {
 }
 
 }  // namespace host
+
+int acedTrans(const ads_point point, const resbuf* from, const resbuf* to, int isDirection,
+              ads_point result) {
+  const auto source = host::systemOf(from), target = host::systemOf(to);
+  if (!source || !target) return RTERROR;
+  const AcGeMatrix3d map = target->inverse() * *source;
+  const AcGePoint3d given = asPnt3d(point);
+  const AcGePoint3d mapped = isDirection ? AcGePoint3d{} + map * given.asVector() : map * given;
+  result[0] = mapped.x, result[1] = mapped.y, result[2] = mapped.z;
+  return RTNORM;
+}

@@ -1,4 +1,5 @@
 #include "brx/db_calls.h"
+#include "brx/editor_input.h"
 #include "host/access/access_functions.h"
 #include "host/access/access_state.h"
 #include "host/access/arguments.h"
@@ -105,3 +106,9 @@ std::span<const lisp::Builtin> entityFunctions() {
 }
 
 }  // namespace host
+
+int acedRedraw(const ads_name entity, int) {
+  if (!entity || ads_name_nil(entity)) return RTNORM;
+  AcDbObjectId id;
+  return acdbGetObjectId(id, entity) == Acad::eOk ? RTNORM : RTERROR;
+}

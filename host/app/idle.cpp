@@ -4,6 +4,7 @@
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/lisp/printer.h"
+#include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -43,6 +44,7 @@ lisp::Value evaluateSource(std::string_view source, const std::wstring& fileName
 
 void goIdle() {
   documents().discardClosed();
+  platform::desktop().runTimers();
   for (int texts = 0; texts < mostTexts; ++texts) {
     const auto sent = documents().takeSentText();
     if (!sent) return;

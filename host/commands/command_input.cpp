@@ -27,7 +27,7 @@ void CommandInput::say(const std::wstring& text) {
 
 void CommandInput::tell(const std::wstring& text) { commandLine().print(text); }
 
-InputItem CommandInput::take(Wanted wanted) {
+InputItem CommandInput::take(const Request& request) {
   Argument argument = std::move(arguments.front());
   arguments.pop_front();
   if (!argument) {
@@ -36,7 +36,7 @@ InputItem CommandInput::take(Wanted wanted) {
     } else {
       userInput().prompt(prompted_);
     }
-    argument = userInput().take(wanted);
+    argument = userInput().take(request);
   }
   if (std::holds_alternative<Cancel>(*argument)) throw CommandCancelled();
   return std::move(*argument);

@@ -28,7 +28,7 @@ class CommandInput : public InputSource {
   void tell(const std::wstring& text);
   bool ready() const override { return !arguments.empty(); }
   /// Throws `CommandCancelled`.
-  InputItem take(Wanted wanted) override;
+  InputItem take(const Request& request) override;
 
   // The prompts of commands. Points in the plane and measures from `base`, where there is one.
   Task<Answer> point(std::wstring prompt, std::optional<AcGePoint3d> base = {}, std::wstring keywords = {},

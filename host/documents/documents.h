@@ -71,6 +71,19 @@ class DocumentManager : public AcApDocManager {
     DocumentManager& manager_;
     const Document* former_;
   };
+  /// As long as this lives no document is opened, closed or switched to: something is dragged in the current
+  /// one. Those who would do it ask `isHeld` and refuse.
+  class Held {
+   public:
+    explicit Held(DocumentManager& manager) : manager_(manager) { ++manager_.holds_; }
+    ~Held() { --manager_.holds_; }
+    Held(const Held&) = delete;
+    Held& operator=(const Held&) = delete;
+
+   private:
+    DocumentManager& manager_;
+  };
+  bool isHeld() const { return holds_ != 0; }
   bool isBusy(const Document& document) const { return busy_ == &document; }
 
   Document* current() const { return current_; }
@@ -108,6 +121,7 @@ class DocumentManager : public AcApDocManager {
   Document* current_ = nullptr;
   Document* active_ = nullptr;
   const Document* busy_ = nullptr;
+  int holds_ = 0;
   std::deque<SentText> sent_;
 };
 

@@ -18,9 +18,9 @@ std::wstring& keyword() {
   return text;
 }
 
-void keepLastPoint(const AcGePoint3d& point) { setVariable(L"LASTPOINT", Point{point.x, point.y, point.z}); }
-
 }  // namespace
+
+void keepLastPoint(const AcGePoint3d& point) { setVariable(L"LASTPOINT", Point{point.x, point.y, point.z}); }
 
 PromptRules takePromptRules() { return std::exchange(promptRules(), {}); }
 void setPromptRules(PromptRules rules) { promptRules() = std::move(rules); }
@@ -30,7 +30,7 @@ void setLastKeyword(std::wstring text) { keyword() = std::move(text); }
 Task<Answer> acquire(InputSource& source, Request request) {
   while (true) {
     source.prompt(request.prompt);
-    const InputItem item = co_await NextInput{source, request.wanted};
+    const InputItem item = co_await NextInput{source, request};
     const auto meaning = interpret(request, item, CoordinateRules::current());
     if (const auto* refusal = std::get_if<Refusal>(&meaning)) {
       source.say(L"\n" + refusal->message);

@@ -13,6 +13,9 @@ Task<Answer> acquire(InputSource& source, Request request);
 /// The same of the user, at once.
 Answer ask(Request request);
 
+/// A point that was given, for those that are told from it.
+void keepLastPoint(const AcGePoint3d& point);
+
 /// What `acedInitGet` laid down for the next call, which it takes away.
 PromptRules takePromptRules();
 void setPromptRules(PromptRules rules);

@@ -3,7 +3,7 @@
 namespace host {
 
 void defineEditorFunctions(lisp::Interpreter& interpreter) {
-  for (const auto table : {getFunctions(), selectFunctions(), snapFunctions()}) {
+  for (const auto table : {dragFunctions(), getFunctions(), selectFunctions(), snapFunctions()}) {
     for (const lisp::Builtin& row : table) interpreter.define(row.name, row.body, row.fewest, row.most);
   }
 }

@@ -10,6 +10,7 @@ namespace host {
 void defineEditorFunctions(lisp::Interpreter& interpreter);
 
 // A table for each subject.
+std::span<const lisp::Builtin> dragFunctions();
 std::span<const lisp::Builtin> getFunctions();
 std::span<const lisp::Builtin> selectFunctions();
 std::span<const lisp::Builtin> snapFunctions();

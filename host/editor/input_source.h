@@ -16,20 +16,20 @@ class InputSource {
   /// False when what asks has to wait until more has been given; `waiting` is resumed then.
   virtual bool ready() const = 0;
   /// Only when ready.
-  virtual InputItem take(Wanted wanted) = 0;
+  virtual InputItem take(const Request& request) = 0;
   /// Nothing more will come, so that a selection is complete although nobody has said so.
   virtual bool endsSelection() const { return false; }
 
   std::coroutine_handle<> waiting;
 };
 
-/// `co_await NextInput{source, wanted}`.
+/// `co_await NextInput{source, request}`.
 struct NextInput {
   InputSource& source;
-  Wanted wanted;
+  const Request& request;
   bool await_ready() const { return source.ready(); }
   void await_suspend(std::coroutine_handle<> asking) const { source.waiting = asking; }
-  InputItem await_resume() const { return source.take(wanted); }
+  InputItem await_resume() const { return source.take(request); }
 };
 
 }  // namespace host

@@ -21,8 +21,9 @@ Answer given() {
   return answer;
 }
 
-Answer keywordAnswer(std::wstring keyword) {
+Answer keywordAnswer(std::wstring keyword, int place = 0) {
   Answer answer;
+  answer.integer = place;
   answer.status = RTKWORD;
   answer.text = std::move(keyword);
   return answer;
@@ -70,7 +71,10 @@ class Interpreter {
     return answer;
   }
 
+  Meaning operator()(const Moved& moved) const { return (*this)(moved.to); }
+
   Meaning operator()(const AcGePoint3d& point) const {
+    if (!std::isfinite(point.x) || !std::isfinite(point.y) || !std::isfinite(point.z)) return refusal();
     switch (request_.wanted) {
       case Wanted::point:
       case Wanted::entity:
@@ -128,7 +132,10 @@ class Interpreter {
       return answer;
     }
     if (typed.text.empty()) return (*this)(Enter{});
-    if (auto keyword = request_.rules.keywords.match(typed.text)) return keywordAnswer(std::move(*keyword));
+    const KeywordList& keywords = request_.rules.keywords;
+    if (const auto place = keywords.find(typed.text)) {
+      return keywordAnswer(keywords.nameAt(*place), static_cast<int>(*place) + 1);
+    }
     Meaning meaning = typedValue(typed.text);
     if (std::holds_alternative<Refusal>(meaning) && has(RSG_OTHER)) return keywordAnswer(typed.text);
     return meaning;

@@ -52,21 +52,27 @@ bool KeywordList::Word::means(const std::wstring& typed) const {
   return typed.size() >= fewest && !typed.empty() && whole.starts_with(typed);
 }
 
-std::optional<std::wstring> KeywordList::match(std::wstring_view typed) const {
+std::optional<size_t> KeywordList::find(std::wstring_view typed) const {
   const bool byProgramName = typed.starts_with(L'_');
   if (byProgramName) typed.remove_prefix(1);
   const std::wstring wanted = upperCased(std::wstring(typed));
   const auto& searched = byProgramName && !programNames_.empty() ? programNames_ : words_;
-  const auto nameAt = [&](size_t place) {
-    return place < programNames_.size() ? programNames_[place].text : searched[place].text;
-  };
   for (size_t i = 0; i < searched.size(); ++i) {
-    if (upperCased(searched[i].text) == wanted) return nameAt(i);
+    if (upperCased(searched[i].text) == wanted) return i;
   }
   for (size_t i = 0; i < searched.size(); ++i) {
-    if (searched[i].means(wanted)) return nameAt(i);
+    if (searched[i].means(wanted)) return i;
   }
   return std::nullopt;
+}
+
+const std::wstring& KeywordList::nameAt(size_t place) const {
+  return place < programNames_.size() ? programNames_[place].text : words_[place].text;
+}
+
+std::optional<std::wstring> KeywordList::match(std::wstring_view typed) const {
+  const auto place = find(typed);
+  return place ? std::optional(nameAt(*place)) : std::nullopt;
 }
 
 }  // namespace host

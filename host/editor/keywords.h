@@ -19,6 +19,10 @@ class KeywordList {
   /// The name of the keyword that was typed, in any case, whole or shortened; "_" before it asks for the
   /// program's name. Nothing when it is none or too short.
   std::optional<std::wstring> match(std::wstring_view typed) const;
+  /// The same, as the place in the list from 0.
+  std::optional<size_t> find(std::wstring_view typed) const;
+  /// The name that the program gets.
+  const std::wstring& nameAt(size_t place) const;
 
  private:
   struct Word {

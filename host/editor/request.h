@@ -28,6 +28,12 @@ struct Request {
   /// From where a point, distance or angle is measured.
   std::optional<AcGePoint3d> base;
   PromptRules rules;
+  /// Cursor moves are wanted as well.
+  bool followsCursor = false;
+  /// Points of the cursor are bound to the axes through the base.
+  bool ortho = false;
+  /// A line from the base to the cursor is to be seen.
+  bool rubberBand = false;
 };
 
 /// What comes in.
@@ -43,12 +49,16 @@ struct Number {
   bool whole = false;
   bool typed = false;
 };
+/// The cursor has moved, and nothing was accepted.
+struct Moved {
+  AcGePoint3d to;
+};
 struct Picked {
   AcDbObjectId entity;
   std::optional<AcGePoint3d> point;
 };
 using Entities = std::vector<AcDbObjectId>;
-using InputItem = std::variant<Enter, Cancel, Typed, Number, AcGePoint3d, Picked, Entities>;
+using InputItem = std::variant<Enter, Cancel, Typed, Number, AcGePoint3d, Moved, Picked, Entities>;
 
 /// What the program gets; `status` is a result word of input calls.
 struct Answer {
@@ -56,6 +66,7 @@ struct Answer {
   AcGePoint3d point;
   /// A real, a distance, or an angle in radians.
   double real = 0;
+  /// Or the place of a keyword in its list, from 1; 0 for an arbitrary text.
   int integer = 0;
   /// A text, or the keyword of `RTKWORD`.
   std::wstring text;

@@ -236,8 +236,9 @@ Task<Choice> chooseTyped(InputSource& source, std::wstring text, Choosing& choos
 }
 
 Task<Choice> chooseOnce(InputSource& source, Choosing& choosing, SelectionWish& wish) {
-  source.prompt(choosing.prompt());
-  const InputItem item = co_await NextInput{source, Wanted::entity};
+  const Request request{Wanted::entity, choosing.prompt(), {}, {}};
+  source.prompt(request.prompt);
+  const InputItem item = co_await NextInput{source, request};
   Choice choice;
   if (std::holds_alternative<Enter>(item)) {
     choice.kind = Choice::Kind::end;

@@ -8,6 +8,7 @@
 #include "host/console/command_line.h"
 #include "host/lisp/printer.h"
 #include "host/script/queues.h"
+#include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -15,10 +16,23 @@ namespace {
 
 using lisp::Value;
 
-LineReader& lineReader() {
-  static LineReader reader;
-  return reader;
+std::unique_ptr<Person>& currentPerson() {
+  static std::unique_ptr<Person> instance;
+  return instance;
 }
+
+class TypingPerson final : public Person {
+ public:
+  explicit TypingPerson(LineReader reader) : read_(std::move(reader)) {}
+  InputItem next(const Request&) override {
+    auto line = read_();
+    if (!line) return Cancel{};
+    return Typed{std::move(*line)};
+  }
+
+ private:
+  LineReader read_;
+};
 
 std::optional<AcGePoint3d> pointOf(const Value& list) {
   double numbers[3] = {};
@@ -56,6 +70,14 @@ std::optional<InputItem> picksOf(const Value& list) {
   return entities;
 }
 
+std::optional<Moved> movedTo(const Value& list) {
+  const Value first = lisp::car(list);
+  if (!first.isSymbol() || first.symbol()->name != L"MOVE" || !lisp::cdr(list).isCons()) return std::nullopt;
+  const Value to = lisp::car(lisp::cdr(list));
+  const auto point = to.isCons() ? pointOf(to) : std::nullopt;
+  return point ? std::optional(Moved{*point}) : std::nullopt;
+}
+
 Entities entitiesOf(const PickSet& picks) {
   const SelectionSet* const set = selectionSets().find(picks.number);
   return set ? set->entities() : Entities();
@@ -63,6 +85,7 @@ Entities entitiesOf(const PickSet& picks) {
 
 InputItem itemOfList(const Value& list) {
   if (const auto point = pointOf(list)) return *point;
+  if (const auto moved = movedTo(list)) return *moved;
   if (auto picks = picksOf(list)) return std::move(*picks);
   return Typed{lisp::printed(list, lisp::Style::readable)};
 }
@@ -106,7 +129,9 @@ InputItem itemOf(const Value& value) {
   return Typed{lisp::printed(value, lisp::Style::readable)};
 }
 
-void setLineReader(LineReader reader) { lineReader() = std::move(reader); }
+Person* person() { return currentPerson().get(); }
+void setPerson(std::unique_ptr<Person> next) { currentPerson() = std::move(next); }
+void setLineReader(LineReader reader) { setPerson(std::make_unique<TypingPerson>(std::move(reader))); }
 
 void UserInput::prompt(const std::wstring& text) {
   commandLine().print(text);
@@ -120,21 +145,23 @@ void UserInput::promptShown(const std::wstring& text) {
 
 void UserInput::say(const std::wstring& text) { commandLine().print(text); }
 
-InputItem UserInput::take(Wanted wanted) {
+InputItem UserInput::take(const Request& request) {
+  platform::desktop().runTimers();
   auto& queue = scriptQueues().input;
-  if (!queue.empty()) {
+  while (!queue.empty()) {
     const Value first = std::move(queue.front());
     queue.pop_front();
-    return itemOf(first);
+    InputItem item = itemOf(first);
+    if (request.followsCursor || !std::holds_alternative<Moved>(item)) return item;
   }
-  if (lineReader() || !typedAhead_.empty()) return takeTyped(wanted);
+  if (person() || !typedAhead_.empty()) return takeFromPerson(request);
   const size_t begin = shown_.find_first_not_of(L"\r\n");
   std::fprintf(stderr, "zarbo-host: nobody answers \"%s\": cancelled\n",
                toUtf8(begin == std::wstring::npos ? L"" : shown_.substr(begin)).c_str());
   return Cancel{};
 }
 
-bool UserInput::endsSelection() const { return scriptQueues().input.empty() && !lineReader(); }
+bool UserInput::endsSelection() const { return scriptQueues().input.empty() && !person(); }
 
 /// A blank ends what is typed, but in a text.
 InputItem UserInput::typedItem(std::wstring line, Wanted wanted) {
@@ -149,14 +176,15 @@ InputItem UserInput::typedItem(std::wstring line, Wanted wanted) {
   return Typed{std::move(line)};
 }
 
-InputItem UserInput::takeTyped(Wanted wanted) {
-  if (!typedAhead_.empty()) return typedItem(std::exchange(typedAhead_, {}), wanted);
+InputItem UserInput::takeFromPerson(const Request& request) {
+  if (!typedAhead_.empty()) return typedItem(std::exchange(typedAhead_, {}), request.wanted);
   while (true) {
-    auto line = lineReader()();
-    if (!line) return Cancel{};
-    const bool isForm = line->starts_with(L'(') || line->starts_with(L'!');
-    if (!isForm || wanted == Wanted::text) return typedItem(std::move(*line), wanted);
-    if (auto item = evaluated(*line)) return std::move(*item);
+    InputItem given = person()->next(request);
+    Typed* const line = std::get_if<Typed>(&given);
+    if (!line) return given;
+    const bool isForm = line->text.starts_with(L'(') || line->text.starts_with(L'!');
+    if (!isForm || request.wanted == Wanted::text) return typedItem(std::move(line->text), request.wanted);
+    if (auto item = evaluated(line->text)) return std::move(*item);
     commandLine().print(shown_);
   }
 }

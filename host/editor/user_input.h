@@ -5,6 +5,7 @@
 #include <string>
 
 #include "host/editor/input_source.h"
+#include "host/editor/person.h"
 #include "host/lisp/value.h"
 
 namespace host {
@@ -16,7 +17,7 @@ class UserInput : public InputSource {
   void prompt(const std::wstring& text) override;
   void say(const std::wstring& text) override;
   bool ready() const override { return true; }
-  InputItem take(Wanted wanted) override;
+  InputItem take(const Request& request) override;
   bool endsSelection() const override;
   /// A prompt that the user sees already.
   void promptShown(const std::wstring& text);
@@ -24,7 +25,7 @@ class UserInput : public InputSource {
   void typeAhead(std::wstring text) { typedAhead_ = std::move(text); }
 
  private:
-  InputItem takeTyped(Wanted wanted);
+  InputItem takeFromPerson(const Request& request);
   InputItem typedItem(std::wstring line, Wanted wanted);
 
   std::wstring shown_, typedAhead_;
@@ -32,13 +33,12 @@ class UserInput : public InputSource {
 
 UserInput& userInput();
 
-/// A line that a person types; nothing when the input ended or was interrupted. Only set where there is
-/// a person: without it the host never waits.
+/// A person who types lines; nothing when the input ended or was interrupted.
 using LineReader = std::function<std::optional<std::wstring>()>;
 void setLineReader(LineReader reader);
 
 /// A value of a program as input: points, numbers, texts, entity names with or without a point, lists of
-/// them, selection sets, and the symbols ENTER and CANCEL.
+/// them, selection sets, the symbols ENTER and CANCEL, and "(MOVE point)" for a move of the cursor.
 InputItem itemOf(const lisp::Value& value);
 
 }  // namespace host

@@ -31,6 +31,21 @@ Acad::ErrorStatus AcDbPolyline::addVertexAt(unsigned index, const AcGePoint2d& p
                    {point, bulge, std::max(startWidth, 0.0), std::max(endWidth, 0.0)});
   return Acad::eOk;
 }
+Acad::ErrorStatus AcDbPolyline::removeVertexAt(unsigned index) {
+  if (index >= numVerts()) return Acad::eInvalidIndex;
+  assertWriteEnabled();
+  vertices_.erase(vertices_.begin() + index);
+  return Acad::eOk;
+}
+Acad::ErrorStatus AcDbPolyline::setPointAt(unsigned index, const AcGePoint2d& point) {
+  if (index >= numVerts()) return Acad::eInvalidIndex;
+  assertWriteEnabled();
+  return vertices_[index].point = point, Acad::eOk;
+}
+Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned index, AcGePoint2d& point) const {
+  if (index >= numVerts()) return Acad::eInvalidIndex;
+  return point = vertices_[index].point, Acad::eOk;
+}
 Acad::ErrorStatus AcDbPolyline::getPointAt(unsigned index, AcGePoint3d& point) const {
   if (index >= numVerts()) return Acad::eInvalidIndex;
   const AcGePoint2d& own = vertices_[index].point;

@@ -36,11 +36,19 @@ Document& named(const Call& call) {
   return *found;
 }
 
+void requireNoDrag(const Call& call) {
+  if (documents().isHeld()) {
+    call.lisp.fail(L"documents can't be opened, closed or switched while something is dragged");
+  }
+}
+
 Value newDocument(const Call& call) {
+  requireNoDrag(call);
   return text(documents().create(call.has(0) ? call.text(0) : L"").fileName());
 }
 
 Value openDocument(const Call& call) {
+  requireNoDrag(call);
   std::wstring problem;
   const Document* const opened = documents().openFile(call.text(0), problem);
   if (!opened) call.lisp.fail(problem);
@@ -48,6 +56,7 @@ Value openDocument(const Call& call) {
 }
 
 Value activateDocument(const Call& call) {
+  requireNoDrag(call);
   Document& document = named(call);
   documents().activate(document);
   return text(document.fileName());
@@ -62,6 +71,7 @@ Value saveDocument(const Call& call) {
 }
 
 Value closeDocument(const Call& call) {
+  requireNoDrag(call);
   Document* const document = call.has(0) ? &named(call) : documents().current();
   if (!document) call.lisp.fail(L"no open document");
   documents().close(*document);
@@ -148,7 +158,29 @@ Value takePrompts(const Call&) {
   return prompts.take();
 }
 
-// Boxes and choosers
+// Timers
+
+/// Lets timers tick as if so many milliseconds had gone by.
+Value runTimers(const Call& call) {
+  platform::desktop().runTimers(std::chrono::steady_clock::now() +
+                                std::chrono::milliseconds(call.integer(0)));
+  return {};
+}
+
+// The main window, boxes and choosers
+
+/// (text enabled meter-shown label minimum maximum position)
+Value mainWindow(const Call& call) {
+  const platform::Desktop::MainWindow& state = platform::desktop().mainWindow();
+  lisp::ListBuilder all;
+  all.add(text(state.text));
+  all.add(call.lisp.truth(state.enabled));
+  all.add(call.lisp.truth(state.meterShown));
+  all.add(text(state.progressLabel));
+  for (const int each : {state.progressMinimum, state.progressMaximum, state.progress})
+    all.add(Value(int32_t{each}));
+  return all.take();
+}
 
 platform::ScriptedDesktop& scripted(const Call& call) {
   platform::ScriptedDesktop* const desktop = platform::scriptedDesktop();
@@ -203,6 +235,8 @@ constexpr Row rows[] = {
     {L"host-boxes", takeBoxes, 0, 0},
     {L"host-file", queueFile, 1, 1},
     {L"host-prompts", takePrompts, 0, 0},
+    {L"host-main-window", mainWindow, 0, 0},
+    {L"host-timers", runTimers, 1, 1},
     {L"arxload", loadModule, 1, 2},
     {L"arxunload", unloadModule, 1, 2},
     {L"arx", listModules, 0, 0},

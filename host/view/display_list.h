@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "brx/db_ids.h"
 #include "brx/ge_matrix.h"
 #include "host/text/font.h"
 
@@ -27,6 +28,9 @@ struct Style {
   int pattern = -1;
   double patternScale = 1;
   bool filled = false;
+  /// Where it lies and the colour index as it was set, for those who ask; pictures need neither.
+  AcDbObjectId layer;
+  std::uint16_t colour = 256;
   bool operator==(const Style&) const = default;
 };
 

@@ -22,8 +22,8 @@ bool isFinite(const PointOrVector& p) {
 
 class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
  public:
-  Recorder(AcDbDatabase& drawing, double deviation)
-      : looks_(drawing, list_), traits_(looks_), linetypeScale_(drawing.ltscale()), deviation_(deviation) {
+  Recorder(AcDbDatabase& drawing, const RecordOptions& options)
+      : looks_(drawing, list_), traits_(looks_), linetypeScale_(drawing.ltscale()), options_(options) {
     list_.marks = {number<int>(drawing, L"PDMODE"), number<double>(drawing, L"PDSIZE")};
   }
   DisplayList takeList() { return std::move(list_); }
@@ -31,14 +31,16 @@ class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
   AcGiGeometry& geometry() const override { return const_cast<Recorder&>(*this); }
   /// In the units of the block that is drawn, which its placement may enlarge.
   double deviation() const override {
-    list_.deviation = deviation_;
+    list_.deviation = options_.deviation;
     double enlarged = 1;
     if (!transforms_.empty()) {
       const AcGeMatrix3d& matrix = transforms_.back();
       for (const unsigned axis : {0, 1, 2}) enlarged = std::max(enlarged, matrix.column(axis).length());
     }
-    return deviation_ / enlarged;
+    return options_.deviation / enlarged;
   }
+  AcGiRegenType regenType() const override { return options_.regenType; }
+  bool isDragging() const override { return options_.dragging; }
   AcGiSubEntityTraits& subEntityTraits() const override { return const_cast<Traits&>(traits_); }
 
   bool polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*, Adesk::Int64) override {
@@ -92,7 +94,8 @@ class Recorder final : public AcGiWorldDraw, public AcGiGeometry {
   mutable DisplayList list_;
   Looks looks_;
   Traits traits_;
-  double linetypeScale_, deviation_;
+  double linetypeScale_;
+  RecordOptions options_;
   std::vector<AcGeMatrix3d> transforms_;
   Resolved last_;
   bool lastFilled_ = false, hasLast_ = false;
@@ -105,8 +108,8 @@ bool Recorder::beginItem(Item& item) {
   const LayerLook& layer = looks_.layer(look.layer);
   if (layer.off || layer.frozen) return false;
   if (!hasLast_ || !(look == last_) || traits_.filled() != lastFilled_) {
-    list_.styles.push_back(
-        {look.ink, look.lineWeight, look.pattern, look.linetypeScale * linetypeScale_, traits_.filled()});
+    list_.styles.push_back({look.ink, look.lineWeight, look.pattern, look.linetypeScale * linetypeScale_,
+                            traits_.filled(), look.layer, look.colour});
     last_ = look, lastFilled_ = traits_.filled(), hasLast_ = true;
   }
   item.style = static_cast<std::uint32_t>(list_.styles.size() - 1);
@@ -239,11 +242,17 @@ AcDbObjectIdArray orderOf(AcDbObjectId block) {
 }  // namespace
 
 DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation) {
-  Recorder recorder(drawing, deviation);
+  Recorder recorder(drawing, {deviation});
   for (const AcDbObjectId& id : orderOf(block.isNull() ? drawing.modelSpaceId() : block)) {
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) recorder.draw(entity.object());
   }
+  return recorder.takeList();
+}
+
+DisplayList record(AcDbDatabase& drawing, AcGiDrawable& image, const RecordOptions& options) {
+  Recorder recorder(drawing, options);
+  recorder.draw(&image);
   return recorder.takeList();
 }
 

@@ -72,7 +72,7 @@ Resolved Traits::resolve() const {
   Resolved result;
   result.layer = resolvedLayer();
   const LayerLook& layer = looks_->layer(result.layer);
-  result.ink = resolvedInk(layer);
+  result.ink = resolvedInk(layer), result.colour = color();
   result.lineWeight = lineWeight_ == byLayerWeight              ? layer.lineWeight
                       : lineWeight_ == byBlockWeight && inside_ ? outer_.lineWeight
                                                                 : weightOr(lineWeight_, defaultWeight);

@@ -15,6 +15,8 @@ struct Resolved {
   int pattern = -1;
   double linetypeScale = 1;
   AcDbObjectId layer;
+  /// Index as it was set.
+  Adesk::UInt16 colour = 256;
   bool operator==(const Resolved&) const = default;
 };
 

@@ -4,6 +4,9 @@
 /// settings' sections and machine (host_windows.cpp), file and folder choosers
 /// (host_windows_choosers.cpp), and the host's window and status bar (host_windows_frame.cpp).
 
+/// Whether the main window takes what the user does.
+void enableMainWindow(bool enabled);
+
 int kvShGetFolderPath();
 int kvShOpenFolderAndSelect();
 int kvShellExecute();

@@ -57,15 +57,19 @@ int restoreStatusBar() {
   return done;
 }
 
+void enableMainWindow(bool enabled) {
+  changeMainWindow([&](MainWindow& state) { state.enabled = enabled; });
+}
+
 int kvEnableAutoCadWindow() {
   acedRetVoid();
-  changeMainWindow([](MainWindow& state) { state.enabled = true; });
+  enableMainWindow(true);
   return done;
 }
 
 int kvDisableAutoCadWindow() {
   acedRetVoid();
-  changeMainWindow([](MainWindow& state) { state.enabled = false; });
+  enableMainWindow(false);
   return done;
 }
 

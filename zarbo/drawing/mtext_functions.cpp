@@ -1,13 +1,12 @@
 #include <cmath>
 #include <memory>
 
-#include "brx/db_database.h"
 #include "brx/db_text.h"
 #include "zarbo/drawing/entity_functions.h"
 #include "zarbo/drawing/entity_result.h"
+#include "zarbo/drawing/named_records.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/object_args.h"
-#include "zarbo/support/current_drawing.h"
 
 namespace {
 
@@ -27,16 +26,6 @@ int measure(AcDb::OpenMode mode, Answer answer) {
   if (text.openStatus() != Acad::eOk) return badData;
   acedRetReal(answer(*text.object()));
   return done;
-}
-
-AcDbObjectId findTextStyle(const std::wstring& name) {
-  AcDbObjectId style;
-  AcDbTextStyleTable* table = nullptr;
-  AcDbDatabase* const drawing = currentDatabase();
-  if (!drawing || drawing->getTextStyleTable(table) != Acad::eOk) return style;
-  table->getAt(name.c_str(), style);
-  table->close();
-  return style;
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include "zarbo/database/connections.h"
 #include "zarbo/drawing/kv_leader.h"
 #include "zarbo/frame/framework_exception.h"
+#include "zarbo/jigs/jig_timers.h"
 #include "zarbo/module/companion.h"
 #include "zarbo/module/editor_reactor.h"
 #include "zarbo/module/function_table.h"
@@ -39,6 +40,7 @@ int initModule(void* applicationId) {
 }
 
 int unloadModule() {
+  stopJigTimers();
   KVLeader::rxRemove();
   stopCompanion();
   removeEditorReactor();

@@ -8,6 +8,7 @@
 #include "zarbo/drawing/path_intersections.h"
 #include "zarbo/drawing/point_functions.h"
 #include "zarbo/drawing/selection_functions.h"
+#include "zarbo/jigs/jig_functions.h"
 #include "zarbo/module/function_table.h"
 #include "zarbo/module/wrappers.h"
 #include "zarbo/standards/layer_creation.h"
@@ -98,17 +99,17 @@ constexpr TableRow rows[] = {
     {L"kv_kv-setToDoDrawing", kvEntry<kvSetToDoDrawing>},
     {L"kv_kv-getToDoDrawing", kvEntry<kvGetToDoDrawing>},
 
-    {L"AcDbBlockReference::Jig", kvEntry<notBuilt>},
-    {L"kv_kv-multiRotateJig", kvEntry<notBuilt>},
-    {L"kv_kv-multiMoveJig", kvEntry<notBuilt>},
-    {L"kv_kv-createJigTimer", kvEntry<notBuilt>},
-    {L"kv_kv-killJigTimer", kvEntry<notBuilt>},
+    {L"AcDbBlockReference::Jig", kvEntry<blockReferenceJig>},
+    {L"kv_kv-multiRotateJig", kvEntry<kvMultiRotateJig>},
+    {L"kv_kv-multiMoveJig", kvEntry<kvMultiMoveJig>},
+    {L"kv_kv-createJigTimer", kvEntry<kvCreateJigTimer>},
+    {L"kv_kv-killJigTimer", kvEntry<kvKillJigTimer>},
 
-    {L"RectangleJig", kvEntry<notBuilt>},
-    {L"kv_kv-lineJig", kvEntry<notBuilt>},
-    {L"kv_kv-rotateJig", kvEntry<notBuilt>},
+    {L"RectangleJig", kvEntry<rectangleJigOf>},
+    {L"kv_kv-lineJig", kvEntry<kvLineJig>},
+    {L"kv_kv-rotateJig", kvEntry<kvRotateJig>},
 
-    {L"kv_kv-textJig", kvEntry<notBuilt>},
+    {L"kv_kv-textJig", kvEntry<kvTextJig>},
 
     {L"kv_kv-drawTripleCenter", kvEntry<notBuilt>},
     {L"kv_kv-getTripleCoord", kvEntry<notBuilt>},

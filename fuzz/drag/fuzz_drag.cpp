@@ -1,0 +1,165 @@
+// Feeds a jig's drag with any events: moves, clicks, numbers, texts and ends. The first byte chooses the jig.
+// Where the events end, the drag is cancelled, and nothing may be left in the drawing but what was accepted.
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <memory>
+
+#include "brx/db_block.h"
+#include "brx/db_database.h"
+#include "host/console/command_line.h"
+#include "host/documents/documents.h"
+#include "host/editor/drag.h"
+#include "host/editor/person.h"
+#include "host/script/queues.h"
+#include "zarbo/jigs/entity_set_jigs.h"
+#include "zarbo/jigs/line_jig.h"
+#include "zarbo/jigs/multi_block_jig.h"
+#include "zarbo/jigs/rectangle_jig.h"
+#include "zarbo/jigs/text_jig.h"
+
+namespace {
+
+using host::InputItem;
+
+class Bytes {
+ public:
+  Bytes(const uint8_t* data, size_t size) : data_(data), left_(size) {}
+  bool empty() const { return left_ == 0; }
+  uint8_t byte() {
+    if (left_ == 0) return 0;
+    --left_;
+    return *data_++;
+  }
+  double number() {
+    uint8_t raw[sizeof(double)] = {};
+    for (uint8_t& each : raw) each = byte();
+    double value;
+    std::memcpy(&value, raw, sizeof value);
+    return value;
+  }
+  AcGePoint3d point() {
+    const double x = number(), y = number();
+    return {x, y, 0};
+  }
+  std::wstring text() {
+    std::wstring made(byte() % 12, L' ');
+    for (wchar_t& each : made) each = static_cast<wchar_t>(byte());
+    return made;
+  }
+
+ private:
+  const uint8_t* data_;
+  size_t left_;
+};
+
+class RandomPerson : public host::Person {
+ public:
+  explicit RandomPerson(Bytes& bytes) : bytes_(bytes) {}
+  InputItem next(const host::Request&) override {
+    if (bytes_.empty()) return host::Cancel{};
+    switch (bytes_.byte() % 8) {
+      case 0:
+        return host::Enter{};
+      case 1:
+        return host::Number{bytes_.number()};
+      case 2:
+        return host::Typed{L"x" + bytes_.text()};
+      case 3:
+        return host::Typed{bytes_.byte() % 2 ? L"C" : L"Middle"};
+      case 4:
+        return bytes_.point();
+      default:
+        return host::Moved{bytes_.point()};
+    }
+  }
+
+ private:
+  Bytes& bytes_;
+};
+
+/// A block that holds a line, a reference to another one, and a text.
+AcDbObjectId sampleBlock(AcDbDatabase& drawing, const wchar_t* name, AcDbObjectId inner) {
+  auto* const record = new AcDbBlockTableRecord;
+  record->setName(name);
+  AcDbObjectPointer<AcDbBlockTable> table(drawing.tableId(AcDbBlockTable::desc()), AcDb::kForWrite);
+  AcDbObjectId id;
+  table->add(id, record);
+  const auto add = [&](AcDbEntity* entity) {
+    record->appendAcDbEntity(entity);
+    entity->close();
+  };
+  add(new AcDbLine({}, {1, 1, 0}));
+  if (!inner.isNull()) add(new AcDbBlockReference({2, 0, 0}, inner));
+  record->close();
+  return id;
+}
+
+size_t entitiesIn(const AcDbDatabase& drawing) {
+  const AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId());
+  return space->entityIds().size();
+}
+
+void runJig(int kind, AcDbObjectId block) {
+  const auto reference = [&] { return new AcDbBlockReference({}, block); };
+  AcDbEntityPtrArray entities(0, 8);
+  LispList result;
+  switch (kind % 6) {
+    case 0:
+      AsdkRectangleJig(3, 4, 2, true).run();
+      break;
+    case 1:
+      LineJig().run(L"");
+      break;
+    case 2:
+      TextJig(L"Supply\\P450", {}, 2.5, {}).run();
+      break;
+    case 3: {
+      entities.append(reference());
+      multiBlockJig jig(true, 1);
+      jig.setEntityList(entities);
+      jig.run(result);
+      break;
+    }
+    case 4: {
+      entities.append(reference());
+      MultiMoveJig jig(L"To: ", {});
+      jig.setEntityList(entities);
+      jig.run();
+      break;
+    }
+    default: {
+      entities.append(reference());
+      MultiRotateJig jig(L"Turn: ", {});
+      jig.setEntityList(entities);
+      jig.run();
+    }
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  static const bool silenced = [] {
+    host::commandLine().setShown(false);
+    return true;
+  }();
+  static_cast<void>(silenced);
+  host::Document& document = host::documents().create(L"");
+  AcDbDatabase& drawing = *document.database();
+  const AcDbObjectId block = sampleBlock(drawing, L"OUTER", sampleBlock(drawing, L"INNER", {}));
+  Bytes bytes(data, size);
+  const int kind = bytes.byte();
+  host::setPerson(std::make_unique<RandomPerson>(bytes));
+  const size_t before = entitiesIn(drawing);
+  runJig(kind, block);
+  if (entitiesIn(drawing) > before + 1) __builtin_trap();
+  if (kind % 6 != 3 && entitiesIn(drawing) != before) __builtin_trap();
+  host::setPerson(nullptr);
+  host::dragRecords().clear();
+  host::scriptQueues().prompts.clear();
+  host::commandLine().takeRecord();
+  host::documents().closeAll();
+  host::documents().discardClosed();
+  return 0;
+}

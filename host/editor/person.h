@@ -1,0 +1,22 @@
+#pragma once
+
+#include <memory>
+
+#include "host/editor/request.h"
+
+namespace host {
+
+/// Whoever sits before the host and answers its prompts and drags: at a terminal, or before a window.
+class Person {
+ public:
+  virtual ~Person() = default;
+  /// Waits for the next input. A line comes as it was typed, blanks and all; cursor moves come only where the
+  /// request follows the cursor. `Cancel` when the input ended or was interrupted.
+  virtual InputItem next(const Request& request) = 0;
+};
+
+/// Null where nobody is there: then the host never waits.
+Person* person();
+void setPerson(std::unique_ptr<Person> next);
+
+}  // namespace host

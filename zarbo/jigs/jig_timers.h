@@ -1,0 +1,4 @@
+#pragma once
+
+/// Stops the timers that are still running, before the module goes.
+void stopJigTimers();
