@@ -50,6 +50,7 @@ class BRX_API AcDbDictionary : public AcDbObject {
 
  private:
   friend class AcDbDictionaryIterator;
+  friend struct HostAccess;
   struct Entry {
     std::wstring name;
     AcDbObjectId id;

@@ -37,6 +37,10 @@ class BRX_API AcApDocManager : public AcRxObject {
   virtual Acad::ErrorStatus sendStringToExecute(AcApDocument* document, const ACHAR* text,
                                                 bool activate = true, bool wrapUpInactiveDoc = false,
                                                 bool echo = true) = 0;
+  /// Where the host looks for dialogs' texts and pictures first: the library's that was pushed last. Pushes
+  /// are undone in their opposite order; without one there is nothing to pop.
+  virtual Acad::ErrorStatus pushResourceHandle(void* library) = 0;
+  virtual Acad::ErrorStatus popResourceHandle() = 0;
   /// The caller deletes the iterator.
   virtual AcApDocumentIterator* newAcApDocumentIterator() = 0;
 };

@@ -82,5 +82,5 @@ int acedTrans(const ads_point point, const resbuf* from, const resbuf* to, int i
 /// Shows an entity again, or with null the whole drawing, without what was drawn for the moment.
 int acedRedraw(const ads_name entity, int mode);
 
-/// True when the user has asked to stop what runs.
+/// True, once, when the user has asked to stop what runs.
 bool acedUsrBrk();

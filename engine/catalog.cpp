@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
+#include "engine/jet_sql/execution.h"
 #include "engine/jet_sql/printer.h"
 
 namespace {
@@ -53,6 +54,9 @@ jet::Type typeNamed(std::string_view name) {
 
 constexpr size_t mostColumns = 255;
 
+// Of a table on its way to another shape or spelling: no table's own, see `storedTableName`.
+constexpr const char* passingName = "~passing";
+
 std::vector<std::string> split(std::string_view list) {
   std::vector<std::string> result;
   while (!list.empty()) {
@@ -63,22 +67,26 @@ std::vector<std::string> split(std::string_view list) {
   return result;
 }
 
-std::string join(const std::vector<std::string>& names) {
-  std::string result;
-  for (const std::string& name : names) result += (result.empty() ? "" : "\t") + name;
-  return result;
-}
-
 std::string indexColumns(const jet::Index& index) {
   std::vector<std::string> marked;
   for (const auto& column : index.columns) marked.push_back((column.descending ? "-" : "+") + column.name);
-  return join(marked);
+  return joinNames(marked);
 }
 
 std::vector<jet::IndexColumn> readIndexColumns(std::string_view list) {
   std::vector<jet::IndexColumn> result;
   for (const std::string& marked : split(list)) result.push_back({marked.substr(1), marked[0] == '-'});
   return result;
+}
+
+void markKeys(jet::Table& table) {
+  for (const jet::Index& index : table.indexes) {
+    if (!index.primary && !index.required) continue;
+    for (const jet::IndexColumn& each : index.columns) {
+      const int place = DatabaseCatalog::columnPlace(table, each.name);
+      if (place >= 0) table.columns[static_cast<size_t>(place)].inKey = true;
+    }
+  }
 }
 
 bool hasColumn(const jet::Table& table, std::string_view name) {
@@ -128,6 +136,12 @@ void requireIndex(const jet::Table& table, const jet::Index& index) {
 
 }  // namespace
 
+std::string joinNames(const std::vector<std::string>& names) {
+  std::string result;
+  for (const std::string& name : names) result += (result.empty() ? "" : "\t") + name;
+  return result;
+}
+
 // Names lie between tabs in lists, and quoted in SQL.
 void requireName(std::string_view name) {
   constexpr size_t longestName = 64;
@@ -142,10 +156,7 @@ void requireName(std::string_view name) {
 void createSystemTables(Database& database) { database.execute(systemTables, Access::Schema); }
 
 std::string storedIndexName(const jet::Table& table, const jet::Index& index) {
-  if (!isLinked(table)) return storedTableName(table.name) + "." + index.name;
-  // A linked table may have another name here; SQLite's is the second part of its full name.
-  const std::string stored = unquoted(table.sqlName.substr(table.sqlName.find("\".\"") + 2));
-  return stored + "." + index.name;
+  return table.stored + "." + index.name;
 }
 
 int counterColumn(const jet::Table& table) {
@@ -192,7 +203,8 @@ DatabaseCatalog::Tables DatabaseCatalog::readTables(const std::string& schema) {
   while (tables.step()) {
     jet::Table table;
     table.name = tables.text(0);
-    table.sqlName = in + quoted(tables.text(1));
+    table.schema = schema;
+    table.stored = tables.text(1);
     table.rowId = tables.text(2);
     found.emplace(table.name, std::move(table));
   }
@@ -225,6 +237,7 @@ DatabaseCatalog::Tables DatabaseCatalog::readTables(const std::string& schema) {
                                      indexes.integer(3) != 0, indexes.integer(4) != 0,
                                      indexes.integer(5) != 0, indexes.integer(6) != 0});
   }
+  for (auto& [name, table] : found) markKeys(table);
   return found;
 }
 
@@ -299,18 +312,12 @@ const jet::Table& DatabaseCatalog::require(std::string_view name) {
   return *table;
 }
 
-jet::Catalog::Refusal DatabaseCatalog::changing(const std::function<void()>& change) {
-  try {
-    Transaction transaction(database_, Transaction::Kind::Write, Access::Schema);
-    refresh();
-    change();
-    transaction.commit();
-    loaded_ = false;
-    return std::nullopt;
-  } catch (const jet::Failure& failure) {
-    loaded_ = false;
-    return failure.error;
-  }
+void DatabaseCatalog::changing(const std::function<void()>& change) {
+  const Reloading reloading(*this);
+  Transaction transaction(database_, Transaction::Kind::Write, Access::Schema);
+  refresh();
+  change();
+  transaction.commit();
 }
 
 void DatabaseCatalog::changesUndone() { loaded_ = false; }
@@ -324,19 +331,13 @@ void DatabaseCatalog::run(std::string_view sql, const std::vector<Stored>& value
 
 void DatabaseCatalog::createStorage(const jet::Table& table) {
   // The row number is never given twice, so that a cursor on a deleted row can't find another one there.
-  std::string sql = "CREATE TABLE " + quoted(storedTableName(table.name)) + "(";
+  std::string sql = "CREATE TABLE " + quoted(table.stored) + "(";
   if (counterColumn(table) < 0) sql += quoted(table.rowId) + " INTEGER PRIMARY KEY AUTOINCREMENT, ";
   const char* separator = "";
   for (const jet::Column& column : table.columns) {
     sql += separator + quoted(column.name) + " " + rowOf(column.type).storage;
     if (column.counter) sql += " PRIMARY KEY AUTOINCREMENT";
-    const bool inRequiredIndex =
-        std::any_of(table.indexes.begin(), table.indexes.end(), [&](const jet::Index& index) {
-          return (index.primary || index.required) &&
-                 std::any_of(index.columns.begin(), index.columns.end(),
-                             [&](const jet::IndexColumn& each) { return sameText(each.name, column.name); });
-        });
-    if (!column.counter && (column.required || inRequiredIndex)) sql += " NOT NULL";
+    if (!column.counter && (column.required || column.inKey)) sql += " NOT NULL";
     separator = ", ";
   }
   run(sql + ") STRICT");
@@ -344,7 +345,7 @@ void DatabaseCatalog::createStorage(const jet::Table& table) {
 
 void DatabaseCatalog::describe(const jet::Table& table) {
   run("INSERT INTO zb_tables VALUES(?, ?, ?)",
-      {Stored::of(table.name), Stored::of(storedTableName(table.name)), Stored::of(table.rowId)});
+      {Stored::of(table.name), Stored::of(table.stored), Stored::of(table.rowId)});
   int64_t place = 0;
   for (const jet::Column& column : table.columns) {
     run("INSERT INTO zb_columns VALUES(?, ?, ?, ?, ?, ?, ?, ?, ?)",
@@ -379,16 +380,17 @@ void DatabaseCatalog::createStoredIndex(const jet::Table& table, const jet::Inde
     condition += (condition.empty() ? " WHERE " : " AND ") + name + " IS NOT NULL";
   }
   run(std::string("CREATE ") + (index.unique || index.primary ? "UNIQUE " : "") + "INDEX " +
-      quoted(storedIndexName(table, index)) + " ON " + quoted(storedTableName(table.name)) + "(" + columns +
-      ")" + (index.ignoreNull ? condition : ""));
+      quoted(storedIndexName(table, index)) + " ON " + quoted(table.stored) + "(" + columns + ")" +
+      (index.ignoreNull ? condition : ""));
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition, IndexStorage storage) {
-  return changing([&] {
+void DatabaseCatalog::createTable(const jet::Table& definition, IndexStorage storage) {
+  changing([&] {
     requireDefinition(definition);
     if (hasTable(definition.name)) fail(jet::tableExists, definition.name);
     if (findQuery(definition.name)) fail(jet::objectExists, definition.name);
     jet::Table table = definition;
+    table.stored = storedTableName(table.name);
     const int counter = counterColumn(table);
     table.rowId = counter >= 0 ? table.columns[static_cast<size_t>(counter)].name : freeRowName(table);
     std::set<std::string, TextLess> names;
@@ -396,6 +398,7 @@ jet::Catalog::Refusal DatabaseCatalog::createTable(const jet::Table& definition,
       requireIndex(table, index);
       if (!names.insert(index.name).second) fail(jet::objectExists, index.name);
     }
+    markKeys(table);
     createStorage(table);
     if (storage == IndexStorage::Now) {
       for (const jet::Index& index : table.indexes) createStoredIndex(table, index);
@@ -423,25 +426,25 @@ void DatabaseCatalog::storeIndexes(std::string_view name,
 }
 
 void DatabaseCatalog::continueCounter(std::string_view name, int64_t last) {
-  const std::string stored = storedTableName(require(name).name);
+  const std::string stored = require(name).stored;
   run("DELETE FROM sqlite_sequence WHERE name = ?1 AND seq < ?2", {Stored::of(stored), Stored::of(last)});
   run("INSERT INTO sqlite_sequence(name, seq) SELECT ?1, ?2 WHERE NOT EXISTS(SELECT 1 FROM sqlite_sequence "
       "WHERE name = ?1)",
       {Stored::of(stored), Stored::of(last)});
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropTable(std::string_view name) {
-  return changing([&] {
+void DatabaseCatalog::dropTable(std::string_view name) {
+  changing([&] {
     if (changeLink(name, "")) return;
     const jet::Table table = require(name);
     for (const jet::Relation& relation : relations()) {
       if (sameText(relation.foreignTable, name) && !sameText(relation.table, name)) {
-        fail(jet::relatedRecords, relation.name);
+        fail(neededByRelation, "the relation '" + relation.name + "'");
       }
     }
     unguardRelationsOf(name);
     run("DELETE FROM zb_relations WHERE table_name = ?1 OR foreign_table = ?1", {Stored::of(name)});
-    run("DROP TABLE " + table.sqlName);
+    run("DROP TABLE " + table.sqlName());
     forget(name);
   });
 }
@@ -450,13 +453,16 @@ void DatabaseCatalog::rebuild(const jet::Table& old, jet::Table shape,
                               const std::vector<std::string>& sources) {
   requireDefinition(shape);
   for (const jet::Index& index : shape.indexes) requireIndex(shape, index);
+  requireRelationsKept(old, shape);
   const int counter = counterColumn(shape);
   const bool keepsRowId = counter < 0 || counterColumn(old) >= 0;
   shape.rowId = counter >= 0 ? shape.columns[static_cast<size_t>(counter)].name : freeRowName(shape);
   unguardRelationsOf(old.name);
+  for (jet::Column& column : shape.columns) column.inKey = false;
+  markKeys(shape);
 
   jet::Table temporary = shape;
-  temporary.name = "~rebuilt";
+  temporary.stored = passingName;
   createStorage(temporary);
   std::string into, from;
   if (counter < 0) {
@@ -468,19 +474,17 @@ void DatabaseCatalog::rebuild(const jet::Table& old, jet::Table shape,
     into += (into.empty() ? "" : ", ") + quoted(shape.columns[i].name);
     from += (from.empty() ? "" : ", ") + sources[i];
   }
-  const std::string target = quoted(storedTableName(temporary.name));
   if (!into.empty()) {
-    run("INSERT INTO " + target + "(" + into + ") SELECT " + from + " FROM " + old.sqlName + " ORDER BY " +
-        quoted(old.rowId));
+    run("INSERT INTO " + temporary.sqlName() + "(" + into + ") SELECT " + from + " FROM " + old.sqlName() +
+        " ORDER BY " + quoted(old.rowId));
   }
-  const std::string oldStored = storedTableName(old.name);
   if (keepsRowId) {
-    run("DELETE FROM sqlite_sequence WHERE name = ?", {Stored::of(storedTableName(temporary.name))});
+    run("DELETE FROM sqlite_sequence WHERE name = ?", {Stored::of(temporary.stored)});
     run("INSERT INTO sqlite_sequence(name, seq) SELECT ?1, seq FROM sqlite_sequence WHERE name = ?2",
-        {Stored::of(storedTableName(temporary.name)), Stored::of(oldStored)});
+        {Stored::of(temporary.stored), Stored::of(old.stored)});
   }
-  run("DROP TABLE " + old.sqlName);
-  run("ALTER TABLE " + target + " RENAME TO " + quoted(storedTableName(shape.name)));
+  run("DROP TABLE " + old.sqlName());
+  run("ALTER TABLE " + temporary.sqlName() + " RENAME TO " + quoted(shape.stored));
   forget(old.name);
   for (const jet::Index& index : shape.indexes) createStoredIndex(shape, index);
   describe(shape);
@@ -496,29 +500,31 @@ std::vector<std::string> sameSources(const jet::Table& table) {
 }
 
 // SQL that gives a column's values as another column stores them; fails where a value doesn't fit there.
-std::string conversion(const jet::Column& from, const jet::Column& to, const std::string& table) {
+std::string conversion(const jet::Column& from, const jet::Column& to) {
   jet::Printer printer;
-  printer.storedText(quoted(from.name), from.type, to, table, -1);
+  printer.storedText(quoted(from.name), from.type, to, -1);
   return printer.take();
 }
 
 }  // namespace
 
-jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::string_view newName) {
-  return changing([&] {
+void DatabaseCatalog::renameTable(std::string_view name, std::string_view newName) {
+  changing([&] {
     requireName(newName);
     if (!sameText(name, newName) && hasTable(newName)) fail(jet::tableExists, newName);
+    if (findQuery(newName)) fail(jet::objectExists, newName);
     if (changeLink(name, newName)) return;
     const jet::Table old = require(name);
     unguardRelationsOf(old.name);
     jet::Table table = old;
     table.name = newName;
+    table.stored = storedTableName(newName);
     for (const jet::Index& index : old.indexes) {
       if (!isRowOrder(old, index)) run("DROP INDEX " + quoted(storedIndexName(old, index)));
     }
-    const std::string stored = storedTableName(newName);
-    if (stored != storedTableName(old.name))
-      run("ALTER TABLE " + old.sqlName + " RENAME TO " + quoted(stored));
+    // By way of another name: to SQLite a name in another spelling is taken.
+    run("ALTER TABLE " + old.sqlName() + " RENAME TO " + quoted(passingName));
+    run("ALTER TABLE " + quoted(passingName) + " RENAME TO " + quoted(table.stored));
     forget(old.name);
     for (const jet::Index& index : table.indexes) createStoredIndex(table, index);
     describe(table);
@@ -530,21 +536,25 @@ jet::Catalog::Refusal DatabaseCatalog::renameTable(std::string_view name, std::s
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::addColumn(std::string_view name, const jet::Column& column) {
-  return changing([&] {
+void DatabaseCatalog::addColumn(std::string_view name, const jet::Column& column) {
+  changing([&] {
     const jet::Table old = require(name);
     if (hasColumn(old, column.name)) fail(jet::fieldExists, column.name);
     jet::Table shape = old;
     shape.columns.push_back(column);
     std::vector<std::string> sources = sameSources(old);
-    // Rows that are there already have no value, which yes/no fields don't know.
-    sources.push_back(column.type == jet::Type::YesNo ? "0" : "");
+    // Rows that are there already have no value, which yes/no fields don't know. Where one is required they
+    // take the default.
+    const bool takesDefault = column.required && !column.defaultValue.empty();
+    sources.push_back(takesDefault                      ? jet::defaultSql(*this, column)
+                      : column.type == jet::Type::YesNo ? "0"
+                                                        : "");
     rebuild(old, shape, sources);
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::alterColumn(std::string_view name, const jet::Column& column) {
-  return changing([&] {
+void DatabaseCatalog::alterColumn(std::string_view name, const jet::Column& column) {
+  changing([&] {
     const jet::Table old = require(name);
     const int place = columnPlace(old, column.name);
     if (place < 0) fail(jet::noSuchField, column.name);
@@ -553,14 +563,13 @@ jet::Catalog::Refusal DatabaseCatalog::alterColumn(std::string_view name, const 
     shape.columns[at] = column;
     shape.columns[at].name = old.columns[at].name;
     std::vector<std::string> sources = sameSources(old);
-    sources[at] = conversion(old.columns[at], shape.columns[at], old.name);
+    sources[at] = conversion(old.columns[at], shape.columns[at]);
     rebuild(old, shape, sources);
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::renameColumn(std::string_view name, std::string_view column,
-                                                    std::string_view newName) {
-  return changing([&] {
+void DatabaseCatalog::renameColumn(std::string_view name, std::string_view column, std::string_view newName) {
+  changing([&] {
     const jet::Table old = require(name);
     const int place = columnPlace(old, column);
     if (place < 0) fail(jet::noSuchField, column);
@@ -571,19 +580,19 @@ jet::Catalog::Refusal DatabaseCatalog::renameColumn(std::string_view name, std::
         if (sameText(each.name, column)) each.name = newName;
       }
     }
+    renameInRelations(old.name, column, newName);
     rebuild(old, shape, sameSources(old));
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropColumn(std::string_view name, std::string_view column) {
-  return changing([&] {
+void DatabaseCatalog::dropColumn(std::string_view name, std::string_view column) {
+  changing([&] {
     const jet::Table old = require(name);
     const int place = columnPlace(old, column);
     if (place < 0) fail(jet::noSuchField, column);
     for (const jet::Index& index : old.indexes) {
       for (const auto& each : index.columns) {
-        if (sameText(each.name, column))
-          fail(definitionSyntax, "the index " + index.name + " needs the field");
+        if (sameText(each.name, column)) fail(neededByIndex, "the index '" + index.name + "'");
       }
     }
     jet::Table shape = old;
@@ -594,8 +603,8 @@ jet::Catalog::Refusal DatabaseCatalog::dropColumn(std::string_view name, std::st
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createIndex(std::string_view name, const jet::Index& index) {
-  return changing([&] {
+void DatabaseCatalog::createIndex(std::string_view name, const jet::Index& index) {
+  changing([&] {
     const jet::Table old = require(name);
     requireIndex(old, index);
     for (const jet::Index& each : old.indexes) {
@@ -613,8 +622,8 @@ jet::Catalog::Refusal DatabaseCatalog::createIndex(std::string_view name, const 
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropIndex(std::string_view name, std::string_view index) {
-  return changing([&] {
+void DatabaseCatalog::dropIndex(std::string_view name, std::string_view index) {
+  changing([&] {
     const jet::Table old = require(name);
     const auto found = std::find_if(old.indexes.begin(), old.indexes.end(),
                                     [&](const jet::Index& each) { return sameText(each.name, index); });
@@ -625,16 +634,16 @@ jet::Catalog::Refusal DatabaseCatalog::dropIndex(std::string_view name, std::str
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createQuery(std::string_view name, std::string_view sql) {
-  return changing([&] {
+void DatabaseCatalog::createQuery(std::string_view name, std::string_view sql) {
+  changing([&] {
     requireName(name);
     if (hasTable(name) || findQuery(name)) fail(jet::objectExists, name);
     run("INSERT INTO zb_queries VALUES(?, ?)", {Stored::of(name), Stored::of(sql)});
   });
 }
 
-jet::Catalog::Refusal DatabaseCatalog::dropQuery(std::string_view name) {
-  return changing([&] {
+void DatabaseCatalog::dropQuery(std::string_view name) {
+  changing([&] {
     if (!findQuery(name)) fail(jet::noSuchTable, name);
     run("DELETE FROM zb_queries WHERE name = ?", {Stored::of(name)});
   });

@@ -29,6 +29,8 @@ class DatabaseCatalog : public jet::Catalog {
   /// Reads again when the schema isn't the one that was read; to be called inside a read transaction, before
   /// `findTable` and the like.
   void refresh();
+  /// Forgets everything: the database was opened anew.
+  void databaseReopened();
   /// Another number each time that the schema was read anew.
   uint64_t generation() const { return generation_; }
 
@@ -46,29 +48,31 @@ class DatabaseCatalog : public jet::Catalog {
   bool hasTable(std::string_view name) override;
   std::optional<std::string> findQuery(std::string_view name) override;
   enum class IndexStorage { Now, Later };
-  Refusal createTable(const jet::Table& definition) override {
-    return createTable(definition, IndexStorage::Now);
-  }
+  void createTable(const jet::Table& definition) override { createTable(definition, IndexStorage::Now); }
   /// With `Later` the indexes are described, and stored by `storeIndexes` when the rows are in.
-  Refusal createTable(const jet::Table& definition, IndexStorage storage);
+  void createTable(const jet::Table& definition, IndexStorage storage);
   /// An index that is to be unique but whose values are not becomes a plain one, and is told.
   void storeIndexes(std::string_view table, const std::function<void(const jet::Index&)>& notUnique);
   /// The counter of `table`, or its hidden row number, goes on behind `last` at least.
   void continueCounter(std::string_view table, int64_t last);
-  Refusal renameTable(std::string_view table, std::string_view name);
-  Refusal dropTable(std::string_view table) override;
-  Refusal addColumn(std::string_view table, const jet::Column& column) override;
-  Refusal alterColumn(std::string_view table, const jet::Column& column) override;
-  Refusal renameColumn(std::string_view table, std::string_view column, std::string_view name);
-  Refusal dropColumn(std::string_view table, std::string_view column) override;
-  Refusal createIndex(std::string_view table, const jet::Index& index) override;
-  Refusal dropIndex(std::string_view table, std::string_view index) override;
-  Refusal createRelation(const jet::Relation& relation) override;
-  Refusal dropRelation(std::string_view table, std::string_view relation) override;
+  void renameTable(std::string_view table, std::string_view name);
+  void dropTable(std::string_view table) override;
+  void addColumn(std::string_view table, const jet::Column& column) override;
+  void alterColumn(std::string_view table, const jet::Column& column) override;
+  void renameColumn(std::string_view table, std::string_view column, std::string_view name);
+  void dropColumn(std::string_view table, std::string_view column) override;
+  void createIndex(std::string_view table, const jet::Index& index) override;
+  void dropIndex(std::string_view table, std::string_view index) override;
+  void createRelation(const jet::Relation& relation) override;
+  void dropRelation(std::string_view table, std::string_view relation) override;
+  /// Makes the guards of all relations anew: those of older files stand in the way of links to the file.
+  void renewRelations();
+  /// Fails when the other file or its table can't be reached.
+  void requireLinkable(const Link& link);
   /// Doesn't look into the other file.
-  Refusal createLink(const Link& link);
-  Refusal createQuery(std::string_view name, std::string_view sql) override;
-  Refusal dropQuery(std::string_view name) override;
+  void createLink(const Link& link);
+  void createQuery(std::string_view name, std::string_view sql) override;
+  void dropQuery(std::string_view name) override;
   void changesUndone() override;
 
  private:
@@ -93,13 +97,16 @@ class DatabaseCatalog : public jet::Catalog {
   bool changeLink(std::string_view name, std::string_view newName);
   void bumpSchema();
   const jet::Table& require(std::string_view name);
-  Refusal changing(const std::function<void()>& change);
+  void changing(const std::function<void()>& change);
   /// Gives `table` a new shape; `sources` has the old column for each new one, "" for its default.
   void rebuild(const jet::Table& old, jet::Table shape, const std::vector<std::string>& sources);
   void createStorage(const jet::Table& table);
   void describe(const jet::Table& table);
   void forget(std::string_view table);
   void createStoredIndex(const jet::Table& table, const jet::Index& index);
+  void renameInRelations(std::string_view table, std::string_view column, std::string_view newName);
+  /// Fails (3303, 3281) when a change takes away what a relation needs of the table.
+  void requireRelationsKept(const jet::Table& old, const jet::Table& shape);
   void guardRelation(const jet::Relation& relation);
   void unguardRelation(std::string_view name);
   void unguardRelationsOf(std::string_view table);
@@ -116,8 +123,23 @@ class DatabaseCatalog : public jet::Catalog {
   bool loaded_ = false;
 };
 
+/// Makes a catalog read anew when it goes, whichever way a change ends.
+class Reloading {
+ public:
+  explicit Reloading(DatabaseCatalog& catalog) : catalog_(catalog) {}
+  Reloading(const Reloading&) = delete;
+  Reloading& operator=(const Reloading&) = delete;
+  ~Reloading() { catalog_.changesUndone(); }
+
+ private:
+  DatabaseCatalog& catalog_;
+};
+
 /// True for a table of another file.
 bool isLinked(const jet::Table& table);
+
+/// Names as lists of the catalog hold them.
+std::string joinNames(const std::vector<std::string>& names);
 
 /// Fails (3125) for what can't be a name.
 void requireName(std::string_view name);

@@ -1,51 +1,41 @@
 #include "engine/compact.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
-#include <cstdio>
+#include <filesystem>
 
 #include "engine/catalog.h"
 #include "engine/mended_copy.h"
 #include "engine/salvage.h"
+#include "platform/files/growing_file.h"
 
 namespace {
 
-// Makes the file, empty, or fails when there is one.
-void reserve(const std::string& path) {
-  const int descriptor = ::open(path.c_str(), O_CREAT | O_EXCL | O_RDWR | O_CLOEXEC, 0666);
-  if (descriptor < 0) {
-    if (errno == EEXIST) fail(databaseExists, path);
-    if (errno == EACCES || errno == EROFS || errno == EPERM) fail(noRight, path);
-    if (errno == ENOSPC || errno == EDQUOT) fail(diskFull);
-    fail(badPath, path);
+[[noreturn]] void failMaking(int error, const std::string& path) {
+  switch (error) {
+    case EEXIST:
+      fail(databaseExists, path);
+    case EACCES:
+    case EROFS:
+    case EPERM:
+      fail(noRight, path);
+    case ENOSPC:
+    case EDQUOT:
+      fail(diskFull);
+    case EIO:
+    case ESTALE:
+      fail(diskOrNetwork);
+    default:
+      fail(badPath, path);
   }
-  ::close(descriptor);
 }
 
-void syncFile(const std::string& path) {
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  const bool good = descriptor >= 0 && fsync(descriptor) == 0;
-  if (descriptor >= 0) ::close(descriptor);
-  if (!good) fail(diskOrNetwork);
+// A dangling link is one, too.
+void requireNoFile(const std::string& path) {
+  std::error_code error;
+  const std::filesystem::file_type type = std::filesystem::symlink_status(path, error).type();
+  if (type == std::filesystem::file_type::none) failMaking(error.value(), path);
+  if (type != std::filesystem::file_type::not_found) fail(databaseExists, path);
 }
-
-// Removes a file that didn't come to be.
-class Unfinished {
- public:
-  explicit Unfinished(std::string path) : path_(std::move(path)) {}
-  Unfinished(const Unfinished&) = delete;
-  Unfinished& operator=(const Unfinished&) = delete;
-  ~Unfinished() {
-    if (!path_.empty()) ::unlink(path_.c_str());
-  }
-  void finish() { path_.clear(); }
-
- private:
-  std::string path_;
-};
 
 void setUp(Database& database) {
   database.execute("PRAGMA page_size=4096", Access::Schema);
@@ -58,12 +48,7 @@ void setUp(Database& database) {
 }  // namespace
 
 void createDatabaseFile(const std::string& path) {
-  reserve(path);
-  Unfinished unfinished(path);
-  Database database(path, Database::Mode::Create);
-  setUp(database);
-  syncFolderOf(path);
-  unfinished.finish();
+  buildDatabaseFile(path, [](Database&) {});
 }
 
 bool isOurDatabase(Database& database) {
@@ -74,43 +59,36 @@ bool isOurDatabase(Database& database) {
 }
 
 void buildDatabaseFile(const std::string& path, const std::function<void(Database&)>& fill) {
-  struct stat attributes {};
-  if (::lstat(path.c_str(), &attributes) == 0) fail(databaseExists, path);
-  // The new file grows under another name, in the same folder, without a journal: until it is renamed it is
-  // nothing.
-  const std::string growing = path + ".new";
-  ::unlink(growing.c_str());
-  reserve(growing);
-  Unfinished unfinished(growing);
+  requireNoFile(path);
+  // Without a journal: until the new file appears it is nothing.
+  platform::GrowingFile growing(path);
+  if (growing.error() != 0) failMaking(growing.error(), path);
   {
-    Database database(growing, Database::Mode::Create);
+    Database database(growing.path(), Database::Mode::Create);
     database.execute("PRAGMA journal_mode=MEMORY", Access::Schema);
     database.execute("PRAGMA synchronous=OFF", Access::Schema);
     setUp(database);
     fill(database);
   }
-  syncFile(growing);
-  if (::link(growing.c_str(), path.c_str()) != 0) {
-    if (errno == EEXIST) fail(databaseExists, path);
-    // A file system without hard links.
-    if (::rename(growing.c_str(), path.c_str()) != 0) fail(diskOrNetwork);
-    unfinished.finish();
-  }
-  syncFolderOf(path);
+  if (!growing.appear()) failMaking(growing.error(), path);
 }
 
-void compactDatabaseFile(const std::string& source, const std::string& destination) {
+std::vector<jet::Error> compactDatabaseFile(const std::string& source, const std::string& destination) {
   Database from(source, Database::Mode::Read, Database::Sharing::NotInThisProcess);
-  struct stat attributes {};
-  if (::lstat(destination.c_str(), &attributes) == 0) fail(databaseExists, destination);
+  requireNoFile(destination);
+  std::vector<jet::Error> leftOut;
   if (from.examine() == Database::Health::Good) {
     try {
-      return buildDatabaseFile(destination, [&](Database& to) { copyContent(from, to, false); });
+      buildDatabaseFile(destination, [&](Database& to) { leftOut = copyContent(from, to, false); });
+      return leftOut;
     } catch (const jet::Failure& failure) {
       // Of a large file not all was looked at: then damage shows on the way.
       if (failure.error.number != notADatabase) throw;
     }
   }
-  MendedCopy mended(from, destination + ".mended");
-  buildDatabaseFile(destination, [&](Database& to) { copyContent(mended.database(), to, true); });
+  const platform::GrowingFile copy(destination);
+  if (copy.error() != 0) failMaking(copy.error(), destination);
+  MendedCopy mended(from, copy.path());
+  buildDatabaseFile(destination, [&](Database& to) { leftOut = copyContent(mended.database(), to, true); });
+  return leftOut;
 }

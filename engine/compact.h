@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "engine/database.h"
 
@@ -18,5 +19,5 @@ bool isOurDatabase(Database& database);
 /// Writes a new file with all rows, indexes, relations and queries of `source`; of a damaged one, all that
 /// can be read. An existing destination, also the source itself, is refused (3204), and so is a source that
 /// this process has open (3045). `destination` appears when it is complete and on disk. The source is only
-/// read.
-void compactDatabaseFile(const std::string& source, const std::string& destination);
+/// read. Tells what had to be left out.
+std::vector<jet::Error> compactDatabaseFile(const std::string& source, const std::string& destination);

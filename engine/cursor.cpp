@@ -18,7 +18,6 @@ Cursor::Cursor(Database& database, DatabaseCatalog& catalog, std::string_view ta
 }
 
 void Cursor::bindToSchema(std::string_view indexName) {
-  generation_ = catalog_.generation();
   const jet::Table* table = catalog_.findTable(table_.name);
   if (!table) fail(tableNotFound, table_.name);
   const jet::Index* index = nullptr;
@@ -50,6 +49,8 @@ void Cursor::bindToSchema(std::string_view indexName) {
     columnList_ += ", " + quoted(column.name);
     names_.push_back(Bstr::attach(bstrOfUtf8(column.name)));
   }
+  // The last step: a table that isn't there is missed at every call.
+  generation_ = catalog_.generation();
 }
 
 // Each step of a walk asks, mostly in the table's own spelling.
@@ -57,23 +58,32 @@ bool Cursor::isOn(std::wstring_view table) const {
   return table == wideTableName_.view() || sameText(table_.name, toUtf8(table));
 }
 
-// The schema may have changed under an open table. Its position holds when its columns are still the same.
+// The schema may have changed under an open table. Its position holds as long as its rows bear their numbers.
 void Cursor::followSchema() {
   catalog_.refresh();
   if (catalog_.generation() == generation_) return;
   database_.forgetStatements();
-  const std::string columns = columnList_;
-  const auto order = std::move(order_);
+  const jet::Table old = table_;
   bindToSchema(indexName_);
   count_.reset();
-  const bool sameOrder = order.size() == order_.size() &&
-                         std::equal(order.begin(), order.end(), order_.begin(), [](auto& a, auto& b) {
-                           return a.column == b.column && a.descending == b.descending;
-                         });
-  if (columns != columnList_ || !sameOrder) {
+  if (place_ != Place::OnRow) return;
+  if (old.rowId != table_.rowId) {
     place_ = Place::Nowhere;
-    rows_.clear(table_.columns.size());
+    return;
   }
+  std::vector<int> sources;
+  for (const jet::Column& column : table_.columns) {
+    sources.push_back(DatabaseCatalog::columnPlace(old, column.name));
+  }
+  rows_ = rows_.rowInShape(at_, sources);
+  at_ = 0;
+  exhausted_ = false;
+  stamp_ = {};
+}
+
+void Cursor::databaseReopened() {
+  stamp_ = {};
+  count_.reset();
 }
 
 std::string Cursor::orderBy(bool forward) const {
@@ -96,7 +106,7 @@ std::string Cursor::notNullTerms() const {
 std::string Cursor::selection(const std::string& condition, bool forward) const {
   std::string where = condition + notNullTerms();
   if (where.starts_with(" AND ")) where.erase(0, 5);
-  return "SELECT " + columnList_ + " FROM " + table_.sqlName +
+  return "SELECT " + columnList_ + " FROM " + table_.sqlName() +
          (storedIndex_.empty() ? " NOT INDEXED" : " INDEXED BY " + quoted(storedIndex_)) +
          (where.empty() ? "" : " WHERE " + where) + orderBy(forward);
 }
@@ -181,7 +191,7 @@ void Cursor::keep(RowBatch& rows, bool forward, bool exhausted, const FileStamp&
 bool Cursor::refreshRow(RowBatch& into) {
   into.clear(table_.columns.size());
   Statement& statement = database_.prepared(
-      "SELECT " + columnList_ + " FROM " + table_.sqlName + " WHERE " + quoted(table_.rowId) + " = ?",
+      "SELECT " + columnList_ + " FROM " + table_.sqlName() + " WHERE " + quoted(table_.rowId) + " = ?",
       Access::Read);
   const Run run(statement);
   statement.bind(1, rows_.rowId(at_));
@@ -191,9 +201,10 @@ bool Cursor::refreshRow(RowBatch& into) {
 }
 
 // Goes `count` rows on (from 1) in a direction, from the row under the cursor or from an end of the order.
-void Cursor::search(int64_t count, bool forward) {
+void Cursor::search(int64_t count, bool forward, std::optional<Place> from) {
   Transaction transaction(database_, Transaction::Kind::Read, Access::Read);
   followSchema();
+  place_ = from.value_or(place_);
   const bool fromRow = place_ == Place::OnRow;
   if (place_ == Place::Nowhere) fail(noCurrentRecord);
   if (fromRow && refreshRow(found_)) {
@@ -230,15 +241,13 @@ bool Cursor::stepInKept(int64_t count) {
 }
 
 void Cursor::moveTop() {
-  place_ = Place::BeforeFirst;
   readAhead_ = 1;
-  search(1, true);
+  search(1, true, Place::BeforeFirst);
 }
 
 void Cursor::moveBottom() {
-  place_ = Place::AfterLast;
   readAhead_ = 1;
-  search(1, false);
+  search(1, false, Place::AfterLast);
 }
 
 void Cursor::resolveTop() {
@@ -302,7 +311,9 @@ void Cursor::seek(const std::vector<COleVariant>& keys) {
 }
 
 bool Cursor::isEmpty() {
-  Statement& statement = database_.prepared("SELECT 1 FROM " + table_.sqlName + " LIMIT 1", Access::Read);
+  Transaction transaction(database_, Transaction::Kind::Read, Access::Read);
+  followSchema();
+  Statement& statement = database_.prepared("SELECT 1 FROM " + table_.sqlName() + " LIMIT 1", Access::Read);
   const Run run(statement);
   return !statement.step();
 }
@@ -323,7 +334,7 @@ int64_t Cursor::count() {
   if (count_ && !isLinked(table_) && database_.unchangedSince(countStamp_)) return *count_;
   Transaction transaction(database_, Transaction::Kind::Read, Access::Read);
   followSchema();
-  Statement& statement = database_.prepared("SELECT count(*) FROM " + table_.sqlName, Access::Read);
+  Statement& statement = database_.prepared("SELECT count(*) FROM " + table_.sqlName(), Access::Read);
   const Run run(statement);
   statement.step();
   count_ = statement.integer(0);

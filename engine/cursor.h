@@ -29,6 +29,9 @@ class Cursor {
   const std::string& indexName() const { return indexName_; }
   const jet::Table& table() const { return table_; }
 
+  /// What was read is of a file that was replaced. The place holds: a compacted file numbers its rows as
+  /// before.
+  void databaseReopened();
   void moveTop();
   void moveBottom();
   void skip(int64_t count);
@@ -67,7 +70,7 @@ class Cursor {
   /// The stamp is that of the main file, and tells nothing of a linked one.
   bool sameStateAsKept() const { return !isLinked(table_) && database_.unchangedSince(stamp_); }
   bool stepInKept(int64_t count);
-  void search(int64_t count, bool forward);
+  void search(int64_t count, bool forward, std::optional<Place> from = std::nullopt);
   bool runLevel(const std::string& sql, const std::vector<Stored>& values, int64_t& toSkip, size_t wanted);
   bool searchFrom(int64_t& toSkip, bool forward, size_t wanted);
   bool searchFromEnd(int64_t& toSkip, bool forward, size_t wanted);

@@ -83,7 +83,7 @@ HRESULT EngineObject::PositionFlagA(VARIANT_BOOL* afterLast) {
   VARIANT_BOOL ok;
   if (!afterLast) return E_POINTER;
   *afterLast = VARIANT_TRUE;
-  return attempt(&ok, [&] { *afterLast = !cursor_ || cursor_->afterLast() ? VARIANT_TRUE : VARIANT_FALSE; });
+  return attempt(&ok, [&] { *afterLast = !cursor_ || cursor().afterLast() ? VARIANT_TRUE : VARIANT_FALSE; });
 }
 
 HRESULT EngineObject::PositionFlagB(VARIANT_BOOL* beforeFirst) {
@@ -91,7 +91,7 @@ HRESULT EngineObject::PositionFlagB(VARIANT_BOOL* beforeFirst) {
   if (!beforeFirst) return E_POINTER;
   *beforeFirst = VARIANT_TRUE;
   return attempt(&ok,
-                 [&] { *beforeFirst = !cursor_ || cursor_->beforeFirst() ? VARIANT_TRUE : VARIANT_FALSE; });
+                 [&] { *beforeFirst = !cursor_ || cursor().beforeFirst() ? VARIANT_TRUE : VARIANT_FALSE; });
 }
 
 HRESULT EngineObject::ReleaseTable(BSTR table) {

@@ -39,7 +39,7 @@ std::vector<Cursor::Assignment> Cursor::assignments(const VARIANT& fields) const
     if (elements[i].vt != VT_BSTR) fail(invalidArgument, "a field's name is no text");
     const std::string name = toUtf8(viewOf(elements[i].bstrVal));
     const int place = DatabaseCatalog::columnPlace(table_, name);
-    if (place < 0) fail(itemNotFound, name);
+    if (place < 0) fail(jet::itemNotFound, "field '" + name + "' in the table '" + table_.name + "'");
     const auto column = static_cast<size_t>(place);
     Assignment assignment{column, storedValue(elements[i + 1], table_.columns[column])};
     const auto same =
@@ -57,8 +57,11 @@ std::vector<Cursor::Assignment> Cursor::assignments(const VARIANT& fields) const
 std::optional<COleVariant> Cursor::evaluated(std::string_view expression) const {
   while (expression.starts_with('=') || expression.starts_with(' ')) expression.remove_prefix(1);
   RowSet rows;
-  if (jet::execute(database_.handle(), catalog_, "SELECT " + std::string(expression), {}, &rows).error)
+  try {
+    jet::execute(database_.handle(), catalog_, "SELECT " + std::string(expression), {}, &rows);
+  } catch (const jet::Failure&) {
     return std::nullopt;
+  }
   const COleSafeArray array = rows.take();
   constexpr ULONG valuePlace = 2;  // behind the mark of the record and the name
   const VariantElements elements(array);
@@ -80,14 +83,9 @@ void Cursor::applyDefaults(std::vector<Assignment>& values) const {
 }
 
 void Cursor::requireKeyValues(const std::vector<Assignment>& values) const {
-  for (const jet::Index& index : table_.indexes) {
-    if (!index.primary && !index.required) continue;
-    for (const jet::IndexColumn& column : index.columns) {
-      const int place = DatabaseCatalog::columnPlace(table_, column.name);
-      for (const Assignment& each : values) {
-        if (static_cast<int>(each.column) == place && each.value.isNull()) fail(jet::indexNull);
-      }
-    }
+  for (const Assignment& each : values) {
+    const jet::Column& column = table_.columns[each.column];
+    if (column.inKey && !column.counter && each.value.isNull()) fail(jet::indexNull, column.name);
   }
 }
 
@@ -110,7 +108,7 @@ COleSafeArray Cursor::append(const VARIANT& fields, bool stay) {
   }
   const std::string content = values.empty() ? " DEFAULT VALUES" : "(" + names + ") VALUES(" + marks + ")";
   Statement& insert = database_.prepared(
-      "INSERT INTO " + table_.sqlName + content + " RETURNING " + columnList_, Access::Write);
+      "INSERT INTO " + table_.sqlName() + content + " RETURNING " + columnList_, Access::Write);
   found_.clear(table_.columns.size());
   {
     const Run run(insert);
@@ -118,7 +116,7 @@ COleSafeArray Cursor::append(const VARIANT& fields, bool stay) {
     while (insert.step()) found_.add(insert);
   }
   if (counter >= 0 && found_.rowId(0) > INT32_MAX) {
-    fail(numberTooLarge, table_.columns[static_cast<size_t>(counter)].name);
+    fail(jet::numberTooLarge, table_.columns[static_cast<size_t>(counter)].name);
   }
   const FileStamp before = database_.stamp();
   COleSafeArray result = recordOf(found_, 0);
@@ -149,7 +147,7 @@ void Cursor::replace(const VARIANT& fields) {
     changes += (changes.empty() ? "" : ", ") + quoted(table_.columns[each.column].name) + " = ?";
   }
   if (changes.empty()) changes = quoted(table_.rowId) + " = " + quoted(table_.rowId);
-  Statement& update = database_.prepared("UPDATE " + table_.sqlName + " SET " + changes + " WHERE " +
+  Statement& update = database_.prepared("UPDATE " + table_.sqlName() + " SET " + changes + " WHERE " +
                                              quoted(table_.rowId) + " = ? RETURNING " + columnList_,
                                          Access::Write);
   found_.clear(table_.columns.size());
@@ -177,7 +175,7 @@ void Cursor::remove() {
   followSchema();
   if (place_ != Place::OnRow) fail(noCurrentRecord);
   Statement& statement = database_.prepared(
-      "DELETE FROM " + table_.sqlName + " WHERE " + quoted(table_.rowId) + " = ?", Access::Write);
+      "DELETE FROM " + table_.sqlName() + " WHERE " + quoted(table_.rowId) + " = ?", Access::Write);
   {
     const Run run(statement);
     statement.bind(1, rows_.rowId(at_));

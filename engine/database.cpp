@@ -12,6 +12,7 @@
 
 #include "engine/file_header.h"
 #include "engine/jet_sql/jet_sql.h"
+#include "platform/files/native_path.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -108,15 +109,37 @@ bool onNetwork(const std::string& path) {
 Database::Database(const std::string& path, Mode mode, Sharing sharing)
     : path_(path), readOnly_(mode == Mode::Read) {
   if (mode != Mode::Create) requireUsableFile(path, mode == Mode::Write);
-  identity_ = fileIdentity(path);
-  if (identity_ == Identity()) fail(fileNotFound, path);
-  if (!OpenFiles::all().add(identity_, sharing == Sharing::NotInThisProcess)) fail(fileInUse, path);
+  enter(sharing);
   try {
     openChecked(mode);
   } catch (...) {
     OpenFiles::all().remove(identity_);
     throw;
   }
+}
+
+// Counts the file at the path as open here.
+void Database::enter(Sharing sharing) {
+  const Identity identity = fileIdentity(path_);
+  if (identity == Identity()) fail(fileNotFound, path_);
+  if (!OpenFiles::all().add(identity, sharing == Sharing::NotInThisProcess)) fail(fileInUse, path_);
+  identity_ = identity;
+}
+
+bool Database::isReplaced() const {
+  const Identity now = fileIdentity(path_);
+  if (now == identity_) return false;
+  requireUsableFile(path_, !readOnly_);
+  return true;
+}
+
+void Database::reopen() {
+  statements_.clear();
+  handle_.reset();
+  const Identity before = identity_;
+  enter(Sharing::Any);
+  OpenFiles::all().remove(before);
+  openChecked(readOnly_ ? Mode::Read : Mode::Write);
 }
 
 Database::~Database() {
@@ -139,7 +162,7 @@ void Database::open(int flags) {
   const int code =
       sqlite3_open_v2(path_.c_str(), &opened, flags | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   handle_.reset(opened);
-  if (code != SQLITE_OK) failSqlite(opened, code, Access::Open);
+  if (code != SQLITE_OK) failSqlite(opened, code, Access::Open, path_);
   configure();
   stampIsReliable_ = !onNetwork(path_);
 }
@@ -151,6 +174,8 @@ void Database::configure() {
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
+  // A table is renamed without a look at triggers, which the catalog makes anew; others may be past mending.
+  sqlite3_db_config(database, SQLITE_DBCONFIG_LEGACY_ALTER_TABLE, 1, nullptr);
   const int code = jet::registerFunctions(database);
   if (code != SQLITE_OK) failSqlite(database, code, Access::Open);
   execute("PRAGMA cell_size_check=ON", Access::Open);
@@ -285,27 +310,26 @@ Database::Identity Database::fileIdentity(const std::string& path) {
 void Database::attach(const std::string& path, const std::string& schema) {
   requireUsableFile(path, false);
   if (fileIdentity(path) == identity_) fail(invalidArgument, "a table can't be linked to its own file");
-  try {
-    Statement statement(handle(), "ATTACH ? AS ?", Access::Open, 0);
-    statement.bind(1, path);
-    statement.bind(2, schema);
-    statement.step();
-  } catch (const jet::Failure& failure) {
-    fail(failure.error.number == noRight ? noRight : notADatabase, path);
-  }
-  try {
-    Statement known(handle(), "SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema WHERE name = 'zb_tables'",
-                    Access::Open, 0);
-    if (!known.step()) fail(notADatabase, path);
-    known.reset();
-    // Within a transaction this is refused, and FULL stays, which only leaves the end of the journal to
-    // chance.
-    sqlite3_exec(handle(), ("PRAGMA " + ::quoted(schema) + ".synchronous=EXTRA").c_str(), nullptr, nullptr,
-                 nullptr);
-  } catch (const jet::Failure&) {
+  const auto run = [&](const std::string& sql) {
+    const int code = sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr);
+    if (code == SQLITE_OK) return;
+    const jet::Error error = errorOfSqlite(handle(), code, Access::Open, path);
+    detach(schema);
+    throw jet::Failure{error};
+  };
+  run("ATTACH " + ::quoted(path) + " AS " + ::quoted(schema));
+  // The first look at its tables.
+  run("SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema LIMIT 1");
+  if (!Statement(handle(), "SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema WHERE name = 'zb_tables'",
+                 Access::Open, 0)
+           .step()) {
     detach(schema);
     fail(notADatabase, path);
   }
+  // Within a transaction this is refused, and FULL stays, which only leaves the end of the journal to
+  // chance.
+  sqlite3_exec(handle(), ("PRAGMA " + ::quoted(schema) + ".synchronous=EXTRA").c_str(), nullptr, nullptr,
+               nullptr);
 }
 
 void Database::detach(const std::string& schema) {
@@ -349,31 +373,11 @@ std::string quoted(std::string_view name) {
   return result + "\"";
 }
 
-std::string unquoted(std::string_view quotedName) {
-  std::string name;
-  for (size_t i = 1; i + 1 < quotedName.size(); ++i) {
-    name += quotedName[i];
-    if (quotedName[i] == '"') ++i;
-  }
-  return name;
-}
-
 std::string fullPath(std::wstring_view path) {
-  std::string result = toUtf8(path);
-  if (result.empty() || result.find('\0') != std::string::npos) fail(badFileName, result);
+  if (path.empty() || path.find(L'\0') != std::wstring_view::npos) fail(badFileName, toUtf8(path));
+  const std::string result = platform::nativePath(path);
   if (result.size() > longestPath) fail(badPath, result.substr(0, 60) + "…");
   std::error_code error;
-  if (result.find('\\') != std::string::npos && !std::filesystem::exists(result, error)) {
-    for (char& c : result) c = c == '\\' ? '/' : c;
-  }
   const std::filesystem::path absolute = std::filesystem::absolute(result, error);
   return error ? result : absolute.lexically_normal().string();
-}
-
-void syncFolderOf(const std::string& path) {
-  const std::string folder = std::filesystem::path(path).parent_path().string();
-  const int descriptor = ::open(folder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-  if (descriptor < 0) return;
-  fsync(descriptor);
-  close(descriptor);
 }

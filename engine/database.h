@@ -38,6 +38,12 @@ class Database {
   const std::string& path() const { return path_; }
   bool readOnly() const { return readOnly_; }
 
+  /// True when somebody has put another file in the place of the open one. Fails when there is none now.
+  bool isReplaced() const;
+  /// Opens the file that is at the path now, in the mode of before; `examine` comes next. What was prepared
+  /// and attached is gone.
+  void reopen();
+
   /// Reads the file for the first time: finishes what a killed writer left, takes a write-ahead log away that
   /// another program gave it, and fails for what is no database. How deep the content is checked depends on
   /// the file's size.
@@ -69,6 +75,7 @@ class Database {
   struct Close {
     void operator()(sqlite3* handle) const { sqlite3_close_v2(handle); }
   };
+  void enter(Sharing sharing);
   void openChecked(Mode mode);
   void open(int flags);
   void configure();
@@ -107,13 +114,9 @@ class Transaction {
 /// Remembers that damage showed while the file was in use: its next opening checks all of it.
 void noteDamage(const char* path);
 
-/// A name between double quotes, as SQL wants it, and back.
+/// A name between double quotes, as SQL wants it.
 std::string quoted(std::string_view name);
-std::string unquoted(std::string_view quotedName);
 
 /// The full path of a file that a caller named: "\" may stand for "/", a relative path is one of the
 /// process's current folder. Fails for what can't be a path.
 std::string fullPath(std::wstring_view path);
-
-/// Makes a file's directory entry permanent.
-void syncFolderOf(const std::string& path);

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 #include "engine/text/collation.h"
 #include "platform/text/utf.h"
 

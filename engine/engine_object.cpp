@@ -63,8 +63,23 @@ HRESULT EngineObject::Invoke(DISPID, const IID&, LCID, WORD, DISPPARAMS*, VARIAN
 }
 
 Database& EngineObject::database() {
-  if (!database_) fail(noOpenDatabase);
+  if (!database_) fail(notOpen, "database");
+  if (database_->isReplaced()) followReplacement();
   return *database_;
+}
+
+void EngineObject::followReplacement() {
+  try {
+    database_->reopen();
+    const bool good = database_->examine() == Database::Health::Good;
+    Transaction transaction(*database_, Transaction::Kind::Read, Access::Open);
+    if (!good || !isOurDatabase(*database_)) fail(notADatabase, database_->path());
+  } catch (...) {
+    closeAll();
+    throw;
+  }
+  catalog_->databaseReopened();
+  if (cursor_) cursor_->databaseReopened();
 }
 
 DatabaseCatalog& EngineObject::catalog() {
@@ -80,7 +95,7 @@ DatabaseCatalog& EngineObject::freshCatalog() {
 
 Cursor& EngineObject::cursor() {
   database();
-  if (!cursor_) fail(noCurrentRecord);
+  if (!cursor_) fail(notOpen, "table");
   return *cursor_;
 }
 
@@ -223,5 +238,11 @@ HRESULT EngineObject::CreateDatabase(BSTR path, VARIANT_BOOL* ok) {
 }
 
 HRESULT EngineObject::CompactDatabase(BSTR source, BSTR destination, VARIANT_BOOL* ok) {
-  return attempt(ok, [&] { compactDatabaseFile(fullPath(viewOf(source)), fullPath(viewOf(destination))); });
+  return attempt(ok, [&] {
+    const auto leftOut = compactDatabaseFile(fullPath(viewOf(source)), fullPath(viewOf(destination)));
+    for (const jet::Error& each : leftOut) {
+      if (!pending_) pending_ = jet::Error{each.number, "", std::nullopt};
+      pending_->text += (pending_->text.empty() ? "" : " ") + each.text;
+    }
+  });
 }

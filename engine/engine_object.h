@@ -144,6 +144,8 @@ class EngineObject final : public IZbEngine {
   /// False when the file is damaged; nothing is open then.
   bool open(BSTR path, Database::Mode mode);
   bool openFile(const std::string& path, Database::Mode mode);
+  /// Goes on with the file that was put in the place of the open one.
+  void followReplacement();
   void closeAll();
 
   std::atomic<ULONG> references_ = 1;

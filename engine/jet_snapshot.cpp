@@ -13,7 +13,7 @@
 #include <mutex>
 #include <vector>
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include <sys/stat.h>
 
 #include "engine/catalog.h"
+#include "engine/compact.h"
 
 /// Linked tables: tables of other database files, attached to the connection when the first of them is asked
 /// for.
@@ -16,9 +17,22 @@ bool isThere(const std::string& path) {
   return stat(path.c_str(), &attributes) == 0;
 }
 
+// The guards of relations of an older file name their database, which SQLite refuses once it is attached: a
+// short connection of the file's own makes them anew. What else is wrong with it shows when it is attached.
+void renewOldRelations(const std::string& path) {
+  try {
+    const char* const old = "SELECT 1 FROM sqlite_schema WHERE type = 'trigger' AND instr(sql, '\"main\".')";
+    if (!Statement(Database(path, Database::Mode::Read).handle(), old, Access::Read, 0).step()) return;
+    Database file(path, Database::Mode::Write);
+    if (file.examine() != Database::Health::Good || !isOurDatabase(file)) return;
+    DatabaseCatalog(file).renewRelations();
+  } catch (const jet::Failure&) {
+  }
+}
+
 }  // namespace
 
-bool isLinked(const jet::Table& table) { return table.sqlName.starts_with("\"link"); }
+bool isLinked(const jet::Table& table) { return table.schema != "main"; }
 
 void DatabaseCatalog::readLinks() {
   links_.clear();
@@ -50,10 +64,17 @@ void DatabaseCatalog::refreshLinks() {
   }
 }
 
+void DatabaseCatalog::databaseReopened() {
+  loaded_ = false;
+  linkedFiles_.clear();
+  linkedTables_.clear();
+}
+
 const DatabaseCatalog::LinkedFile& DatabaseCatalog::linkedFile(const std::string& path) {
   LinkedFile& file = linkedFiles_[path];
   if (file.schema.empty()) file.schema = "link" + std::to_string(linkedFiles_.size());
   if (!file.attached) {
+    renewOldRelations(path);
     database_.attach(path, file.schema);
     file.attached = true;
     file.identity = database_.fileIdentity(path);
@@ -83,8 +104,12 @@ std::vector<DatabaseCatalog::Link> DatabaseCatalog::links() const {
   return result;
 }
 
-jet::Catalog::Refusal DatabaseCatalog::createLink(const Link& link) {
-  return changing([&] {
+void DatabaseCatalog::requireLinkable(const Link& link) {
+  if (!linkedFile(link.file).tables.contains(link.foreignName)) fail(tableNotFound, link.foreignName);
+}
+
+void DatabaseCatalog::createLink(const Link& link) {
+  changing([&] {
     requireName(link.name);
     if (hasTable(link.name) || findQuery(link.name)) fail(jet::objectExists, link.name);
     run(linksTable);

@@ -1,7 +1,6 @@
 #include "engine/mended_copy.h"
 
 #include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <map>
@@ -63,23 +62,12 @@ std::vector<StoredTable> storedTables(Database& database) {
 }  // namespace
 
 MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::move(path)) {
-  ::unlink(path_.c_str());
-  try {
-    copyPages(damaged);
-    mendHeader();
-    mendTables();
-    mendHeader();  // the file has grown
-    database_ = std::make_unique<Database>(path_, Database::Mode::Read);
-    database_->tolerateDamagedSchema();
-  } catch (...) {
-    ::unlink(path_.c_str());
-    throw;
-  }
-}
-
-MendedCopy::~MendedCopy() {
-  database_.reset();
-  ::unlink(path_.c_str());
+  copyPages(damaged);
+  mendHeader();
+  mendTables();
+  mendHeader();  // the file has grown
+  database_ = std::make_unique<Database>(path_, Database::Mode::Read);
+  database_->tolerateDamagedSchema();
 }
 
 // What can't be read is left empty.

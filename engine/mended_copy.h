@@ -6,12 +6,11 @@
 #include "engine/database.h"
 
 /// A copy of a damaged file in which all is put right that can be told without its content: the header and
-/// the ways to the rows. Removed at the end.
+/// the ways to the rows.
 class MendedCopy {
  public:
-  /// `path` is the copy's own. The damaged file is only read.
+  /// Fills the empty file at `path`. The damaged file is only read.
   MendedCopy(const Database& damaged, std::string path);
-  ~MendedCopy();
   MendedCopy(const MendedCopy&) = delete;
   MendedCopy& operator=(const MendedCopy&) = delete;
 

@@ -6,10 +6,9 @@
 
 #include <cerrno>
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 
-PageFile::PageFile(const std::string& path)
-    : descriptor_(::open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+PageFile::PageFile(const std::string& path) : descriptor_(::open(path.c_str(), O_RDWR | O_CLOEXEC)) {
   struct stat attributes {};
   if (descriptor_ < 0 || fstat(descriptor_, &attributes) != 0) fail(diskOrNetwork);
   count_ = static_cast<uint32_t>(attributes.st_size / FileHeader::pageSize);

@@ -13,7 +13,6 @@ using Page = std::array<unsigned char, FileHeader::pageSize>;
 /// are those of the disk (3026, 3043).
 class PageFile {
  public:
-  /// Makes the file, or opens the one that is there.
   explicit PageFile(const std::string& path);
   ~PageFile();
   PageFile(const PageFile&) = delete;

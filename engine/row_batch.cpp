@@ -42,6 +42,17 @@ void RowBatch::addBytes(Cell& cell, sqlite3_value* value) {
   if (cell.length > 0) bytes_.append(static_cast<const char*>(data), cell.length);
 }
 
+RowBatch RowBatch::rowInShape(size_t row, const std::vector<int>& sources) const {
+  RowBatch shaped;
+  shaped.columns_ = sources.size();
+  shaped.rows_ = {rowId(row)};
+  shaped.bytes_ = bytes_;
+  for (const int source : sources) {
+    shaped.cells_.push_back(source < 0 ? Cell() : cell(row, static_cast<size_t>(source)));
+  }
+  return shaped;
+}
+
 Stored RowBatch::stored(size_t row, size_t column) const {
   const Cell& source = cell(row, column);
   Stored result;

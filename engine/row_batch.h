@@ -22,6 +22,9 @@ class RowBatch {
     return cell.kind >= Stored::Kind::Text ? bytes_.data() + cell.offset : nullptr;
   }
   Stored stored(size_t row, size_t column) const;
+  /// One row as a batch of its own with other columns: `sources` has each one's old place, below zero for a
+  /// new one, which is null.
+  RowBatch rowInShape(size_t row, const std::vector<int>& sources) const;
 
  private:
   void addBytes(Cell& cell, sqlite3_value* value);

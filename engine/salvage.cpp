@@ -36,7 +36,7 @@ jet::Type typeOfStorage(std::string_view declared) {
 jet::Table tableFromSchema(Database& from, const std::string& name) {
   jet::Table table;
   table.name = name;
-  table.sqlName = "\"main\"." + quoted(name);
+  table.stored = name;
   Statement columns(from.handle(), "SELECT name, type, pk FROM pragma_table_info(?)", Access::Read, 0);
   columns.bind(1, name);
   while (columns.step()) {
@@ -81,9 +81,7 @@ std::vector<jet::Table> describedTables(Database& from, bool damaged) {
                        [](const jet::Column& column) { return column.type == jet::Type::Unknown; });
   });
   for (const std::string& name : storedTables(from)) {
-    const std::string sqlName = "\"main\"." + quoted(name);
-    if (std::any_of(tables.begin(), tables.end(), [&](auto& each) { return each.sqlName == sqlName; }))
-      continue;
+    if (std::any_of(tables.begin(), tables.end(), [&](auto& each) { return each.stored == name; })) continue;
     survives([&] { tables.push_back(tableFromSchema(from, name)); });
   }
   return tables;
@@ -102,11 +100,12 @@ class RowCopy {
       marks += ", ?" + std::to_string(i + 2);
     }
     select_ = Statement(from.handle(),
-                        "SELECT " + columns + " FROM " + source.sqlName + " NOT INDEXED WHERE " +
+                        "SELECT " + columns + " FROM " + source.sqlName() + " NOT INDEXED WHERE " +
                             quoted(source.rowId) + " >= ? ORDER BY " + quoted(source.rowId),
                         Access::Read);
-    insert_ = Statement(to.handle(), "INSERT INTO " + target.sqlName + "(" + into + ") VALUES(" + marks + ")",
-                        Access::Write);
+    insert_ =
+        Statement(to.handle(), "INSERT INTO " + target.sqlName() + "(" + into + ") VALUES(" + marks + ")",
+                  Access::Write);
   }
 
   void copyAll() {
@@ -220,22 +219,27 @@ class RowCopy {
   RowBatch batch_;
 };
 
-void require(const jet::Catalog::Refusal& refusal) {
-  if (refusal) throw jet::Failure{*refusal};
+// What a change is refused for; nothing when it was made.
+std::optional<jet::Error> refusalOf(const std::function<void()>& change) {
+  try {
+    change();
+    return std::nullopt;
+  } catch (const jet::Failure& failure) {
+    return failure.error;
+  }
 }
 
 // Counters go on where the source's stand, so that no number is given again.
 void copyCounter(Database& from, DatabaseCatalog& catalog, const jet::Table& source) {
-  const std::string stored = unquoted(std::string_view(source.sqlName).substr(7));
   Statement read(from.handle(), "SELECT max(seq) FROM sqlite_sequence WHERE name = ?", Access::Read, 0);
-  read.bind(1, stored);
+  read.bind(1, source.stored);
   if (!read.step() || sqlite3_column_type(read.get(), 0) != SQLITE_INTEGER) return;
   catalog.continueCounter(source.name, read.integer(0));
 }
 
 void copyIndexes(DatabaseCatalog& catalog, const jet::Table& source, bool damaged) {
   for (jet::Index index : source.indexes) {
-    const auto refusal = catalog.createIndex(source.name, index);
+    const auto refusal = refusalOf([&] { catalog.createIndex(source.name, index); });
     if (!refusal) continue;
     if (!damaged) throw jet::Failure{*refusal};
     // Rows come before rules: what damage has made double is kept.
@@ -248,7 +252,7 @@ void copyTable(Database& from, Database& to, DatabaseCatalog& catalog, const jet
                bool damaged) {
   jet::Table shape = source;
   shape.indexes.clear();
-  require(catalog.createTable(shape));
+  catalog.createTable(shape);
   const jet::Table target = *catalog.findTable(source.name);
   {
     RowCopy rows(from, to, source, target);
@@ -262,7 +266,13 @@ void copyTable(Database& from, Database& to, DatabaseCatalog& catalog, const jet
   copyIndexes(catalog, source, damaged);
 }
 
-void copyRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool damaged) {
+// A relation can't be made when its fields or its index are gone, or its rows broke it unseen.
+bool isBroken(const jet::Error& refusal) {
+  return refusal.number == jet::noSuchField || refusal.number == tableNotFound ||
+         refusal.number == definitionSyntax || refusal.number == jet::relatedRecordNeeded;
+}
+
+std::vector<jet::Error> copyRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool damaged) {
   DatabaseCatalog source(from);
   std::vector<jet::Relation> relations;
   std::vector<std::pair<std::string, std::string>> queries;
@@ -280,17 +290,24 @@ void copyRelationsAndQueries(Database& from, DatabaseCatalog& catalog, bool dama
   } else {
     read();
   }
+  std::vector<jet::Error> leftOut;
   for (const jet::Relation& relation : relations) {
-    const auto refusal = catalog.createRelation(relation);
-    if (refusal && !damaged) throw jet::Failure{*refusal};
+    const auto refusal = refusalOf([&] { catalog.createRelation(relation); });
+    if (!refusal) continue;
+    if (!damaged && !isBroken(*refusal)) throw jet::Failure{*refusal};
+    leftOut.push_back({refusal->number,
+                       "The relation '" + relation.name + "' of the table '" + relation.table +
+                           "' is left out: " + refusal->text,
+                       std::nullopt});
   }
-  for (const DatabaseCatalog::Link& link : links) require(catalog.createLink(link));
-  for (const auto& [name, sql] : queries) require(catalog.createQuery(name, sql));
+  for (const DatabaseCatalog::Link& link : links) catalog.createLink(link);
+  for (const auto& [name, sql] : queries) catalog.createQuery(name, sql);
+  return leftOut;
 }
 
 }  // namespace
 
-void copyContent(Database& from, Database& to, bool damaged) {
+std::vector<jet::Error> copyContent(Database& from, Database& to, bool damaged) {
   std::optional<Transaction> reading;
   const auto begin = [&] { reading.emplace(from, Transaction::Kind::Read, Access::Read); };
   damaged ? static_cast<void>(survives(begin)) : begin();
@@ -305,6 +322,7 @@ void copyContent(Database& from, Database& to, bool damaged) {
       copyTable(from, to, catalog, table, false);
     }
   }
-  copyRelationsAndQueries(from, catalog, damaged);
+  std::vector<jet::Error> leftOut = copyRelationsAndQueries(from, catalog, damaged);
   writing.commit();
+  return leftOut;
 }

@@ -6,10 +6,6 @@
 
 namespace {
 
-void require(const jet::Catalog::Refusal& refusal) {
-  if (refusal) throw jet::Failure{*refusal};
-}
-
 COleVariant flag(bool value) { return COleVariant::boolean(value); }
 
 std::string columnList(const std::vector<jet::IndexColumn>& columns) {
@@ -18,6 +14,25 @@ std::string columnList(const std::vector<jet::IndexColumn>& columns) {
     result += (result.empty() ? "" : ", ") + column.name + (column.descending ? " DESC" : "");
   }
   return result;
+}
+
+void modify(DatabaseCatalog& catalog, const jet::Table& table, const DefinitionEntry& entry) {
+  const std::string name = table.name;  // the table goes with the change
+  switch (entry.kind) {
+    case DefinitionEntry::Kind::Column:
+      if (DatabaseCatalog::columnPlace(table, entry.column.name) < 0) {
+        return catalog.addColumn(name, entry.column);
+      }
+      return catalog.alterColumn(name, entry.column);
+    case DefinitionEntry::Kind::Index:
+      return catalog.createIndex(name, entry.index);
+    case DefinitionEntry::Kind::DropColumn:
+      return catalog.dropColumn(name, entry.name);
+    case DefinitionEntry::Kind::DropIndex:
+      return catalog.dropIndex(name, entry.name);
+    case DefinitionEntry::Kind::RenameColumn:
+      return catalog.renameColumn(name, entry.name, entry.newName);
+  }
 }
 
 }  // namespace
@@ -76,7 +91,7 @@ HRESULT EngineObject::CreateTable(BSTR table, VARIANT definition, VARIANT_BOOL* 
         fail(definitionSyntax, "a new table has nothing to drop or rename");
       }
     }
-    require(catalog().createTable(shape));
+    catalog().createTable(shape);
   });
 }
 
@@ -84,43 +99,21 @@ HRESULT EngineObject::ModifyTable(BSTR table, VARIANT definition, VARIANT_BOOL* 
   return attempt(ok, [&] {
     if (database().readOnly()) fail(jet::readOnlyDatabase);
     const std::string name = toUtf8(viewOf(table));
+    const Reloading reloading(catalog());
     Transaction transaction(database(), Transaction::Kind::Write, Access::Schema);
-    try {
-      for (const DefinitionEntry& entry : readDefinition(definition)) {
-        const jet::Table* known = catalog().findTable(name);
-        if (!known) fail(tableNotFound, name);
-        switch (entry.kind) {
-          case DefinitionEntry::Kind::Column:
-            require(DatabaseCatalog::columnPlace(*known, entry.column.name) < 0
-                        ? catalog_->addColumn(name, entry.column)
-                        : catalog_->alterColumn(name, entry.column));
-            break;
-          case DefinitionEntry::Kind::Index:
-            require(catalog_->createIndex(name, entry.index));
-            break;
-          case DefinitionEntry::Kind::DropColumn:
-            require(catalog_->dropColumn(name, entry.name));
-            break;
-          case DefinitionEntry::Kind::DropIndex:
-            require(catalog_->dropIndex(name, entry.name));
-            break;
-          case DefinitionEntry::Kind::RenameColumn:
-            require(catalog_->renameColumn(name, entry.name, entry.newName));
-            break;
-        }
-      }
-      transaction.commit();
-    } catch (const jet::Failure&) {
-      catalog_->changesUndone();
-      throw;
+    for (const DefinitionEntry& entry : readDefinition(definition)) {
+      const jet::Table* known = catalog_->findTable(name);
+      if (!known) fail(tableNotFound, name);
+      modify(*catalog_, *known, entry);
     }
+    transaction.commit();
   });
 }
 
 HRESULT EngineObject::RenameTable(BSTR oldName, BSTR newName, VARIANT_BOOL* ok) {
   return attempt(ok, [&] {
     const std::string from = toUtf8(viewOf(oldName)), to = toUtf8(viewOf(newName));
-    require(catalog().renameTable(from, to));
+    catalog().renameTable(from, to);
     if (cursor_ && sameText(cursor_->tableName(), from)) cursor_.reset();
   });
 }
@@ -129,7 +122,7 @@ HRESULT EngineObject::DeleteTable(BSTR table, VARIANT_BOOL flag, VARIANT_BOOL* o
   return attempt(ok, [&] {
     const std::string name = toUtf8(viewOf(table));
     if (flag && !freshCatalog().hasTable(name)) return;
-    require(catalog().dropTable(name));
+    catalog().dropTable(name);
     if (cursor_ && sameText(cursor_->tableName(), name)) cursor_.reset();
   });
 }
@@ -142,7 +135,7 @@ HRESULT EngineObject::CreateIndex(BSTR first, BSTR second, VARIANT_BOOL flag1, V
     for (const auto& column : index.columns) index.name += column.name;
     index.unique = flag1 != VARIANT_FALSE;
     index.primary = flag2 != VARIANT_FALSE;
-    require(catalog().createIndex(toUtf8(viewOf(first)), index));
+    catalog().createIndex(toUtf8(viewOf(first)), index);
   });
 }
 
@@ -154,7 +147,7 @@ HRESULT EngineObject::FieldRequired(BSTR table, BSTR field, VARIANT_BOOL* requir
     const jet::Table* known = freshCatalog().findTable(name);
     if (!known) fail(tableNotFound, name);
     const int place = DatabaseCatalog::columnPlace(*known, column);
-    if (place < 0) fail(itemNotFound, column);
+    if (place < 0) fail(jet::itemNotFound, "field '" + column + "' in the table '" + name + "'");
     if (known->columns[static_cast<size_t>(place)].required) *required = VARIANT_TRUE;
   });
 }
@@ -200,7 +193,7 @@ HRESULT EngineObject::Attributes(BSTR name, VARIANT* pairs, VARIANT_BOOL* ok) {
       return arrayOfPairs(result);
     }
     const jet::Index* index = DatabaseCatalog::findIndex(*table, wanted);
-    if (!index) fail(itemNotFound, wanted);
+    if (!index) fail(jet::itemNotFound, "field or index '" + wanted + "' in the table '" + table->name + "'");
     result = {{"Name", COleVariant(fromUtf8(index->name))},
               {"Kind", COleVariant(L"index")},
               {"Fields", COleVariant(fromUtf8(columnList(index->columns)))},
@@ -224,5 +217,5 @@ HRESULT EngineObject::RelationExists(BSTR name, VARIANT_BOOL* exists, VARIANT_BO
 }
 
 HRESULT EngineObject::RelationDelete(BSTR first, BSTR second, VARIANT_BOOL* ok) {
-  return attempt(ok, [&] { require(catalog().dropRelation(toUtf8(viewOf(first)), toUtf8(viewOf(second)))); });
+  return attempt(ok, [&] { catalog().dropRelation(toUtf8(viewOf(first)), toUtf8(viewOf(second))); });
 }

@@ -2,18 +2,17 @@
 
 #include "engine/engine_object.h"
 #include "engine/jet_sql/jet_sql.h"
+#include "engine/jet_sql/parser.h"
 #include "engine/query_parameters.h"
 #include "engine/row_set.h"
 #include "platform/text/utf.h"
 
 namespace {
 
-/// Runs one statement; what it fails with leaves as the engine's error. Gives the number of rows touched.
+/// Runs one statement and gives the number of rows touched.
 int64_t run(Database& database, DatabaseCatalog& catalog, std::string_view sql, jet::RowSink* rows = nullptr,
             const std::vector<jet::Parameter>& parameters = {}) {
-  jet::Outcome outcome = jet::execute(database.handle(), catalog, sql, parameters, rows);
-  if (outcome.error) throw jet::Failure{*outcome.error};
-  return outcome.affected;
+  return jet::execute(database.handle(), catalog, sql, parameters, rows);
 }
 
 }  // namespace
@@ -49,7 +48,7 @@ HRESULT EngineObject::RunQuery(BSTR name, VARIANT parameters, VARIANT* rows, VAR
     DatabaseCatalog& catalog = freshCatalog();
     const std::string query = toUtf8(viewOf(name));
     const std::optional<std::string> sql = catalog.findQuery(query);
-    if (!sql) fail(tableNotFound, query);
+    if (!sql) fail(jet::itemNotFound, "query '" + query + "'");
     RowSet set;
     run(database(), catalog, *sql, &set, readParameters(parameters));
     return set.take();
@@ -61,8 +60,8 @@ HRESULT EngineObject::CreateQuery(BSTR name, BSTR sql, VARIANT_BOOL* ok) {
     if (database().readOnly()) fail(jet::readOnlyDatabase);
     DatabaseCatalog& catalog = freshCatalog();
     const std::string text = toUtf8(viewOf(sql));
-    if (const auto error = jet::checkSyntax(text)) throw jet::Failure{*error};
-    if (const auto refusal = catalog.createQuery(toUtf8(viewOf(name)), text)) throw jet::Failure{*refusal};
+    jet::parseStatement(text);
+    catalog.createQuery(toUtf8(viewOf(name)), text);
   });
 }
 
@@ -74,16 +73,8 @@ HRESULT EngineObject::LinkTable(BSTR first, BSTR second, BSTR third, VARIANT_BOO
     DatabaseCatalog::Link link{toUtf8(viewOf(first)), fullPath(viewOf(second)), toUtf8(viewOf(third))};
     if (link.foreignName.empty()) link.foreignName = link.name;
     DatabaseCatalog& catalog = freshCatalog();
-    // The link is made, looked through, and taken back when there is no such table.
-    Transaction transaction(database(), Transaction::Kind::Write, Access::Schema);
-    if (const auto refusal = catalog.createLink(link)) throw jet::Failure{*refusal};
-    try {
-      catalog.findTable(link.name);
-    } catch (const jet::Failure&) {
-      catalog.changesUndone();
-      throw;
-    }
-    transaction.commit();
+    catalog.requireLinkable(link);
+    catalog.createLink(link);
     *linked = VARIANT_TRUE;
   });
 }

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <utility>
 
-#include "engine/errors.h"
+#include "engine/errors/errors.h"
 
 /// A value as SQLite keeps it.
 struct Stored {

@@ -14,7 +14,7 @@ bool isNothing(const VARIANT& value) { return value.vt == VT_EMPTY || value.vt =
 COleVariant converted(const VARIANT& value, VARTYPE type, const jet::Column& column) {
   COleVariant result;
   const HRESULT done = VariantChangeType(&result, &value, 0, type);
-  if (done == DISP_E_OVERFLOW) fail(numberTooLarge, column.name);
+  if (done == DISP_E_OVERFLOW) fail(jet::numberTooLarge, column.name);
   if (FAILED(done)) fail(wrongValueType, column.name);
   return result;
 }
@@ -120,11 +120,12 @@ Stored searchValue(const VARIANT& value, const jet::Column& column) {
   if (whole) {
     // Out of the type's range, or between two of its values, is simply not there. An amount is meant by the
     // real number that is nearest to it.
-    const double scale = column.type == jet::Type::Currency ? 10'000 : 1;
+    const long double scale = column.type == jet::Type::Currency ? 10'000 : 1;
     const double number = converted(value, VT_R8, column).dblVal;
-    const double units = std::nearbyint(number * scale);
-    if (std::fabs(units) < 9e15 && units / scale == number) return Stored::of(static_cast<int64_t>(units));
-    return real(number * scale, column);
+    const long double units = std::nearbyint(number * scale);
+    const bool isWhole = std::fabs(units) < 0x1p63L && static_cast<double>(units / scale) == number;
+    return isWhole ? Stored::of(static_cast<int64_t>(units))
+                   : real(static_cast<double>(number * scale), column);
   }
   if (column.type == jet::Type::Single) {
     // A single that was stored from a double is found by that double.

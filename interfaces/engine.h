@@ -20,8 +20,9 @@
 /// - Names are found without regard to case; a table's, column's and index's name keeps its first spelling.
 ///
 /// The cursor stands on a row, before the first row, after the last row, or nowhere (3021 for all that needs
-/// a row). `SetTable` leaves it on the first row. When the row under the cursor is deleted, by whomever, the
-/// cursor keeps the row's place: reading it answers 3167, and a move goes to its old neighbours.
+/// a row; without a table it is 3420). `SetTable` leaves it on the first row. When the row under the cursor
+/// is deleted, by whomever, the cursor keeps the row's place: reading it answers 3167, and a move goes to its
+/// old neighbours.
 
 inline constexpr CLSID engineClassId = {
     0x4D6FDF05, 0xA48B, 0x43B0, {0xB6, 0x40, 0x64, 0xB2, 0x99, 0x54, 0x8B, 0xC4}};
@@ -106,7 +107,8 @@ struct IZbEngine : IDispatch {
   virtual HRESULT STDMETHODCALLTYPE RelationExists(BSTR name, VARIANT_BOOL* exists, VARIANT_BOOL* ok) = 0;
   /// The table on the many side, and the relation.
   virtual HRESULT STDMETHODCALLTYPE RelationDelete(BSTR first, BSTR second, VARIANT_BOOL* ok) = 0;
-  /// Writes all that can be read of `source` into the new file `destination`. Needs no open database.
+  /// Writes all that can be read of `source` into the new file `destination`. Needs no open database. When
+  /// something had to be left out, an error that tells it is pending although `ok` is true.
   virtual HRESULT STDMETHODCALLTYPE CompactDatabase(BSTR source, BSTR destination, VARIANT_BOOL* ok) = 0;
   /// `first`: path of the other database; `second`: table there; `third`: its name here, "" for the same.
   virtual HRESULT STDMETHODCALLTYPE LinkTable(BSTR first, BSTR second, BSTR third, VARIANT_BOOL* linked,

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <map>
 
+#include "engine/errors/errors.h"
 #include "engine/text/collation.h"
 
 namespace jet {
@@ -55,6 +56,16 @@ void Binder::bindParameter(Expression& expression, const std::string& name) {
     const int reading = slot->given->type == Type::Currency ? 2 : slot->given->type == Type::Date ? 1 : 0;
     expression.sql = "jet_op_as(-1," + expression.sql + "," + std::to_string(static_cast<int>(slot->type)) +
                      "," + std::to_string(reading) + ")";
+  }
+}
+
+void Binder::checkNames() const {
+  for (const Parameter& given : given_) {
+    if (given.name.empty()) continue;
+    const bool known = std::any_of(slots_.begin(), slots_.end(), [&](const ParameterSlot& slot) {
+      return sameText(slot.name, given.name);
+    });
+    if (!known) ::fail(itemNotFound, "parameter '" + given.name + "' in the query");
   }
 }
 

@@ -42,6 +42,8 @@ class Binder {
 
   /// After all is bound: 3061 when values are missing.
   void checkParameters() const;
+  /// Fails for a value that was given under a name that no parameter has. Once all of the statement is bound.
+  void checkNames() const;
   const std::vector<ParameterSlot>& slots() const { return slots_; }
   [[noreturn]] void fail(int number, std::string text, size_t place) const;
 

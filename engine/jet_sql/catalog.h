@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/jet_sql/error.h"
+#include "engine/errors/error.h"
 
 namespace jet {
 
@@ -37,6 +37,7 @@ struct Column {
   bool emptyAllowed = true;  ///< a text may be ""
   std::string defaultValue;  ///< expression in the dialect, "" for none
   std::string sqlName;       ///< name in SQLite, unquoted; "" when it is `name`
+  bool inKey = false;        ///< an index refuses null in it
 };
 
 struct IndexColumn {
@@ -62,17 +63,20 @@ struct Relation {
 
 struct Table {
   std::string name;
-  std::string sqlName;            ///< complete and quoted, as `"main"."Jobs"`
+  std::string schema = "main";    ///< SQLite's name of the database that it lies in
+  std::string stored;             ///< its name there
   std::string rowId = "_rowid_";  ///< the row number's name, one that no column bears
   std::vector<Column> columns;
   std::vector<Index> indexes;
 
+  /// Where it lies, complete and quoted: `"main"."Jobs"`.
+  std::string sqlName() const;
   const Column* findColumn(std::string_view name) const;
 };
 
 /// What the dialect knows of a database, and the changes of its schema that statements ask for.
 /// Names are found without regard to case and keep the spelling of their creation. A change either
-/// is made whole or answers an error; it runs inside the statement's transaction on the same
+/// is made whole or throws `Failure`; it runs inside the statement's transaction on the same
 /// connection and starts none of its own. A pointer from `findTable` lives until the next change.
 class Catalog {
  public:
@@ -85,20 +89,18 @@ class Catalog {
   /// SQL text of a stored query.
   virtual std::optional<std::string> findQuery(std::string_view name) = 0;
 
-  using Refusal = std::optional<Error>;  ///< nothing when the change was made
-
-  virtual Refusal createTable(const Table& definition) = 0;  ///< columns and indexes; `sqlName` is unset
-  virtual Refusal dropTable(std::string_view table) = 0;
-  virtual Refusal addColumn(std::string_view table, const Column& column) = 0;
+  virtual void createTable(const Table& definition) = 0;  ///< columns and indexes, without a place
+  virtual void dropTable(std::string_view table) = 0;
+  virtual void addColumn(std::string_view table, const Column& column) = 0;
   /// Retypes the column named `column.name` and converts its values.
-  virtual Refusal alterColumn(std::string_view table, const Column& column) = 0;
-  virtual Refusal dropColumn(std::string_view table, std::string_view column) = 0;
-  virtual Refusal createIndex(std::string_view table, const Index& index) = 0;
-  virtual Refusal dropIndex(std::string_view table, std::string_view index) = 0;
-  virtual Refusal createRelation(const Relation& relation) = 0;
-  virtual Refusal dropRelation(std::string_view table, std::string_view relation) = 0;
-  virtual Refusal createQuery(std::string_view name, std::string_view sql) = 0;
-  virtual Refusal dropQuery(std::string_view name) = 0;
+  virtual void alterColumn(std::string_view table, const Column& column) = 0;
+  virtual void dropColumn(std::string_view table, std::string_view column) = 0;
+  virtual void createIndex(std::string_view table, const Index& index) = 0;
+  virtual void dropIndex(std::string_view table, std::string_view index) = 0;
+  virtual void createRelation(const Relation& relation) = 0;
+  virtual void dropRelation(std::string_view table, std::string_view relation) = 0;
+  virtual void createQuery(std::string_view name, std::string_view sql) = 0;
+  virtual void dropQuery(std::string_view name) = 0;
 
   /// The statement failed and its transaction is undone: forget what was cached since it began.
   virtual void changesUndone() = 0;

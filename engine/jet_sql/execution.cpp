@@ -19,6 +19,8 @@ using Prepared = std::unique_ptr<sqlite3_stmt, Finalizer>;
 
 }  // namespace
 
+std::string Table::sqlName() const { return quotedName(schema) + "." + quotedName(stored); }
+
 const Column* Table::findColumn(std::string_view name) const {
   const auto found =
       std::find_if(columns.begin(), columns.end(), [&](const Column& c) { return sameText(c.name, name); });
@@ -35,7 +37,23 @@ Execution::Execution(sqlite3* database, Catalog& catalog, std::string_view sql,
       depth_(depth),
       binder_(catalog, sql, given, [this](const Query& query) { return pivotHeadings(query); }) {}
 
+namespace {
+
+Access accessOf(const Statement& statement) {
+  const auto& body = statement.body;
+  if (const auto* select = std::get_if<SelectStatement>(&body)) {
+    return select->query->into.empty() ? Access::Read : Access::Schema;
+  }
+  const bool changesRows =
+      std::holds_alternative<InsertStatement>(body) || std::holds_alternative<UpdateStatement>(body) ||
+      std::holds_alternative<DeleteStatement>(body) || std::holds_alternative<ExecuteStatement>(body);
+  return changesRows ? Access::Write : Access::Schema;
+}
+
+}  // namespace
+
 int64_t Execution::run(Statement& statement) {
+  access_ = accessOf(statement);
   binder_.declare(statement.parameters);
   return std::visit([this](auto& body) { return (*this)(body); }, statement.body);
 }
@@ -43,7 +61,7 @@ int64_t Execution::run(Statement& statement) {
 // ---- SQLite
 
 void Execution::failDatabase(int code) const {
-  Error error = errorOfDatabase(database_, code);
+  Error error = errorOfSqlite(database_, code, access_);
   if (error.place) error = errorAt(error.number, error.text, sql_, *error.place);
   throw Failure{std::move(error)};
 }
@@ -78,6 +96,7 @@ void Execution::visit(const std::string& sql, const std::function<void(sqlite3_s
 }
 
 int64_t Execution::change(const std::string& sql) {
+  binder_.checkNames();
   visit(sql, nullptr);
   return sqlite3_changes64(database_);
 }
@@ -141,6 +160,7 @@ int64_t Execution::operator()(SelectStatement& statement) {
   if (!query.into.empty()) return selectInto(query);
   Printer printer;
   printer.query(query);
+  binder_.checkNames();
   binder_.checkParameters();
   if (rows_) {
     std::vector<ResultColumn> columns;
@@ -173,7 +193,7 @@ int64_t Execution::selectInto(Query& query) {
                                                     [](const Column& c) { return c.counter; });
     definition.columns.push_back(std::move(column));
   }
-  require(catalog_.createTable(definition));
+  catalog_.createTable(definition);
   const Table& table = existing(query.into, noSuchTable);
   std::vector<const Column*> columns;
   Printer printer;
@@ -181,8 +201,7 @@ int64_t Execution::selectInto(Query& query) {
   printer.raw(insertHead(table, columns) + " SELECT ");
   for (size_t i = 0; i < columns.size(); ++i) {
     if (i > 0) printer.raw(",");
-    printer.storedText("\"q\"." + quotedName(query.columns[i].name), query.columns[i].type, *columns[i],
-                       table.name, -1);
+    printer.storedText("\"q\"." + quotedName(query.columns[i].name), query.columns[i].type, *columns[i], -1);
   }
   printer.raw(" FROM (" + rows.text() + ") AS \"q\"");
   return change(printer.text());
@@ -191,7 +210,7 @@ int64_t Execution::selectInto(Query& query) {
 // ---- Changes of data
 
 std::string Execution::insertHead(const Table& table, const std::vector<const Column*>& columns) const {
-  std::string text = "INSERT INTO " + table.sqlName + " (";
+  std::string text = "INSERT INTO " + table.sqlName() + " (";
   for (size_t i = 0; i < columns.size(); ++i) {
     if (i > 0) text += ",";
     text += quotedName(columns[i]->sqlName.empty() ? columns[i]->name : columns[i]->sqlName);
@@ -200,13 +219,13 @@ std::string Execution::insertHead(const Table& table, const std::vector<const Co
 }
 
 // A default that is no expression is a text, as tables made elsewhere have it.
-std::string Execution::defaultSql(const Column& column, const Table& table) {
+std::string defaultSql(Catalog& catalog, const Column& column) {
   std::string_view text = column.defaultValue;
   while (text.starts_with('=') || text.starts_with(' ')) text.remove_prefix(1);
   ExpressionPtr expression;
   try {
     expression = parseExpression(text);
-    Binder alone(catalog_, text, {}, nullptr);
+    Binder alone(catalog, text, {}, nullptr);
     alone.bindValue(*expression);
     if (!alone.slots().empty()) expression = nullptr;
   } catch (const Failure&) {
@@ -219,7 +238,7 @@ std::string Execution::defaultSql(const Column& column, const Table& table) {
     expression->type = Type::Text;
   }
   Printer printer;
-  printer.stored(*expression, column, table.name);
+  printer.stored(*expression, column);
   return printer.take();
 }
 
@@ -227,14 +246,15 @@ void Execution::addLeftOut(const Table& table, std::vector<const Column*>& colum
                            std::vector<std::string>& values) {
   for (const Column& column : table.columns) {
     if (std::find(columns.begin(), columns.end(), &column) != columns.end() || column.counter) continue;
-    if (column.defaultValue.empty() && !column.required && column.type != Type::YesNo) continue;
+    const bool mayBeNull = !column.required && !column.inKey && column.type != Type::YesNo;
+    if (column.defaultValue.empty() && mayBeNull) continue;
     columns.push_back(&column);
     if (!column.defaultValue.empty()) {
-      values.push_back(defaultSql(column, table));
+      values.push_back(defaultSql(catalog_, column));
       continue;
     }
     Printer printer;
-    printer.storedText("NULL", Type::Unknown, column, table.name, -1);
+    printer.storedText("NULL", Type::Unknown, column, -1);
     values.push_back(printer.take());
   }
 }
@@ -270,11 +290,11 @@ int64_t Execution::operator()(InsertStatement& statement) {
     Printer printer;
     if (query) {
       printer.storedText("\"q\"." + quotedName(query->columns[i].name), query->columns[i].type, *columns[i],
-                         table.name, static_cast<int64_t>(query->place));
+                         static_cast<int64_t>(query->place));
     } else {
       binder_.bindValue(*statement.values[i]);
       binder_.checkStorable(*statement.values[i], *columns[i]);
-      printer.stored(*statement.values[i], *columns[i], table.name);
+      printer.stored(*statement.values[i], *columns[i]);
     }
     values.push_back(printer.take());
   }
@@ -324,13 +344,13 @@ int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<const
   const bool alone = statement.sources.size() == 1 && statement.sources[0]->kind == SourceKind::Table;
   Printer printer;
   const std::string alias = alone ? "\"t" + std::to_string(target.number) + "\"" : "\"target\"";
-  printer.raw("UPDATE " + target.table->sqlName + " AS " + alias + " SET ");
+  printer.raw("UPDATE " + target.table->sqlName() + " AS " + alias + " SET ");
   for (size_t i = 0; i < statement.assignments.size(); ++i) {
     const Assignment& assignment = statement.assignments[i];
     const Column& column = targetColumn(assignment, target);
     printer.raw((i > 0 ? "," : "") + sqlName(column) + "=");
     if (alone) {
-      printer.stored(*assignment.value, column, target.table->name);
+      printer.stored(*assignment.value, column);
     } else {
       printer.raw("\"new\".\"v" + std::to_string(i) + "\"");
     }
@@ -346,7 +366,7 @@ int64_t Execution::updateOne(UpdateStatement& statement, const std::vector<const
   for (size_t i = 0; i < statement.assignments.size(); ++i) {
     const Assignment& assignment = statement.assignments[i];
     printer.raw(",");
-    printer.stored(*assignment.value, targetColumn(assignment, target), target.table->name);
+    printer.stored(*assignment.value, targetColumn(assignment, target));
     printer.raw(" AS \"v" + std::to_string(i) + "\"");
   }
   printer.rows(statement.sources, statement.where.get());
@@ -365,14 +385,13 @@ int64_t Execution::updateMany(UpdateStatement& statement, const std::vector<cons
     rows.raw("," + rowIdOf(*tables[i]) + " AS \"row" + std::to_string(i) + "\"");
   for (size_t i = 0; i < targets.size(); ++i) {
     rows.raw(",");
-    rows.stored(*statement.assignments[i].value, targetColumn(statement.assignments[i], *targets[i]),
-                targets[i]->table->name);
+    rows.stored(*statement.assignments[i].value, targetColumn(statement.assignments[i], *targets[i]));
     rows.raw(" AS \"v" + std::to_string(i) + "\"");
   }
   rows.rows(statement.sources, statement.where.get());
   change(rows.text());
   for (size_t t = 0; t < tables.size(); ++t) {
-    std::string sql = "UPDATE " + tables[t]->table->sqlName + " AS \"target\" SET ";
+    std::string sql = "UPDATE " + tables[t]->table->sqlName() + " AS \"target\" SET ";
     bool first = true;
     for (size_t i = 0; i < targets.size(); ++i) {
       if (targets[i] != tables[t]) continue;
@@ -419,14 +438,15 @@ int64_t Execution::operator()(DeleteStatement& statement) {
     binder_.fail(deleteTarget, "Records can't be deleted from a query's answer", target->place);
   Printer printer;
   if (tables.size() == 1) {
-    printer.raw("DELETE FROM " + target->table->sqlName + " AS \"t" + std::to_string(target->number) + "\"");
+    printer.raw("DELETE FROM " + target->table->sqlName() + " AS \"t" + std::to_string(target->number) +
+                "\"");
     if (statement.where) {
       printer.raw(" WHERE ");
       printer.condition(*statement.where);
     }
   } else {
-    printer.raw("DELETE FROM " + target->table->sqlName + " WHERE " + target->table->rowId + " IN (SELECT " +
-                rowIdOf(*target));
+    printer.raw("DELETE FROM " + target->table->sqlName() + " WHERE " + target->table->rowId +
+                " IN (SELECT " + rowIdOf(*target));
     printer.rows(statement.sources, statement.where.get());
     printer.raw(")");
   }
@@ -463,6 +483,7 @@ int64_t Execution::operator()(ExecuteStatement& statement) {
       arguments.push_back(std::move(parameter));
     });
   }
+  binder_.checkNames();
   Statement inner = parseStatement(*stored);
   return Execution(database_, catalog_, *stored, arguments, rows_, depth_ + 1).run(inner);
 }

@@ -3,11 +3,15 @@
 #include <string>
 #include <vector>
 
+#include "engine/errors/errors.h"
 #include "engine/jet_sql/binder.h"
 #include "engine/jet_sql/jet_sql.h"
 #include "engine/jet_sql/printer.h"
 
 namespace jet {
+
+/// SQL of a column's default value, as the column stores it.
+std::string defaultSql(Catalog& catalog, const Column& column);
 
 /// Carries out one parsed statement on a connection, inside a transaction that the caller keeps.
 /// Everything throws `Failure`.
@@ -37,11 +41,9 @@ class Execution {
   std::string insertHead(const Table& table, const std::vector<const Column*>& columns) const;
   /// Columns that an insert leaves out but that have a default or must have a value, with their values.
   void addLeftOut(const Table& table, std::vector<const Column*>& columns, std::vector<std::string>& values);
-  std::string defaultSql(const Column& column, const Table& table);
   const Table& existing(std::string_view table, int number);
   void checkColumns(const Table& table, const Index& index);
   void addRelations(std::vector<Relation>& relations);
-  void require(const Catalog::Refusal& refusal);
 
   /// Runs a statement without rows and gives the number of changed rows.
   int64_t change(const std::string& sql);
@@ -56,6 +58,7 @@ class Execution {
   const std::vector<Parameter>& given_;
   RowSink* rows_;
   int depth_;
+  Access access_ = Access::Read;
   Binder binder_;
 };
 

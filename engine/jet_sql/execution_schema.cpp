@@ -5,10 +5,6 @@
 
 namespace jet {
 
-void Execution::require(const Catalog::Refusal& refusal) {
-  if (refusal) throw Failure{*refusal};
-}
-
 const Table& Execution::existing(std::string_view name, int number) {
   const Table* table = catalog_.findTable(name);
   if (!table) throw Failure{{number, "There is no table named '" + std::string(name) + "'.", std::nullopt}};
@@ -37,7 +33,7 @@ void Execution::addRelations(std::vector<Relation>& relations) {
       throw Failure{
           {constraintSyntax, "A relation joins the same number of fields on both sides.", std::nullopt}};
     }
-    require(catalog_.createRelation(relation));
+    catalog_.createRelation(relation);
   }
 }
 
@@ -61,7 +57,7 @@ int64_t Execution::operator()(CreateTableStatement& statement) {
     primaries += index.primary;
   }
   if (primaries > 1) throw Failure{{3283, "A primary key exists already.", std::nullopt}};
-  require(catalog_.createTable(table));
+  catalog_.createTable(table);
   addRelations(statement.relations);
   return 0;
 }
@@ -76,7 +72,7 @@ int64_t Execution::operator()(CreateIndexStatement& statement) {
     if (index.primary && statement.index.primary)
       throw Failure{{3283, "A primary key exists already.", std::nullopt}};
   }
-  require(catalog_.createIndex(statement.table, statement.index));
+  catalog_.createIndex(statement.table, statement.index);
   return 0;
 }
 
@@ -93,15 +89,15 @@ int64_t Execution::operator()(AlterTableStatement& statement) {
         if (existing(table, noSuchTable).findColumn(column.name)) {
           throw Failure{{fieldExists, "The field '" + column.name + "' exists already.", std::nullopt}};
         }
-        require(catalog_.addColumn(table, column));
+        catalog_.addColumn(table, column);
         break;
       case AlterAction::AlterColumn:
         fieldMustExist(column);
-        require(catalog_.alterColumn(table, column));
+        catalog_.alterColumn(table, column);
         break;
       default:
         fieldMustExist(column);
-        require(catalog_.dropColumn(table, column.name));
+        catalog_.dropColumn(table, column.name);
         break;
     }
   }
@@ -114,8 +110,11 @@ int64_t Execution::operator()(AlterTableStatement& statement) {
   const Table& now = existing(table, noSuchTable);
   const bool isIndex = std::any_of(now.indexes.begin(), now.indexes.end(),
                                    [&](const Index& i) { return sameText(i.name, statement.constraint); });
-  require(isIndex ? catalog_.dropIndex(table, statement.constraint)
-                  : catalog_.dropRelation(table, statement.constraint));
+  if (isIndex) {
+    catalog_.dropIndex(table, statement.constraint);
+  } else {
+    catalog_.dropRelation(table, statement.constraint);
+  }
   return 0;
 }
 
@@ -123,9 +122,9 @@ int64_t Execution::operator()(DropStatement& statement) {
   switch (statement.kind) {
     case DropKind::Table:
       if (catalog_.hasTable(statement.name)) {
-        require(catalog_.dropTable(statement.name));
+        catalog_.dropTable(statement.name);
       } else if (catalog_.findQuery(statement.name)) {
-        require(catalog_.dropQuery(statement.name));
+        catalog_.dropQuery(statement.name);
       } else {
         existing(statement.name, noSuchTable);
       }
@@ -137,14 +136,14 @@ int64_t Execution::operator()(DropStatement& statement) {
         throw Failure{{noSuchIndex, "The table '" + table.name + "' has no index '" + statement.name + "'.",
                        std::nullopt}};
       }
-      require(catalog_.dropIndex(statement.table, statement.name));
+      catalog_.dropIndex(statement.table, statement.name);
       break;
     }
     case DropKind::Query:
       if (!catalog_.findQuery(statement.name)) {
         throw Failure{{noSuchTable, "There is no query named '" + statement.name + "'.", std::nullopt}};
       }
-      require(catalog_.dropQuery(statement.name));
+      catalog_.dropQuery(statement.name);
       break;
   }
   return 0;
@@ -154,7 +153,7 @@ int64_t Execution::operator()(CreateQueryStatement& statement) {
   if (catalog_.hasTable(statement.name) || catalog_.findQuery(statement.name)) {
     throw Failure{{objectExists, "The object '" + statement.name + "' exists already.", std::nullopt}};
   }
-  require(catalog_.createQuery(statement.name, statement.sql));
+  catalog_.createQuery(statement.name, statement.sql);
   return 0;
 }
 

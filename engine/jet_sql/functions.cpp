@@ -8,9 +8,10 @@
 #include <cstring>
 #include <map>
 
+#include "engine/errors/errors.h"
+#include "engine/errors/raised.h"
 #include "engine/jet_sql/date.h"
 #include "engine/jet_sql/jet_sql.h"
-#include "engine/jet_sql/raised.h"
 #include "engine/text/collation.h"
 #include "platform/text/utf.h"
 
@@ -30,7 +31,7 @@ void runRow(sqlite3_context* context, int count, sqlite3_value** values) {
     Call call(context, count, values);
     row.body(call);
   } catch (const Failure& failure) {
-    raise(context, failure.error, sqlite3_value_int64(values[0]));
+    raise(context, failure.error, failure.error.complete ? -1 : sqlite3_value_int64(values[0]));
   } catch (const std::bad_alloc&) {
     sqlite3_result_error_nomem(context);
   }
@@ -56,6 +57,12 @@ Call::Call(sqlite3_context* context, int count, sqlite3_value** values)
     : context_(context), count_(count - 1), values_(values + 1) {}
 
 void Call::fail(int number, const char* text) { throw Failure{{number, text, std::nullopt}}; }
+
+void Call::failField(int number, std::string_view field) {
+  Error error = engineError(number, field);
+  error.complete = true;
+  throw Failure{std::move(error)};
+}
 
 std::string Call::text(int i) const {
   switch (storage(i)) {

@@ -40,6 +40,8 @@ class Call {
 
   sqlite3_context* context() const { return context_; }
   [[noreturn]] static void fail(int number, const char* text);
+  /// The error of a value that a field refuses, as it is also told outside of statements.
+  [[noreturn]] static void failField(int number, std::string_view field);
 
  private:
   sqlite3_context* context_;

@@ -1,7 +1,7 @@
 #include <cmath>
 
+#include "engine/errors/raised.h"
 #include "engine/jet_sql/functions.h"
-#include "engine/jet_sql/raised.h"
 
 namespace jet {
 namespace {

@@ -140,21 +140,23 @@ void asType(Call& call) {
 void checkText(const Call& call, const std::string& text, Type type, int64_t size, bool emptyRefused) {
   const std::string field = call.text(5);
   if (text.empty() && emptyRefused) {
-    Call::fail(emptyText, ("The field '" + field + "' does not take an empty text").c_str());
+    Call::failField(emptyText, field);
   }
   if (type != Type::Text || text.size() <= static_cast<size_t>(size)) return;
   if (fromUtf8(text).size() > static_cast<size_t>(size)) {
-    Call::fail(textTooLong, ("The text is too long for the field '" + field + "'").c_str());
+    Call::failField(textTooLong, field);
   }
 }
 
-// store(value, type, reading, size, flags, field); flags: 1 required, 2 no empty text.
+// store(value, type, reading, size, flags, field); flags: 1 required, 2 no empty text, 4 null refused by an
+// index.
 void store(Call& call) {
   const auto type = static_cast<Type>(call.whole(1));
   const int64_t flags = call.whole(4);
   if (call.isNull(0)) {
     if (type == Type::YesNo) return call.giveTruth(false);  // it knows no null
-    if (flags & 1) Call::fail(valueRequired, ("The field '" + call.text(5) + "' needs a value").c_str());
+    if (flags & 1) Call::failField(valueRequired, call.text(5));
+    if (flags & 4) Call::failField(indexNull, call.text(5));
     return call.null();
   }
   const auto reading = static_cast<Reading>(call.whole(2));
@@ -163,7 +165,12 @@ void store(Call& call) {
     checkText(call, text, type, call.whole(3), flags & 2);
     return call.give(std::string_view(text));
   }
-  giveAs(call, 0, type, reading);
+  try {
+    giveAs(call, 0, type, reading);
+  } catch (const Failure& failure) {
+    if (failure.error.number == overflow) Call::failField(numberTooLarge, call.text(5));
+    throw;
+  }
 }
 
 // like(text, pattern, ansi): the decoded pattern stays with the statement as long as it doesn't change.

@@ -32,7 +32,7 @@ class Transaction {
  private:
   void run(const char* sql) {
     const int code = sqlite3_exec(database_, sql, nullptr, nullptr, nullptr);
-    if (code != SQLITE_OK) throw Failure{errorOfDatabase(database_, code)};
+    if (code != SQLITE_OK) failSqlite(database_, code, Access::Write);
   }
 
   sqlite3* database_;
@@ -45,49 +45,39 @@ bool onlyReads(const Statement& statement) {
   return select && select->query->into.empty();
 }
 
+}  // namespace
+
+int64_t execute(sqlite3* database, Catalog& catalog, std::string_view sql,
+                const std::vector<Parameter>& parameters, RowSink* rows) {
+  Statement statement = parseStatement(sql);
+  Execution execution(database, catalog, sql, parameters, rows, 0);
+  if (onlyReads(statement)) return execution.run(statement);
+  Transaction transaction(database, catalog);
+  const int64_t touched = execution.run(statement);
+  transaction.keep();
+  return touched;
+}
+
+namespace {
+
 template <typename Work>
-std::optional<Error> guarded(const Work& work) {
+std::optional<Error> errorOf(const Work& work) {
   try {
     work();
     return std::nullopt;
   } catch (const Failure& failure) {
     return failure.error;
-  } catch (const std::bad_alloc&) {
-    return Error{3183, "Not enough memory.", std::nullopt};
   }
 }
 
 }  // namespace
 
-Outcome execute(sqlite3* database, Catalog& catalog, std::string_view sql,
-                const std::vector<Parameter>& parameters, RowSink* rows) {
-  Outcome outcome;
-  outcome.error = guarded([&] {
-    Statement statement = parseStatement(sql);
-    Execution execution(database, catalog, sql, parameters, rows, 0);
-    if (onlyReads(statement)) {
-      outcome.affected = execution.run(statement);
-      return;
-    }
-    Transaction transaction(database, catalog);
-    outcome.affected = execution.run(statement);
-    transaction.keep();
-  });
-  return outcome;
-}
-
 std::optional<Error> checkSyntax(std::string_view sql) {
-  return guarded([&] { parseStatement(sql); });
-}
-
-bool givesRows(std::string_view sql) {
-  bool rows = false;
-  guarded([&] { rows = onlyReads(parseStatement(sql)); });
-  return rows;
+  return errorOf([&] { parseStatement(sql); });
 }
 
 std::optional<Error> checkExpression(std::string_view expression) {
-  return guarded([&] { parseExpression(expression); });
+  return errorOf([&] { parseExpression(expression); });
 }
 
 }  // namespace jet

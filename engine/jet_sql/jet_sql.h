@@ -43,23 +43,15 @@ class RowSink {
   virtual void row(sqlite3_stmt* row) = 0;
 };
 
-struct Outcome {
-  std::optional<Error> error;
-  int64_t affected = 0;  ///< rows inserted, changed, deleted; rows given by a query
-  bool ok() const { return !error; }
-};
-
-/// Runs one statement in one transaction (a savepoint when the connection is within one): after an error
-/// nothing of it stands, though `rows` may have taken some. Parameters are taken by name where the name
-/// fits, the others in the order of `Parameters` and then of first use. `rows` may be null.
-Outcome execute(sqlite3* database, Catalog& catalog, std::string_view sql,
+/// Runs one statement in one transaction (a savepoint when the connection is within one): after a failure
+/// nothing of it stands, though `rows` may have taken some. Parameters are taken by name where they have one,
+/// the others in the order of `Parameters` and then of first use. `rows` may be null. Gives the number of
+/// rows inserted, changed, deleted, or given by a query; throws `Failure`.
+int64_t execute(sqlite3* database, Catalog& catalog, std::string_view sql,
                 const std::vector<Parameter>& parameters = {}, RowSink* rows = nullptr);
 
-/// The syntax error of a statement, if any; names are not looked up. For storing a query.
+/// The syntax error of a statement, if any; names are not looked up.
 std::optional<Error> checkSyntax(std::string_view sql);
-
-/// True when the statement is a query that gives rows (`Select` without `Into`, a union, `Transform`).
-bool givesRows(std::string_view sql);
 
 /// What a condition text such as a column's default or rule is worth: a single expression without names.
 std::optional<Error> checkExpression(std::string_view expression);

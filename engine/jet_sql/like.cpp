@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "engine/jet_sql/error.h"
+#include "engine/errors/error.h"
 #include "engine/text/collation.h"
 #include "platform/text/utf.h"
 

@@ -560,21 +560,21 @@ void Printer::aggregate(const Expression& e) {
 
 // ---- Storing
 
-void Printer::stored(const Expression& e, const Column& column, const std::string& table) {
+void Printer::stored(const Expression& e, const Column& column) {
   Printer inner = *this;
   inner.out_.clear();
   inner.value(e);
-  storedText(inner.out_, e.kind == ExpressionKind::Null ? Type::Unknown : e.type, column, table,
+  storedText(inner.out_, e.kind == ExpressionKind::Null ? Type::Unknown : e.type, column,
              foreign_ ? -1 : static_cast<int64_t>(e.place));
 }
 
-void Printer::storedText(const std::string& sql, Type from, const Column& column, const std::string& table,
-                         int64_t at) {
+void Printer::storedText(const std::string& sql, Type from, const Column& column, int64_t at) {
   constexpr int defaultSize = 255;
-  const int flags = (column.required && !column.counter ? 1 : 0) | (column.emptyAllowed ? 0 : 2);
+  const int flags = (column.required && !column.counter ? 1 : 0) | (column.emptyAllowed ? 0 : 2) |
+                    (column.inKey && !column.counter ? 4 : 0);
   raw("jet_op_store(" + number(at) + "," + sql + "," + number(static_cast<int>(column.type)) + "," +
       number(static_cast<int>(readingOf(from))) + "," + number(column.size > 0 ? column.size : defaultSize) +
-      "," + number(flags) + "," + quotedText(table + "." + column.name) + ")");
+      "," + number(flags) + "," + quotedText(column.name) + ")");
 }
 
 }  // namespace jet

@@ -15,10 +15,9 @@ class Printer {
   /// For a place where SQLite only asks whether it is true.
   void condition(const Expression& expression);
   /// The value as a column stores it, checked against the column's rules.
-  void stored(const Expression& expression, const Column& column, const std::string& table);
+  void stored(const Expression& expression, const Column& column);
   /// The same for a value that is SQLite text already, of type `from`.
-  void storedText(const std::string& sql, Type from, const Column& column, const std::string& table,
-                  int64_t place);
+  void storedText(const std::string& sql, Type from, const Column& column, int64_t place);
 
   void query(const Query& query);
   /// The rows of a Select without its output: FROM and WHERE.

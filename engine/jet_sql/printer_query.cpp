@@ -21,7 +21,7 @@ void Printer::source(const Source& s, bool nested) {
   const std::string alias = " AS \"t" + std::to_string(s.number) + "\"";
   switch (s.kind) {
     case SourceKind::Table:
-      if (s.table) return raw(s.table->sqlName + alias);
+      if (s.table) return raw(s.table->sqlName() + alias);
       [[fallthrough]];  // a stored query
     case SourceKind::Derived:
       raw("(");

@@ -3,8 +3,8 @@
 #include <cctype>
 #include <charconv>
 
+#include "engine/errors/error.h"
 #include "engine/jet_sql/date.h"
-#include "engine/jet_sql/error.h"
 
 namespace jet {
 namespace {

@@ -93,8 +93,7 @@ class Import {
     for (size_t column : broken.nulls) shape.columns[column].required = false;
     for (jet::Column& column : shape.columns) column.counter = column.counter && !broken.counter;
     shape.indexes = keptIndexes(shape, broken);
-    if (const auto refusal = catalog_.createTable(shape, DatabaseCatalog::IndexStorage::Later))
-      throw jet::Failure{*refusal};
+    catalog_.createTable(shape, DatabaseCatalog::IndexStorage::Later);
     const jet::Table target = *catalog_.findTable(shape.name);
     copyRows(source, target, broken);
   }
@@ -129,7 +128,7 @@ class Import {
     }
     const int counter = counterColumn(target);
     Statement insert(target_.handle(),
-                     "INSERT INTO " + target.sqlName + "(" + columns + ") VALUES(" + marks + ")",
+                     "INSERT INTO " + target.sqlName() + "(" + columns + ") VALUES(" + marks + ")",
                      Access::Write);
     constexpr size_t stepOfProgress = 4096;
     for (std::vector<Stored> row; source.next(row);) {
@@ -181,10 +180,14 @@ class Import {
       const std::string name = "The relation '" + each.relation.name + "'";
       if (!each.enforced) {
         lose(name + " is not imported: it guards nothing");
-      } else if (const auto refusal = catalog_.createRelation(each.relation)) {
-        lose(name + " is not imported: " + refusal->text.substr(0, refusal->text.find_last_not_of('.') + 1));
-      } else {
+        continue;
+      }
+      try {
+        catalog_.createRelation(each.relation);
         ++result_.relations;
+      } catch (const jet::Failure& failure) {
+        const std::string& text = failure.error.text;
+        lose(name + " is not imported: " + text.substr(0, text.find_last_not_of('.') + 1));
       }
     }
   }
@@ -193,8 +196,11 @@ class Import {
     for (const JetQuery& query : readQueries(file_)) {
       std::string failure = query.failure;
       if (failure.empty()) {
-        const auto refusal = catalog_.createQuery(query.name, query.sql);
-        if (refusal) failure = refusal->text;
+        try {
+          catalog_.createQuery(query.name, query.sql);
+        } catch (const jet::Failure& refused) {
+          failure = refused.error.text;
+        }
       }
       if (failure.empty()) {
         ++result_.queries;

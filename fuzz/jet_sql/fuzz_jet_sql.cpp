@@ -40,7 +40,7 @@ struct Sample {
           "INSERT INTO Jobs (name, cost, due, done) VALUES ('Duct', 100.25, #1/15/2020#, True)",
           "INSERT INTO Jobs (name, hours) VALUES ('pipe', 1.5)", "INSERT INTO Parts VALUES (1, 'bend', 5)",
           "INSERT INTO Parts VALUES (2, Null, Null)"}) {
-      jet::execute(database, catalog, sql);
+      outcomeOf(database, catalog, sql);
     }
     sqlite3_progress_handler(database, 1000, stopAfterAWhile, &steps);
     sqlite3_limit(database, SQLITE_LIMIT_LENGTH, 1 << 20);
@@ -61,13 +61,13 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const int before = sqlite3_total_changes(sample.database);
   Rows rows;
   const std::string sql(reinterpret_cast<const char*>(data), size);
-  const jet::Outcome outcome =
-      jet::execute(sample.database, sample.catalog, sql, {{"least", jet::Type::Long, int64_t{5}}}, &rows);
+  const Outcome outcome =
+      outcomeOf(sample.database, sample.catalog, sql, {{"least", jet::Type::Long, int64_t{5}}}, &rows);
   if (!sqlite3_get_autocommit(sample.database)) std::abort();
   if (outcome.ok() || sqlite3_total_changes(sample.database) == before) return 0;
   sample.steps = 0;
-  const jet::Outcome jobs = jet::execute(sample.database, sample.catalog, "SELECT * FROM Jobs WHERE id < 3");
-  const jet::Outcome parts = jet::execute(sample.database, sample.catalog, "SELECT * FROM Parts");
+  const Outcome jobs = outcomeOf(sample.database, sample.catalog, "SELECT * FROM Jobs WHERE id < 3");
+  const Outcome parts = outcomeOf(sample.database, sample.catalog, "SELECT * FROM Parts");
   if (jobs.affected != 2 || parts.affected != 2) std::abort();
   return 0;
 }

@@ -1,5 +1,3 @@
-#include <memory>
-
 #include "brx/db_dictionary.h"
 #include "host/access/access_functions.h"
 #include "host/access/access_state.h"
@@ -42,12 +40,11 @@ Value dictnext(const Call& call) {
   if (!dictionary) return {};
   std::wstring& last = accessStateOf(currentDrawing()).dictionaryWalks[dictionary->objectId()];
   if (flag(call, 1)) last.clear();
-  const std::unique_ptr<AcDbDictionaryIterator> walk(dictionary->newIterator());
-  for (; !walk->done(); walk->next()) {
-    std::wstring key = symbolKey(walk->name());
-    if (!last.empty() && key <= last) continue;
-    last = std::move(key);
-    return objectList(*objectOf(walk->objectId()));
+  const auto& entries = HostAccess::entries(*dictionary);
+  for (auto each = entries.upper_bound(last); each != entries.end(); ++each) {
+    if (each->second.id.isErased()) continue;
+    last = each->first;
+    return objectList(*objectOf(each->second.id));
   }
   return {};
 }

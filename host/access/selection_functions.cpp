@@ -36,7 +36,7 @@ Value nameInSet(const Call& call) {
   const SelectionSet& set = selectionArgument(call, 0);
   const double index = call.number(1);
   if (!(index >= 0 && index < static_cast<double>(set.size()))) return {};
-  return nameOf(set.entities()[static_cast<size_t>(index)]);
+  return nameOf(set.at(static_cast<size_t>(index)));
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 
 #include "brx/db_calls.h"
 #include "brx/lisp_calls.h"
+#include "host/access/access_state.h"
 #include "host/database/spaces.h"
 #include "host/database/stubs.h"
 #include "host/database/subentities.h"
@@ -11,10 +12,10 @@
 namespace host {
 namespace {
 
-/// The first that isn't erased from a place on; null at the end.
-AcDbObjectId from(const std::vector<AcDbObjectId>& ids, size_t place) {
-  while (place < ids.size() && ids[place].isErased()) ++place;
-  return place < ids.size() ? ids[place] : AcDbObjectId{};
+/// The first of the owner's that isn't erased from a place on; null at the end.
+AcDbObjectId from(AcDbObjectId owner, const std::vector<AcDbObjectId>& ids, size_t place) {
+  const size_t living = erasedRunsOf(owner).livingFrom(ids, place);
+  return living < ids.size() ? ids[living] : AcDbObjectId{};
 }
 
 const std::vector<AcDbObjectId>* entitiesOf(AcDbObjectId block) {
@@ -34,7 +35,7 @@ AcDbObjectId inNextSpace(AcDbObjectId block) {
   auto space = std::find(spaces.begin(), spaces.end(), block);
   if (space == spaces.end()) return {};
   while (++space != spaces.end()) {
-    const AcDbObjectId first = from(*entitiesOf(*space), 0);
+    const AcDbObjectId first = from(*space, *entitiesOf(*space), 0);
     if (!first.isNull()) return first;
   }
   return {};
@@ -44,20 +45,20 @@ AcDbObjectId behindWhole(AcDbObjectId id) {
   const AcDbObjectId block(id.stub()->owner);
   const auto* const ids = entitiesOf(block);
   if (!ids) return {};
-  const AcDbObjectId next = from(*ids, placeIn(*ids, id) + 1);
+  const AcDbObjectId next = from(block, *ids, placeIn(*ids, id) + 1);
   return next.isNull() ? inNextSpace(block) : next;
 }
 
 /// The end of an owner's parts counts as a part.
 AcDbObjectId amongParts(AcDbEntity& owner, size_t place) {
   const BrxSubentities& parts = *subentitiesOf(owner);
-  const AcDbObjectId part = from(parts.ids, place);
+  const AcDbObjectId part = from(owner.objectId(), parts.ids, place);
   return part.isNull() ? sequenceEnd(owner) : part;
 }
 
 bool hasParts(const AcDbEntity& entity) {
   const BrxSubentities* const parts = subentitiesOf(entity);
-  return parts && !from(parts->ids, 0).isNull();
+  return parts && !from(entity.objectId(), parts->ids, 0).isNull();
 }
 
 }  // namespace
@@ -71,7 +72,8 @@ AcDbObjectId firstEntity(const AcDbDatabase& drawing) {
 AcDbObjectId nextEntity(AcDbObjectId after) {
   AcDbObject* const object = objectOf(after);
   if (!object) return {};
-  if (const auto* const record = AcDbBlockTableRecord::cast(object)) return from(record->entityIds(), 0);
+  if (const auto* const record = AcDbBlockTableRecord::cast(object))
+    return from(after, record->entityIds(), 0);
   AcDbEntity* const entity = AcDbEntity::cast(object);
   if (!entity) return {};
   if (hasParts(*entity) && !after.isErased()) return amongParts(*entity, 0);
@@ -83,10 +85,10 @@ AcDbObjectId nextEntity(AcDbObjectId after) {
 }
 
 AcDbObjectId lastEntity(const AcDbDatabase& drawing) {
-  const auto& ids = *entitiesOf(currentSpace(drawing));
-  const auto last =
-      std::find_if(ids.rbegin(), ids.rend(), [](const AcDbObjectId& id) { return !id.isErased(); });
-  return last == ids.rend() ? AcDbObjectId{} : *last;
+  const AcDbObjectId space = currentSpace(drawing);
+  const auto& ids = *entitiesOf(space);
+  const size_t count = erasedRunsOf(space).livingUpTo(ids);
+  return count == 0 ? AcDbObjectId{} : ids[count - 1];
 }
 
 }  // namespace host

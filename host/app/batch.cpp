@@ -1,10 +1,9 @@
 #include "host/app/batch.h"
 
 #include "host/app/idle.h"
-#include "host/bridge/document_lisp.h"
+#include "host/bridge/source_text.h"
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
-#include "host/lisp/printer.h"
 #include "host/lisp/reader.h"
 #include "host/script/queues.h"
 #include "platform/text/utf.h"
@@ -19,7 +18,7 @@ void showLine(const std::wstring& text) {
 
 std::wstring resultOf(std::string_view form, const std::wstring& fileName) {
   try {
-    return lisp::printed(evaluateSource(form, fileName), lisp::Style::readable);
+    return evaluate(form, fileName);
   } catch (const lisp::LispError& error) {
     return L"; error: " + error.message;
   }
@@ -34,7 +33,8 @@ void runForm(std::string_view form, const std::wstring& fileName) {
 
 }  // namespace
 
-void runBatch(const std::string& source, const std::wstring& fileName) {
+void runBatch(const std::string& bytes, const std::wstring& fileName) {
+  const std::string source = sourceAsUtf8(bytes, fileName);
   scriptQueues().transcript = true;
   // Forms are cut out by an interpreter of its own, since each may go to another document's LISP.
   lisp::Services services;

@@ -1,5 +1,8 @@
 #include "host/app/idle.h"
 
+#include "host/app/memory_reserve.h"
+#include "host/app/typed_line.h"
+
 #include "host/bridge/document_lisp.h"
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
@@ -15,13 +18,12 @@ constexpr int mostTexts = 1000;
 
 void runLine(const std::wstring& line, bool echo) {
   try {
-    const lisp::Value value = evaluateSource(toUtf8(line), L"");
-    if (!echo) return;
+    const auto value = lisp::withMemoryErrors([&] { return runTypedLine(toUtf8(line)); });
+    if (!echo || !value) return;
     commandLine().freshLine();
-    commandLine().show(lisp::printed(value, lisp::Style::readable) + L"\n");
+    commandLine().show(*value + L"\n");
   } catch (const lisp::LispError& error) {
-    commandLine().freshLine();
-    if (!error.handled) commandLine().show(L"; error: " + error.message + L"\n");
+    showError(error);
   }
 }
 
@@ -37,12 +39,21 @@ void runSent(const SentText& sent) {
 
 }  // namespace
 
-lisp::Value evaluateSource(std::string_view source, const std::wstring& fileName) {
+std::wstring evaluate(std::string_view source, const std::wstring& fileName) {
   const DocumentManager::Busy busy(documents());
-  return currentInterpreter().evalSource(source, fileName);
+  return lisp::withMemoryErrors([&] {
+    return lisp::printed(currentInterpreter().evalSource(source, fileName), lisp::Style::readable);
+  });
+}
+
+void showError(const lisp::LispError& error) {
+  commandLine().freshLine();
+  if (!error.handled) commandLine().show(error.report() + L"\n");
 }
 
 void goIdle() {
+  lisp::Interpreter::forgetEnd();
+  holdMemoryReserve();
   documents().discardClosed();
   platform::desktop().runTimers();
   for (int texts = 0; texts < mostTexts; ++texts) {

@@ -7,8 +7,12 @@
 
 namespace host {
 
-/// Evaluates a source text in the current document, which is busy as long. Throws `lisp::LispError`.
-lisp::Value evaluateSource(std::string_view source, const std::wstring& fileName);
+/// Evaluates a source text in the current document, which is busy as long. The value as `prin1` would write
+/// it; throws `lisp::LispError`.
+std::wstring evaluate(std::string_view source, const std::wstring& fileName);
+/// Shows an error on lines of its own, with what was running; one that the program's `*error*` has seen
+/// isn't.
+void showError(const lisp::LispError& error);
 
 /// What the host does between evaluations: lets go of closed documents, and runs what was sent to open ones.
 void goIdle();

@@ -4,11 +4,13 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <new>
 #include <optional>
 #include <stdexcept>
 
 #include "host/app/batch.h"
 #include "host/app/idle.h"
+#include "host/app/memory_reserve.h"
 #include "host/app/options.h"
 #include "host/app/output.h"
 #include "host/app/prompt.h"
@@ -18,7 +20,7 @@
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/editor/user_input.h"
-#include "host/lisp/printer.h"
+#include "platform/desktop/scripted.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -42,11 +44,6 @@ std::optional<std::string> readWhole(const std::string& file) {
   return text;
 }
 
-void printError(const lisp::LispError& error) {
-  host::commandLine().freshLine();
-  if (!error.handled) host::commandLine().show(L"; error: " + error.message + L"\n");
-}
-
 /// Loads the files and evaluates the expressions, in this order; the value of the last expression is
 /// printed.
 int runScripts(const host::Options& options) {
@@ -60,7 +57,7 @@ int runScripts(const host::Options& options) {
     }
     std::wstring value;
     for (const std::string& each : options.expressions) {
-      value = lisp::printed(host::evaluateSource(each, L""), lisp::Style::readable);
+      value = host::evaluate(each, L"");
       host::goIdle();
     }
     host::commandLine().freshLine();
@@ -68,7 +65,7 @@ int runScripts(const host::Options& options) {
   } catch (const lisp::LispExit&) {
     host::commandLine().freshLine();
   } catch (const lisp::LispError& error) {
-    printError(error);
+    host::showError(error);
     return lispError;
   }
   return succeeded;
@@ -97,6 +94,7 @@ int run(const host::Options& options) {
   if (isatty(STDIN_FILENO)) host::setLineReader(host::readTerminalLine);
   // A script's output is its own; the modules' greetings are for the person at the prompt.
   host::commandLine().setShown(!scripted && !batch);
+  if (options.widgets) platform::scriptedDesktop()->useWidgets();
   const host::Session session(options);
   host::commandLine().freshLine();
   host::commandLine().setShown(true);
@@ -120,9 +118,12 @@ int main(int count, char** words) {
   if (!options) return status;
   status = checkFiles(*options);
   if (status != succeeded) return status;
+  host::holdMemoryReserve();
   try {
     return run(*options);
   } catch (const std::runtime_error& problem) {
     return refuse(problem.what());
+  } catch (const std::bad_alloc&) {
+    return refuse("insufficient memory");
   }
 }

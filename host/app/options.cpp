@@ -40,8 +40,7 @@ void addPictureOptions(CLI::App& app, PictureOptions& picture) {
 
 std::optional<Options> readOptions(int count, char** words, int& status) {
   Options options;
-  CLI::App app("A drawing host with its LISP, headless or in a window, that runs the Zarbo module.",
-               "zarbo-host");
+  CLI::App app("A drawing host with its LISP, headless, that runs the Zarbo module.", "zarbo-host");
   app.set_version_flag("--version", "zarbo-host " ZARBO_VERSION);
   app.add_option("files", options.files, "LISP files to load, in order")->type_name("FILE.lsp");
   app.add_option("--eval", options.expressions, "Evaluate; the value of the last one is printed")
@@ -65,7 +64,10 @@ std::optional<Options> readOptions(int count, char** words, int& status) {
   app.add_option("--module", options.module, "Load this module instead of zarbo")->type_name("FILE");
   app.add_option("--solid", options.solid, "Load the solid module from this file")->type_name("FILE");
   app.add_flag("--no-module", options.noModule, "Load no module");
-  app.add_flag("--window", options.window, "Show a window with the drawing and a command line");
+  // Known, so that it is refused by name, but not offered as long as there is no window.
+  app.add_flag("--window", options.window, "Show a window with the drawing and a command line")->group("");
+  app.add_flag("--widgets", options.widgets,
+               "Scripts of dialogs work on real widgets, which nobody sees where there is no display");
   try {
     app.parse(count, words);
     checkZoom(options.picture.zoom);

@@ -31,6 +31,8 @@ struct Options {
   std::string solid;
   bool noModule = false;
   bool window = false;
+  /// Scripts of dialogs work on real widgets.
+  bool widgets = false;
 };
 
 /// Nothing when the program shall end at once, with `status` as its exit status.

@@ -40,8 +40,9 @@ bool writePicture(AcDbDatabase& drawing, const Options& options, std::string& pr
 }
 
 bool writeDrawing(AcDbDatabase& drawing, const std::string& file, std::string& problem) {
-  if (saveDrawing(drawing, fromUtf8(file)) == Acad::eOk) return true;
-  return problem = "can't be written", false;
+  std::wstring why;
+  if (saveDrawing(drawing, fromUtf8(file), why) == Acad::eOk) return true;
+  return problem = toUtf8(why), false;
 }
 
 }  // namespace

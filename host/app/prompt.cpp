@@ -1,8 +1,11 @@
 #include "host/app/prompt.h"
 
+#include "host/app/completion.h"
 #include "host/app/idle.h"
 #include "host/app/terminal_line.h"
+#include "host/app/typed_line.h"
 
+#include <poll.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -16,25 +19,34 @@
 
 #include <editline/readline.h>
 
-#include "host/bridge/document_lisp.h"
 #include "host/commands/typed_commands.h"
 #include "host/console/command_line.h"
-#include "host/documents/documents.h"
-#include "host/lisp/printer.h"
+#include "host/editor/user_input.h"
+#include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
 namespace host {
 namespace {
 
-std::atomic<lisp::Interpreter*> running = nullptr;
+std::atomic<bool> evaluating = false;
 
 void onInterrupt(int) {
   noteInterrupt();
-  if (lisp::Interpreter* const interpreter = running.load()) interpreter->interrupt();
+  if (evaluating.load()) lisp::Interpreter::interrupt();
+}
+
+/// The line editor calls it again and again while it waits for a key.
+int serveTimers() {
+  constexpr int round = 20;  // milliseconds
+  platform::desktop().runTimers();
+  pollfd key{STDIN_FILENO, POLLIN, 0};
+  poll(&key, 1, round);
+  return 0;
 }
 
 std::optional<std::string> readLine(bool interactive, const char* prompt) {
   if (interactive) {
+    rl_event_hook = platform::desktop().hasTimers() ? serveTimers : nullptr;
     char* const line = readline(prompt);
     if (!line) return std::nullopt;
     std::string text = line;
@@ -47,38 +59,19 @@ std::optional<std::string> readLine(bool interactive, const char* prompt) {
   return text;
 }
 
-/// The symbol that a line is, when it has a value: then it is LISP although a command has its name.
-bool isBoundSymbol(const std::wstring& line) {
-  const size_t end = line.find_last_not_of(L" \t\r\n");
-  const lisp::Symbol* const symbol =
-      currentInterpreter().find(end == std::wstring::npos ? std::wstring() : line.substr(0, end + 1));
-  return symbol && symbol->value.isTrue();
-}
-
-bool runCommand(const std::string& source) {
-  const std::wstring line = fromUtf8(source);
-  if (isBoundSymbol(line)) return false;
-  const DocumentManager::Busy busy(documents());
-  return runTypedCommand(line);
-}
-
-void evaluate(const std::string& source) {
+void runLine(const std::string& source) {
   forgetInterrupts();
-  if (runCommand(source)) {
-    commandLine().freshLine();
-    return goIdle();
-  }
-  running = &currentInterpreter();
   try {
-    const std::wstring value = lisp::printed(evaluateSource(source, L""), lisp::Style::readable);
+    evaluating = true;
+    const auto value = lisp::withMemoryErrors([&] { return runTypedLine(source); });
     commandLine().freshLine();
-    commandLine().show(value + L"\n");
+    if (value) commandLine().show(*value + L"\n");
   } catch (const lisp::LispError& error) {
-    commandLine().freshLine();
-    if (!error.handled) commandLine().show(L"; error: " + error.message + L"\n");
+    showError(error);
   }
-  running = nullptr;
+  evaluating = false;
   if (isatty(STDIN_FILENO)) finishOpenCommand();
+  userInput().typeAhead({});
   goIdle();
 }
 
@@ -111,6 +104,7 @@ void runPrompt(const std::string& historyFile) {
   const bool interactive = isatty(STDIN_FILENO) != 0;
   if (interactive) {
     using_history();
+    completeByTab();
     if (!historyFile.empty()) read_history(historyFile.c_str());
     std::signal(SIGINT, onInterrupt);
   }
@@ -118,10 +112,10 @@ void runPrompt(const std::string& historyFile) {
   while (const auto line = readLine(interactive, source.empty() ? "Command: " : "(_> ")) {
     source += *line + "\n";
     if (goesOn(source)) continue;
-    if (source.find_first_not_of(" \t\r\n") != std::string::npos) evaluate(source);
+    if (source.find_first_not_of(" \t\r\n") != std::string::npos) runLine(source);
     source.clear();
   }
-  if (!source.empty()) evaluate(source);
+  if (!source.empty()) runLine(source);
   if (interactive && !historyFile.empty()) write_history(historyFile.c_str());
 }
 

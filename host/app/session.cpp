@@ -5,9 +5,11 @@
 #include <stdexcept>
 
 #include "host/access/access_functions.h"
+#include "host/app/help.h"
 #include "host/bridge/document_lisp.h"
 #include "host/commands/command_functions.h"
 #include "host/console/command_line.h"
+#include "host/dialogs/dialog_functions.h"
 #include "host/documents/documents.h"
 #include "host/documents/variables.h"
 #include "host/editor/editor_functions.h"
@@ -49,9 +51,22 @@ void openDrawings(const Options& options) {
   if (options.drawings.empty()) documents().create(L"");
 }
 
+/// The sections in which modules keep the user's values, which they open and never make.
+void makeSections() {
+  const std::wstring root = L"Software\\Korvane Software\\";
+  for (const wchar_t* const section : {L"Shared", L"Electrical", L"HVAC", L"Plumbing"}) {
+    if (platform::subsections(root + section)) continue;
+    if (platform::makeSection(root + section) == platform::SettingStatus::done) continue;
+    std::fprintf(stderr, "zarbo-host: %s: the user's settings can't be kept\n",
+                 platform::settingsFolder().c_str());
+    return;
+  }
+}
+
 /// The user's settings may name the library of a class.
 void useSettings(const Options& options) {
   if (!options.settings.empty()) platform::setSettingsFolder(options.settings);
+  makeSections();
   setClassLibraryResolver([](const CLSID& classId) {
     wchar_t text[39];
     StringFromGUID2(classId, text, static_cast<int>(std::size(text)));
@@ -73,6 +88,8 @@ Session::Session(const Options& options) {
     defineEditorFunctions(made->interpreter());
     defineAccessFunctions(made->interpreter());
     defineCommandFunctions(made->interpreter());
+    defineDialogFunctions(made->interpreter());
+    defineHelp(made->interpreter());
     return made;
   });
   openDrawings(options);

@@ -9,6 +9,7 @@
 
 #include "host/bridge/document_lisp.h"
 #include "host/console/command_line.h"
+#include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -46,9 +47,16 @@ class InterruptIsNoted {
 
 enum class Waited { input, interrupt };
 
+/// How often timers are looked at where there are any, in milliseconds.
+constexpr int timerRound = 20;
+
 Waited waitForInput() {
   pollfd watched[] = {{STDIN_FILENO, POLLIN, 0}, {interruptPipe().out, POLLIN, 0}};
-  while (poll(watched, 2, -1) < 0 && errno == EINTR) continue;
+  while (true) {
+    const int ready = poll(watched, 2, platform::desktop().hasTimers() ? timerRound : -1);
+    if (ready > 0 || (ready < 0 && errno != EINTR)) break;
+    platform::desktop().runTimers();
+  }
   return (watched[1].revents & POLLIN) != 0 ? Waited::interrupt : Waited::input;
 }
 
@@ -83,7 +91,7 @@ std::optional<std::wstring> readTerminalLine() {
   }
   // The interrupt was for the prompt, and not for what runs behind it.
   forgetInterrupts();
-  currentInterpreter().forgetInterrupt();
+  lisp::Interpreter::forgetEnd();
   return std::nullopt;
 }
 

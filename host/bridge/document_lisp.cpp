@@ -3,6 +3,7 @@
 #include <iostream>
 
 #include "brx/lisp_calls.h"
+#include "host/bridge/source_text.h"
 #include "host/bridge/values.h"
 #include "host/calls/served_call.h"
 #include "host/console/command_line.h"
@@ -164,6 +165,10 @@ std::optional<Value> InterpreterOfDocument::variable(const std::wstring& name) {
 bool InterpreterOfDocument::setVariable(const std::wstring& name, const Value& value) {
   const auto variable = toVariable(value);
   return variable && host::setVariable(name, *variable) == SetVariable::done;
+}
+
+std::string InterpreterOfDocument::decodeSource(std::string bytes, const std::wstring& fileName) {
+  return sourceAsUtf8(std::move(bytes), fileName);
 }
 
 std::optional<std::wstring> InterpreterOfDocument::findFile(const std::wstring& name) {

@@ -19,6 +19,7 @@ class InterpreterOfDocument : public DocumentLisp, private lisp::Services {
   void undefine(const std::wstring& name, Application& application, int code) override;
   void forget(Application& application) override;
   bool invoke(const resbuf& call, resbuf*& result) override;
+  bool takeInterrupt() override { return interpreter_.takeInterrupt(); }
 
  private:
   void print(std::wstring_view text) override;
@@ -26,6 +27,7 @@ class InterpreterOfDocument : public DocumentLisp, private lisp::Services {
   std::optional<std::wstring> readLine() override;
   std::optional<lisp::Value> variable(const std::wstring& name) override;
   bool setVariable(const std::wstring& name, const lisp::Value& value) override;
+  std::string decodeSource(std::string bytes, const std::wstring& fileName) override;
   std::optional<std::wstring> findFile(const std::wstring& name) override;
 
   struct Defined {

@@ -70,15 +70,17 @@ Entities variableDefinitions(AcDbObjectId block) {
   return found;
 }
 
-void addAttribute(AcDbObjectId reference, AcDbObjectId definition, const std::wstring& text) {
+bool addAttribute(AcDbObjectId reference, AcDbObjectId definition, const std::wstring& text) {
   AcDbObjectPointer<AcDbBlockReference> owner(reference, AcDb::kForWrite);
   AcDbObjectPointer<AcDbAttributeDefinition> pattern(definition);
-  if (!owner.object() || !pattern.object()) return;
+  if (!owner.object() || !pattern.object()) return false;
   auto attribute = std::make_unique<AcDbAttribute>();
   attribute->setPropertiesFrom(pattern);
-  attribute->setAttributeFromBlock(pattern, owner->blockTransform());
+  if (attribute->setAttributeFromBlock(pattern, owner->blockTransform()) != Acad::eOk) return false;
   if (!text.empty()) attribute->setTextString(text.c_str());
-  if (owner->appendAttribute(attribute.get()) == Acad::eOk) attribute.release()->close();
+  if (owner->appendAttribute(attribute.get()) != Acad::eOk) return false;
+  attribute.release()->close();
+  return true;
 }
 
 /// Enter takes the definition's own text.
@@ -92,7 +94,7 @@ Task<> fillInAttributes(CommandInput& input, AcDbObjectId reference, AcDbObjectI
       prompt = L"\n" + prompt + L" <" + definition->textString() + L">: ";
     }
     if (asks) text = co_await input.text(prompt);
-    addAttribute(reference, id, text);
+    if (!addAttribute(reference, id, text)) input.say(L"\nAn attribute of the block can't be placed.");
   }
 }
 
@@ -100,10 +102,7 @@ Task<> insert(CommandInput& input) {
   const std::wstring name = co_await input.text(L"\nEnter block name: ");
   std::wstring problem;
   const AcDbObjectId block = findOrLoadBlock(name, problem);
-  if (block.isNull()) {
-    input.say(L"\n" + problem);
-    throw CommandFailed();
-  }
+  if (block.isNull()) input.fail(problem);
   Placing placing;
   const AcGePoint3d at = co_await askInsertionPoint(input, placing);
   if (!placing.scaled) co_await askScale(input, placing, at);
@@ -115,10 +114,7 @@ Task<> insert(CommandInput& input) {
   made->setScaleFactors(placing.scale);
   made->setRotation(placing.rotation);
   const AcDbObjectId reference = addEntity(std::move(made));
-  if (reference.isNull()) {
-    input.say(L"\nThe block can't be inserted here.");
-    throw CommandFailed();
-  }
+  if (reference.isNull()) input.fail(L"The block can't be inserted here.");
   co_await fillInAttributes(input, reference, block);
 }
 
@@ -137,17 +133,12 @@ AcDbObjectId newBlock(const std::wstring& name, const AcGePoint3d& origin) {
 /// The chosen entities become the block, and leave the drawing.
 Task<> block(CommandInput& input) {
   const std::wstring name = co_await input.text(L"\nEnter block name: ");
-  if (name.empty() || !findBlock(name).isNull()) {
-    input.say(L"\nBlock \"" + name + L"\" already exists or has no name.");
-    throw CommandFailed();
-  }
+  if (name.empty() || !findBlock(name).isNull())
+    input.fail(L"Block \"" + name + L"\" already exists or has no name.");
   const Answer base = co_await input.point(L"\nSpecify insertion base point: ", {}, {}, noNull);
   const Entities chosen = co_await input.objects();
   const AcDbObjectId id = newBlock(name, base.point);
-  if (id.isNull()) {
-    input.say(L"\nInvalid block name.");
-    throw CommandFailed();
-  }
+  if (id.isNull()) input.fail(L"Invalid block name.");
   copyAll(chosen, id);
   eraseAll(chosen);
 }

@@ -1,7 +1,9 @@
 #include "host/commands/command_functions.h"
 
 #include "host/commands/command_runner.h"
+#include "host/documents/documents.h"
 #include "host/documents/variables.h"
+#include "host/editor/drawing_state.h"
 #include "host/editor/user_input.h"
 
 namespace host {
@@ -60,6 +62,7 @@ Value commandAtOnce(const Call& call) {
 }  // namespace
 
 void defineCommandFunctions(lisp::Interpreter& interpreter) {
+  documents().setWaitingTest([](AcDbDatabase& drawing) { return stateOf(drawing).command != nullptr; });
   interpreter.define(L"command", command);
   interpreter.define(L"vl-cmdf", commandWithResult);
   interpreter.define(L"command-s", commandAtOnce);

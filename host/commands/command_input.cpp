@@ -18,14 +18,17 @@ bool isOn(const wchar_t* variable) {
 
 void CommandInput::prompt(const std::wstring& text) {
   prompted_ = text;
-  if (isOn(L"CMDECHO")) commandLine().print(text);
+  if (isOn(L"CMDECHO")) show(text);
 }
 
 void CommandInput::say(const std::wstring& text) {
-  if (isOn(L"CMDECHO")) commandLine().print(text);
+  if (isOn(L"CMDECHO")) tell(text);
 }
 
-void CommandInput::tell(const std::wstring& text) { commandLine().print(text); }
+void CommandInput::fail(const std::wstring& reason) {
+  tell(L"\n" + reason);
+  throw CommandFailed();
+}
 
 InputItem CommandInput::take(const Request& request) {
   Argument argument = std::move(arguments.front());

@@ -25,7 +25,9 @@ class CommandInput : public InputSource {
   void prompt(const std::wstring& text) override;
   void say(const std::wstring& text) override;
   /// What a person must know, whatever CMDECHO says: something was not done.
-  void tell(const std::wstring& text);
+  using InputSource::tell;
+  /// Ends the command, and says why, whatever CMDECHO says.
+  [[noreturn]] void fail(const std::wstring& reason);
   bool ready() const override { return !arguments.empty(); }
   /// Throws `CommandCancelled`.
   InputItem take(const Request& request) override;

@@ -1,5 +1,7 @@
 #include "host/commands/command_runner.h"
 
+#include <array>
+
 #include "host/commands/commands.h"
 #include "host/commands/undo_steps.h"
 #include "host/console/command_line.h"
@@ -84,10 +86,26 @@ CommandResult finish(DrawingState& state) {
 
 }  // namespace
 
+namespace {
+
+auto commandTables() {
+  return std::array{drawCommands(),  textCommands(), blockCommands(), editCommands(),
+                    layerCommands(), viewCommands(), fileCommands(),  undoCommands()};
+}
+
+}  // namespace
+
+std::vector<std::wstring> commandNames() {
+  std::vector<std::wstring> names;
+  for (const auto table : commandTables()) {
+    for (const Command& each : table) names.push_back(each.name);
+  }
+  return names;
+}
+
 const Command* findCommand(std::wstring_view name) {
   const std::wstring wanted = withoutMarks(name);
-  for (const auto table : {drawCommands(), textCommands(), blockCommands(), editCommands(), layerCommands(),
-                           viewCommands(), fileCommands(), undoCommands()}) {
+  for (const auto table : commandTables()) {
     for (const Command& each : table) {
       if (wanted == each.name) return &each;
     }

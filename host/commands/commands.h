@@ -24,6 +24,8 @@ std::span<const Command> viewCommands();
 std::span<const Command> fileCommands();
 std::span<const Command> undoCommands();
 
+/// Of all commands, in no order.
+std::vector<std::wstring> commandNames();
 /// By name, in any case, with the marks "_", ".", "'" and "-" before it left out; null for an unknown one.
 const Command* findCommand(std::wstring_view name);
 

@@ -188,7 +188,7 @@ Task<> drawOrder(CommandInput& input) {
   AcDbObjectPointer<AcDbBlockTableRecord> space(currentSpace(), AcDb::kForWrite);
   AcDbSortentsTable* table = nullptr;
   if (!space.object() || space->getSortentsTable(table, AcDb::kForWrite, true) != Acad::eOk)
-    throw CommandFailed();
+    input.fail(L"The draw order can't be changed.");
   if (order.text == L"Front") {
     table->moveToTop(ids);
   } else {

@@ -18,10 +18,7 @@ std::wstring withEnding(std::wstring path) {
 void saveTo(CommandInput& input, const std::wstring& path) {
   Document* const document = documents().current();
   std::wstring problem;
-  if (!documents().save(*document, path, problem)) {
-    input.say(L"\n" + problem);
-    throw CommandFailed();
-  }
+  if (!documents().save(*document, path, problem)) input.fail(problem);
 }
 
 Task<> saveUnderName(CommandInput& input) {
@@ -58,10 +55,7 @@ Task<> saveAs(CommandInput& input) {
 Task<> setVar(CommandInput& input) {
   const std::wstring name = co_await input.text(L"\nEnter variable name: ");
   const auto current = getVariable(name);
-  if (!current) {
-    input.say(L"\nUnknown variable name.");
-    throw CommandFailed();
-  }
+  if (!current) input.fail(L"Unknown variable name.");
   VariableValue value = *current;
   if (std::holds_alternative<std::wstring>(value)) {
     value = co_await input.text(L"\nEnter new value for " + name + L": ");

@@ -20,6 +20,7 @@ void writeToStandardOutput(std::wstring_view text) {
 }  // namespace
 
 void CommandLine::print(std::wstring_view text) {
+  printed_ += text.size();
   record_ += text;
   if (record_.size() > longestRecord) record_.erase(0, record_.size() - longestRecord / 2);
   if (shown_) show(text);

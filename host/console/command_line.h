@@ -15,6 +15,8 @@ class CommandLine {
   void setSink(Sink sink) { sink_ = std::move(sink); }
   /// Text of the running program: recorded, and shown unless that is switched off.
   void print(std::wstring_view text);
+  /// How many characters were printed so far.
+  size_t printed() const { return printed_; }
   /// Text about the program, such as a transcript's: shown and not recorded.
   void show(std::wstring_view text);
   /// A line break, unless the shown text stands at the begin of a line.
@@ -32,6 +34,7 @@ class CommandLine {
  private:
   Sink sink_;
   std::wstring record_;
+  size_t printed_ = 0;
   bool shown_ = true;
   bool atLineBegin_ = true;
   bool textWindow_ = false;

@@ -176,6 +176,7 @@ void AcDbDatabase::undoTo(size_t mark) {
       continue;
     }
     record.stub->erased = record.wasErased;
+    ++imp_->revivals;
     if (record.before.empty()) continue;
     host::MemoryFiler filer(AcDb::kUndoFiler, std::move(record.before));
     restore(*record.stub->object, filer);

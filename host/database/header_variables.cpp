@@ -46,7 +46,7 @@ const HeaderVariable variables[] = {
     {L"DIMDEC", 70, 4},
     {L"DIMDLE", 40, 0.0},
     {L"DIMDLI", 40, 0.38},
-    {L"DIMDSEP", 70, 46},
+    {L"DIMDSEP", 70, 46, HeaderKind::letter, 0, 65535},
     {L"DIMEXE", 40, 0.18},
     {L"DIMEXO", 40, 0.0625},
     {L"DIMFRAC", 70, 0},

@@ -15,7 +15,8 @@ namespace host {
 using HeaderValue = std::variant<int, double, std::wstring, AcGePoint3d, AcDbObjectId>;
 
 /// What a text of a variable names; records are kept by id, so that they may be renamed.
-enum class HeaderKind { plain, layer, linetype, textStyle, dimStyle, colour, handle };
+/// A letter is the number of its character here and in files, and a text to LISP.
+enum class HeaderKind { plain, layer, linetype, textStyle, dimStyle, colour, handle, letter };
 
 struct HeaderVariable {
   const ACHAR* name;  // without the "$" of files

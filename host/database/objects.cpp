@@ -46,6 +46,7 @@ void host::markErased(AcDbStub& stub, bool erased) {
   AcDbDatabaseImp& imp = stub.database->imp();
   if (imp.openMarks) imp.journal.push_back({&stub, stub.erased, {}, 0, {}});
   stub.erased = erased;
+  if (!erased) ++imp.revivals;
   ++imp.changes;
 }
 
@@ -89,6 +90,7 @@ bool AcDbObject::isWriteEnabled() const { return !stub_ || stub_->writing; }
 void AcDbObject::assertWriteEnabled(bool autoUndo, bool) {
   if (!stub_) return;
   AcDbDatabaseImp& imp = stub_->database->imp();
+  ++imp.changes;
   if (imp.undoing) return;
   if (!stub_->writing) {
     std::fprintf(stderr, "The host ends: object %llx is changed but not open for write\n",

@@ -1,19 +1,59 @@
 #include "host/database/selection_set.h"
 
-#include <algorithm>
+#include <bit>
 
 namespace host {
 
 bool SelectionSet::add(AcDbObjectId entity) {
-  if (!members_.insert(entity.stub()).second) return false;
+  if (contains(entity)) return false;
+  if (hasGaps()) countOneMore();
+  places_.emplace(entity.stub(), order_.size());
   order_.push_back(entity);
   return true;
 }
 
 bool SelectionSet::remove(AcDbObjectId entity) {
-  if (members_.erase(entity.stub()) == 0) return false;
-  order_.erase(std::find(order_.begin(), order_.end(), entity));
+  const auto found = places_.find(entity.stub());
+  if (found == places_.end()) return false;
+  if (!hasGaps()) countGaps();
+  const size_t place = found->second;
+  places_.erase(found);
+  order_[place] = {};
+  for (size_t run = place + 1; run < left_.size(); run += run & -run) --left_[run];
+  if (order_.size() > 2 * places_.size()) fillGaps();
   return true;
+}
+
+AcDbObjectId SelectionSet::at(size_t index) const {
+  if (!hasGaps()) return order_[index];
+  // The largest number of places that hold no more than `index` entities.
+  size_t place = 0;
+  for (size_t step = std::bit_floor(order_.size()); step > 0; step /= 2) {
+    if (place + step < left_.size() && left_[place + step] <= index) index -= left_[place += step];
+  }
+  return order_[place];
+}
+
+const std::vector<AcDbObjectId>& SelectionSet::entities() const {
+  if (hasGaps()) const_cast<SelectionSet*>(this)->fillGaps();
+  return order_;
+}
+
+void SelectionSet::countGaps() {
+  left_.resize(order_.size() + 1);
+  for (size_t run = 1; run < left_.size(); ++run) left_[run] = run & -run;
+}
+
+void SelectionSet::countOneMore() {
+  const size_t run = left_.size();
+  size_t left = 1;
+  for (size_t step = 1; step < (run & -run); step *= 2) left += left_[run - step];
+  left_.push_back(left);
+}
+
+void SelectionSet::fillGaps() {
+  std::erase_if(order_, [](const AcDbObjectId& id) { return id.isNull(); });
+  for (size_t i = 0; i < order_.size(); ++i) places_[order_[i].stub()] = i;
 }
 
 int64_t SelectionSets::add(SelectionSet set) {

@@ -2,7 +2,7 @@
 
 #include <map>
 #include <memory>
-#include <unordered_set>
+#include <unordered_map>
 #include <vector>
 
 #include "brx/db_ids.h"
@@ -14,15 +14,26 @@ class SelectionSet {
  public:
   /// False when the entity is in the set already.
   bool add(AcDbObjectId entity);
-  /// False when the entity isn't in the set. Costs the length of the set.
+  /// False when the entity isn't in the set.
   bool remove(AcDbObjectId entity);
-  bool contains(AcDbObjectId entity) const { return members_.contains(entity.stub()); }
-  size_t size() const { return order_.size(); }
-  const std::vector<AcDbObjectId>& entities() const { return order_; }
+  bool contains(AcDbObjectId entity) const { return places_.contains(entity.stub()); }
+  size_t size() const { return places_.size(); }
+  /// `index` counts from 0 and is below the size.
+  AcDbObjectId at(size_t index) const;
+  /// Costs the length of the set after a removal.
+  const std::vector<AcDbObjectId>& entities() const;
 
  private:
+  bool hasGaps() const { return order_.size() != places_.size(); }
+  void countGaps();
+  void countOneMore();
+  void fillGaps();
+
+  /// Removed ones leave a null id behind until somebody wants to see all.
   std::vector<AcDbObjectId> order_;
-  std::unordered_set<const AcDbStub*> members_;
+  std::unordered_map<const AcDbStub*, size_t> places_;
+  /// While there are gaps: a binary indexed tree of how many are left in the runs of places, from place 1.
+  std::vector<size_t> left_;
 };
 
 /// The sets that LISP and modules hold, by the number that names them. A set lives as long as a module hasn't

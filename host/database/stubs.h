@@ -39,7 +39,8 @@ struct AcDbObjectExtras {
 
 /// What a drawing file held that the host has no place for.
 struct KeptGroups {
-  std::wstring version;  // of the file's format; empty for a new drawing
+  std::wstring version;                  // of the file's format; empty for a new drawing
+  std::wstring codePage = L"ANSI_1252";  // of the program that made the file
   host::GroupList header, classes, tables, sections;
   std::array<host::GroupList*, 4> lists() { return {&header, &classes, &tables, &sections}; }
 };
@@ -68,8 +69,9 @@ struct AcDbDatabaseImp {
   KeptGroups kept;
   bool undoing = false;
   size_t openMarks = 0;
-  Adesk::UInt32 markSerial = 0;      // number of the mark set last
-  Adesk::UInt64 changes = 0;         // grows with every opening for writing, erasing and adding
+  Adesk::UInt32 markSerial = 0;  // number of the mark set last
+  Adesk::UInt64 changes = 0;     // grows with every opening for writing, change, erasing and adding
+  Adesk::UInt64 revivals = 0;    // grows when something erased comes back, or the order of entities changes
   Adesk::UInt64 extentsKnownAt = 0;  // `changes` when the variables last told the extents
   std::vector<UndoRecord> journal;
   std::unique_ptr<AcDbTransactionManager, void (*)(AcDbTransactionManager*)> transactions{nullptr, nullptr};
@@ -132,6 +134,8 @@ struct HostAccess {
   static void setName(AcDbSymbolTableRecord& record, std::wstring name) { record.name_ = std::move(name); }
   static Adesk::Int16 flags(const AcDbSymbolTableRecord& record) { return record.flags_; }
   static const auto& names(const AcDbSymbolTable& table) { return table.byName_; }
+  /// By the names' keys.
+  static const auto& entries(const auto& dictionary) { return dictionary.entries_; }
 };
 
 namespace host {

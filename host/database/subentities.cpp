@@ -92,6 +92,7 @@ Acad::ErrorStatus interleave(AcDbEntity& owner, const std::vector<AcDbEntity*>& 
     return Acad::eOk;
   }
   const std::vector<AcDbObjectId> own = std::exchange(list.ids, {});
+  ++owner.database()->imp().revivals;
   size_t living = 0;
   Acad::ErrorStatus status = Acad::eOk;
   for (const AcDbObjectId& id : own) {

@@ -23,6 +23,8 @@ class DocumentLisp {
   /// Calls the function that the first buffer names; `result` receives a list that the caller frees. False
   /// when there is no such function or it ended in an error.
   virtual bool invoke(const resbuf& call, resbuf*& result) = 0;
+  /// Whether the user has asked to stop since the last answer; the evaluation is not ended by it any more.
+  virtual bool takeInterrupt() = 0;
 };
 
 using DocumentLispMaker = std::function<std::unique_ptr<DocumentLisp>()>;

@@ -102,12 +102,29 @@ Document* DocumentManager::openFile(const std::wstring& path, std::wstring& prob
 
 bool Document::isQuiescent() const { return !documents().isBusy(*this); }
 
+bool DocumentManager::isBusy(const Document& document) const {
+  if (std::find(busy_.begin(), busy_.end(), &document) != busy_.end()) return true;
+  return isWaiting_ && document.database() && isWaiting_(*document.database());
+}
+
 Acad::ErrorStatus DocumentManager::sendStringToExecute(AcApDocument* document, const ACHAR* text,
                                                        bool activate, bool, bool echo) {
   const auto found =
       std::find_if(open_.begin(), open_.end(), [&](const auto& each) { return each.get() == document; });
   if (found == open_.end() || !text) return Acad::eInvalidInput;
   sent_.push_back({found->get(), text, activate, echo});
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus DocumentManager::pushResourceHandle(void* library) {
+  if (!library) return Acad::eInvalidInput;
+  resources_.push_back(library);
+  return Acad::eOk;
+}
+
+Acad::ErrorStatus DocumentManager::popResourceHandle() {
+  if (resources_.empty()) return Acad::eNotApplicable;
+  resources_.pop_back();
   return Acad::eOk;
 }
 
@@ -132,9 +149,8 @@ bool DocumentManager::save(Document& document, const std::wstring& path, std::ws
   const std::wstring full = fullPath(path.empty() ? document.fileName() : path);
   AcDbDatabase* const drawing = document.database();
   editor().tell([&](AcEditorReactor& each) { each.beginSave(drawing, full.c_str()); });
-  const Acad::ErrorStatus status = saveDrawing(*drawing, full);
+  const Acad::ErrorStatus status = saveDrawing(*drawing, full, problem);
   if (status != Acad::eOk) {
-    problem = full + L": can't be written";
     editor().tell([&](AcEditorReactor& each) { each.abortSave(drawing); });
     return false;
   }

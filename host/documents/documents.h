@@ -54,23 +54,27 @@ class DocumentManager : public AcApDocManager {
 
   Acad::ErrorStatus sendStringToExecute(AcApDocument* document, const ACHAR* text, bool activate,
                                         bool wrapUpInactiveDoc, bool echo) override;
+  Acad::ErrorStatus pushResourceHandle(void* library) override;
+  Acad::ErrorStatus popResourceHandle() override;
+  /// How many pushes haven't been undone.
+  size_t pushedResources() const { return resources_.size(); }
   /// The text that was sent first, taken out of the queue; nothing when none waits.
   std::optional<SentText> takeSentText();
 
   /// The current document isn't quiescent as long as this lives.
   class Busy {
    public:
-    explicit Busy(DocumentManager& manager) : manager_(manager), former_(manager.busy_) {
-      manager.busy_ = manager.current_;
-    }
-    ~Busy() { manager_.busy_ = former_; }
+    explicit Busy(DocumentManager& manager) : manager_(manager) { manager.busy_.push_back(manager.current_); }
+    ~Busy() { manager_.busy_.pop_back(); }
     Busy(const Busy&) = delete;
     Busy& operator=(const Busy&) = delete;
 
    private:
     DocumentManager& manager_;
-    const Document* former_;
   };
+  bool isBusy(const Document& document) const;
+  /// Whether something waits for input to a document while nothing runs: a command that was left open.
+  void setWaitingTest(std::function<bool(AcDbDatabase&)> test) { isWaiting_ = std::move(test); }
   /// As long as this lives no document is opened, closed or switched to: something is dragged in the current
   /// one. Those who would do it ask `isHeld` and refuse.
   class Held {
@@ -84,7 +88,6 @@ class DocumentManager : public AcApDocManager {
     DocumentManager& manager_;
   };
   bool isHeld() const { return holds_ != 0; }
-  bool isBusy(const Document& document) const { return busy_ == &document; }
 
   Document* current() const { return current_; }
   const std::vector<std::unique_ptr<Document>>& open() const { return open_; }
@@ -120,9 +123,12 @@ class DocumentManager : public AcApDocManager {
   std::vector<std::unique_ptr<Document>> closed_;
   Document* current_ = nullptr;
   Document* active_ = nullptr;
-  const Document* busy_ = nullptr;
+  /// What runs in which document, from the outside in.
+  std::vector<const Document*> busy_;
+  std::function<bool(AcDbDatabase&)> isWaiting_;
   int holds_ = 0;
   std::deque<SentText> sent_;
+  std::vector<void*> resources_;
 };
 
 DocumentManager& documents();

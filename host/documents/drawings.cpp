@@ -38,9 +38,13 @@ DrawingPointer openDrawing(const std::wstring& path, std::wstring& problem) {
   return drawing;
 }
 
-Acad::ErrorStatus saveDrawing(AcDbDatabase& drawing, const std::wstring& path) {
+Acad::ErrorStatus saveDrawing(AcDbDatabase& drawing, const std::wstring& path, std::wstring& problem) {
   const Acad::ErrorStatus status = writeDrawingFile(drawing, path);
-  if (status == Acad::eOk) drawing.imp().fileName = path;
+  if (status == Acad::eOk) {
+    drawing.imp().fileName = path;
+  } else {
+    problem = path + L": " + writingProblem();
+  }
   return status;
 }
 

@@ -17,7 +17,7 @@ using DrawingPointer = std::unique_ptr<AcDbDatabase, void (*)(AcDbDatabase*)>;
 DrawingPointer newDrawing();
 /// Null with `problem` set when the file can't be read as a drawing.
 DrawingPointer openDrawing(const std::wstring& path, std::wstring& problem);
-/// The file at `path` is replaced only by a whole new one.
-Acad::ErrorStatus saveDrawing(AcDbDatabase& drawing, const std::wstring& path);
+/// The file at `path` is replaced only by a whole new one. `problem` tells why not.
+Acad::ErrorStatus saveDrawing(AcDbDatabase& drawing, const std::wstring& path, std::wstring& problem);
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #include <string>
 
+#include "brx/editor_input.h"
 #include "brx/lisp_calls.h"
 #include "host/calls/served_call.h"
 #include "host/documents/documents.h"
@@ -44,6 +45,8 @@ int acedRegFunc(int (*entry)(), int code) {
   functions[static_cast<size_t>(code)] = entry;
   return RTNORM;
 }
+
+bool acedUsrBrk() { return callingLisp() && callingLisp()->takeInterrupt(); }
 
 int acedInvoke(const resbuf* call, resbuf** result) {
   if (result) *result = nullptr;

@@ -7,6 +7,7 @@
 
 #include "host/database/header_variables.h"
 #include "host/database/spaces.h"
+#include "host/database/stubs.h"
 #include "host/documents/documents.h"
 #include "platform/text/utf.h"
 
@@ -140,12 +141,21 @@ double julianDate() {
   return dayOfEpoch + static_cast<double>(day.time_since_epoch().count()) + secondsOfDay(now) / 86400;
 }
 
+AcDbDatabase* currentDatabase() {
+  const Document* const document = documents().current();
+  return document ? document->database() : nullptr;
+}
+
 std::map<std::wstring, std::function<VariableValue()>, std::less<>>& computedElsewhere() {
   static std::map<std::wstring, std::function<VariableValue()>, std::less<>> all;
   return all;
 }
 
-/// "DWGNAME" and others that are asked for when they are read; nothing for other names.
+constexpr std::wstring_view askedFor[] = {L"ACADPREFIX", L"CDATE",     L"DATE",      L"DWGCODEPAGE",
+                                          L"DWGNAME",    L"DWGPREFIX", L"DWGTITLED", L"MILLISECS",
+                                          L"SAVENAME",   L"TEMPPREFIX"};
+
+/// Those and others that are asked for when they are read; nothing for other names.
 std::optional<VariableValue> computed(std::wstring_view name) {
   if (name == L"ACADPREFIX") {
     std::wstring folders;
@@ -157,6 +167,8 @@ std::optional<VariableValue> computed(std::wstring_view name) {
     return currentDrawing().has_parent_path() ? withSeparator(currentDrawing().parent_path())
                                               : currentFolder();
   }
+  if (name == L"DWGCODEPAGE")
+    return currentDatabase() ? currentDatabase()->imp().kept.codePage : std::wstring();
   if (name == L"DWGTITLED") return currentDrawing().has_parent_path() ? 1 : 0;
   if (name == L"SAVENAME") return fromUtf8(currentDrawing().string());
   if (name == L"TEMPPREFIX") {
@@ -175,13 +187,11 @@ std::optional<VariableValue> computed(std::wstring_view name) {
   return std::nullopt;
 }
 
-AcDbDatabase* currentDatabase() {
-  const Document* const document = documents().current();
-  return document ? document->database() : nullptr;
-}
-
-VariableValue fromHeader(const HeaderValue& value) {
-  if (const auto* whole = std::get_if<int>(&value)) return *whole;
+VariableValue fromHeader(const HeaderVariable& variable, const HeaderValue& value) {
+  if (const auto* whole = std::get_if<int>(&value)) {
+    if (variable.kind != HeaderKind::letter) return *whole;
+    return *whole == 0 ? std::wstring() : std::wstring(1, static_cast<wchar_t>(*whole));
+  }
   if (const auto* real = std::get_if<double>(&value)) return *real;
   if (const auto* text = std::get_if<std::wstring>(&value)) return *text;
   const auto& point = std::get<AcGePoint3d>(value);
@@ -196,7 +206,13 @@ struct ToHeader {
 SetVariable setInDrawing(AcDbDatabase& drawing, size_t index, const VariableValue& value) {
   const HeaderVariable& variable = headerVariables()[index];
   if (variable.readOnly) return SetVariable::readOnly;
-  const Acad::ErrorStatus status = setHeaderValue(drawing, index, std::visit(ToHeader{}, value));
+  HeaderValue suited = std::visit(ToHeader{}, value);
+  if (variable.kind == HeaderKind::letter) {
+    const auto* const text = std::get_if<std::wstring>(&value);
+    if (!text || text->size() > 1) return SetVariable::wrongType;
+    suited = text->empty() ? 0 : static_cast<int>(text->front());
+  }
+  const Acad::ErrorStatus status = setHeaderValue(drawing, index, suited);
   return status == Acad::eOk ? SetVariable::done : SetVariable::wrongType;
 }
 
@@ -229,7 +245,7 @@ std::optional<VariableValue> getVariable(std::wstring_view name) {
   AcDbDatabase* const drawing = currentDatabase();
   if (const auto index = findHeaderVariable(key); index && drawing) {
     if (key.starts_with(L"EXTM")) drawing->updateExt();
-    return fromHeader(headerValue(*drawing, *index));
+    return fromHeader(headerVariables()[*index], headerValue(*drawing, *index));
   }
   if (drawing) {
     if (auto value = ofSpace(*drawing, key)) return value;
@@ -258,6 +274,14 @@ SetVariable setVariable(std::wstring_view name, const VariableValue& value) {
   if (variable.value.index() != value.index()) return SetVariable::wrongType;
   variable.value = value;
   return SetVariable::done;
+}
+
+std::vector<std::wstring> variableNames() {
+  std::vector<std::wstring> names(std::begin(askedFor), std::end(askedFor));
+  for (const HeaderVariable& each : headerVariables()) names.push_back(each.name);
+  for (const auto& [name, value] : stored()) names.push_back(name);
+  for (const auto& [name, value] : computedElsewhere()) names.push_back(name);
+  return names;
 }
 
 void setHostVariable(std::wstring_view name, const VariableValue& value) {

@@ -19,6 +19,8 @@ std::optional<VariableValue> getVariable(std::wstring_view name);
 enum class SetVariable { done, unknown, readOnly, wrongType };
 /// An integer suits a real variable.
 SetVariable setVariable(std::wstring_view name, const VariableValue& value);
+/// Of all variables, in no order.
+std::vector<std::wstring> variableNames();
 /// For the host's own parts: sets a variable that is read-only to programs.
 void setHostVariable(std::wstring_view name, const VariableValue& value);
 /// The variable is read-only, and asked of a part of the host whenever it is read.

@@ -1,6 +1,7 @@
 #include "host/editor/acquisition.h"
 
 #include "brx/editor_input.h"
+#include "host/documents/documents.h"
 #include "host/documents/variables.h"
 #include "host/editor/interpretation.h"
 #include "host/editor/user_input.h"
@@ -48,6 +49,7 @@ Task<Answer> acquire(InputSource& source, Request request) {
 }
 
 Answer ask(Request request) {
+  const DocumentManager::Busy busy(documents());
   Task<Answer> task = acquire(userInput(), std::move(request));
   task.start();
   return task.result();

@@ -21,6 +21,14 @@ class InputSource {
   virtual bool endsSelection() const { return false; }
 
   std::coroutine_handle<> waiting;
+
+ protected:
+  /// On the command line. A prompt right behind what was told begins a line of its own.
+  void show(const std::wstring& prompt);
+  void tell(const std::wstring& text);
+
+ private:
+  std::optional<size_t> toldUpTo_;
 };
 
 /// `co_await NextInput{source, request}`.

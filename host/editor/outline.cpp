@@ -11,8 +11,8 @@ namespace {
 
 constexpr double fullTurn = 6.283185307179586477;
 constexpr int chordsOfTurn = 256;
-/// A drawing that refers to itself through damaged data must not recurse for ever.
-constexpr size_t deepestNesting = 64;
+/// Blocks have a bound of their own; this is for modules' entities that draw each other.
+constexpr size_t deepestDrawing = 1000;
 
 AcGePoint2d fromAbove(const AcGePoint3d& point) { return {point.x, point.y}; }
 
@@ -29,12 +29,15 @@ text::Format formatOf(const AcGiTextStyle& style) {
 /// Takes what entities draw, and keeps its look from above.
 class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEntityTraits {
  public:
-  explicit OutlineMaker(const VisibleLayers& layers) : layers_(layers) { transforms_.emplace_back(); }
+  OutlineMaker(const VisibleLayers& layers, const VisitOutlinePiece& visit)
+      : layers_(layers), visit_(visit), source_([this] { return sourceNow(); }) {
+    transforms_.emplace_back();
+  }
 
-  Outline take(AcDbEntity& entity) {
-    enter(entity);
+  void visitPiecesOf(AcDbEntity& entity) {
+    levels_.push_back({entity.objectId(), top()});
     entity.worldDraw(this);
-    return std::move(made_);
+    levels_.pop_back();
   }
 
   AcGiGeometry& geometry() const override { return const_cast<OutlineMaker&>(*this); }
@@ -42,13 +45,13 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
 
   bool polyline(Adesk::UInt32 count, const AcGePoint3d* points, const AcGeVector3d*, Adesk::Int64) override {
     for (Adesk::UInt32 i = 0; i + 1 < count; ++i) add(PlaneSegment{seen(points[i]), seen(points[i + 1])});
-    return false;
+    return stopped_;
   }
   bool polygon(Adesk::UInt32 count, const AcGePoint3d* points) override {
     PlaneArea area;
     for (Adesk::UInt32 i = 0; i < count; ++i) area.corners.push_back(seen(points[i]));
     if (count > 0) add(std::move(area));
-    return false;
+    return stopped_;
   }
   bool circle(const AcGePoint3d& centre, double radius, const AcGeVector3d& normal) override {
     return circularArc(centre, radius, normal, AcGeMatrix3d::planeToWorld(normal) * AcGeVector3d::kXAxis,
@@ -59,7 +62,7 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
     const AcGeVector3d along = start.normal();
     addArc(top() * centre, top() * (along * radius), top() * (normal.normal().crossProduct(along) * radius),
            sweep);
-    return false;
+    return stopped_;
   }
   /// The box around the letters, at least as high as capitals.
   bool text(const AcGePoint3d& position, const AcGeVector3d& normal, const AcGeVector3d& direction,
@@ -68,7 +71,7 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
     const std::wstring_view shown =
         length < 0 ? std::wstring_view(letters) : std::wstring_view(letters, static_cast<size_t>(length));
     const text::Measure size = measure(shown, format);
-    if (shown.empty()) return false;
+    if (shown.empty()) return stopped_;
     const AcGeVector3d along = direction.normal() * size.advance,
                        up = normal.normal().crossProduct(direction.normal());
     const AcGePoint3d low = position + up * std::min(size.bottom, 0.0),
@@ -78,17 +81,12 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
   }
   bool draw(AcGiDrawable* drawable) override {
     auto* const entity = AcDbEntity::cast(drawable);
-    if (!entity || references_.size() > deepestNesting) return false;
+    if (stopped_ || !entity || levels_.size() > deepestDrawing) return stopped_;
     const bool hidden = entity->visibility() == AcDb::kInvisible ||
                         (!layers_.isZero(entity->layerId()) && !layers_.of(entity->layerId()).isVisible());
     if (hidden) return false;
-    const size_t former = source_;
-    references_.insert(references_.begin(), made_.sources[former].entity);
-    enter(*entity);
-    entity->worldDraw(this);
-    references_.erase(references_.begin());
-    source_ = former;
-    return false;
+    visitPiecesOf(*entity);
+    return stopped_;
   }
   void pushModelTransform(const AcGeMatrix3d& matrix) override {
     transforms_.push_back(transforms_.back() * matrix);
@@ -111,14 +109,14 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
   const AcGeMatrix3d& top() const { return transforms_.back(); }
   AcGePoint2d seen(const AcGePoint3d& point) const { return fromAbove(top() * point); }
 
-  void enter(const AcDbEntity& entity) {
-    source_ = made_.sources.size();
-    made_.sources.push_back({entity.objectId(), top(), references_});
+  OutlineSource sourceNow() const {
+    OutlineSource source{levels_.back().entity, levels_.back().toWorld, {}};
+    for (size_t i = levels_.size() - 1; i-- > 0;) source.references.push_back(levels_[i].entity);
+    return source;
   }
 
-  template <class Shape>
-  void add(Shape shape) {
-    made_.pieces.push_back({std::move(shape), source_});
+  void add(OutlinePiece piece) {
+    if (!stopped_) stopped_ = !visit_(piece, source_);
   }
 
   /// `x` and `y` are radii at a right angle to each other before the transform, `x` to the start.
@@ -146,17 +144,24 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
     }
   }
 
+  /// An entity that is being drawn, and the place of its system.
+  struct Level {
+    AcDbObjectId entity;
+    AcGeMatrix3d toWorld;
+  };
+
   const VisibleLayers& layers_;
+  const VisitOutlinePiece& visit_;
+  const std::function<OutlineSource()> source_;
   std::vector<AcGeMatrix3d> transforms_;
-  std::vector<AcDbObjectId> references_;
-  size_t source_ = 0;
-  Outline made_;
+  std::vector<Level> levels_;
+  bool stopped_ = false;
 };
 
 }  // namespace
 
-Outline outlineOf(AcDbEntity& entity, const VisibleLayers& layers) {
-  return OutlineMaker(layers).take(entity);
+void forEachOutlinePiece(AcDbEntity& entity, const VisibleLayers& layers, const VisitOutlinePiece& visit) {
+  OutlineMaker(layers, visit).visitPiecesOf(entity);
 }
 
 }  // namespace host

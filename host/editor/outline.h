@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <variant>
 
 #include "brx/db_entity.h"
@@ -8,25 +9,22 @@
 
 namespace host {
 
-/// What an entity draws, seen from above: the pieces that picks and windows are tested against. Curves that
+/// What entities draw, seen from above: the pieces that picks and windows are tested against. Curves that
 /// look like arcs from above are exact; others are chords, 256 to the turn.
-struct Outline {
-  /// An entity that drew pieces: the entity itself, or one inside of its blocks.
-  struct Source {
-    AcDbObjectId entity;
-    AcGeMatrix3d toWorld;
-    /// The references around it, from the inside out.
-    std::vector<AcDbObjectId> references;
-  };
-  struct Piece {
-    std::variant<PlaneSegment, PlaneArc, PlaneArea> shape;
-    size_t source;
-  };
-  std::vector<Source> sources;
-  std::vector<Piece> pieces;
+using OutlinePiece = std::variant<PlaneSegment, PlaneArc, PlaneArea>;
+
+/// The entity that drew a piece: the one asked for itself, or one inside of its blocks.
+struct OutlineSource {
+  AcDbObjectId entity;
+  AcGeMatrix3d toWorld;
+  /// The references around it, from the inside out.
+  std::vector<AcDbObjectId> references;
 };
 
-/// What lies on layers that aren't visible is left out. The entity is open for read.
-Outline outlineOf(AcDbEntity& entity, const VisibleLayers& layers);
+/// Gives the pieces one by one until `visit` answers false; a piece's source is worked out when it is asked
+/// for. What lies on layers that aren't visible is left out. The entity is open for read.
+using VisitOutlinePiece =
+    std::function<bool(const OutlinePiece& piece, const std::function<OutlineSource()>& source)>;
+void forEachOutlinePiece(AcDbEntity& entity, const VisibleLayers& layers, const VisitOutlinePiece& visit);
 
 }  // namespace host

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "brx/db_block.h"
+#include "host/database/nested_visits.h"
 #include "host/database/spaces.h"
 #include "host/documents/variables.h"
 
@@ -16,22 +17,25 @@ PlaneBox boxOf(const AcDbExtents& extents) {
   return box;
 }
 
-/// A quick look that spares most outlines. A block's extents cost more than its outline.
+/// A quick look that spares most outlines.
 bool mayTouch(const AcDbEntity& entity, const Region& region) {
-  if (AcDbBlockReference::cast(&entity)) return true;
   AcDbExtents extents;
   if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) return true;
   return region.bounds().meets(boxOf(extents));
 }
 
-bool liesIn(const Outline& outline, const Region& region, Lies lies) {
-  const auto matches = [&](const Outline::Piece& piece) {
-    return std::visit(
-        [&](const auto& shape) { return lies == Lies::wholly ? region.holds(shape) : region.touches(shape); },
-        piece.shape);
-  };
-  if (lies == Lies::partly) return std::any_of(outline.pieces.begin(), outline.pieces.end(), matches);
-  return !outline.pieces.empty() && std::all_of(outline.pieces.begin(), outline.pieces.end(), matches);
+bool touches(const Region& region, const OutlinePiece& piece) {
+  return std::visit([&](const auto& shape) { return region.touches(shape); }, piece);
+}
+
+bool liesIn(AcDbEntity& entity, const VisibleLayers& layers, const Region& region, Lies lies) {
+  bool touched = false, allInside = true;
+  forEachOutlinePiece(entity, layers, [&](const OutlinePiece& piece, const auto&) {
+    if (lies == Lies::partly) return !(touched = touches(region, piece));
+    touched = true;
+    return allInside = std::visit([&](const auto& shape) { return region.holds(shape); }, piece);
+  });
+  return touched && allInside;
 }
 
 double numberOr(std::wstring_view name, double otherwise) {
@@ -72,11 +76,12 @@ void forEachEntity(AcDbDatabase& drawing, Spaces spaces,
 }
 
 std::vector<AcDbObjectId> entitiesIn(AcDbDatabase& drawing, const Region& region, Lies lies) {
+  const NestedOperation operation;
   std::vector<AcDbObjectId> found;
   const VisibleLayers layers(drawing);
   forEachEntity(drawing, Spaces::current, [&](AcDbEntity& entity, VisibleLayers::State layer) {
     if (!isShown(entity, layer) || !mayTouch(entity, region)) return;
-    if (liesIn(outlineOf(entity, layers), region, lies)) found.push_back(entity.objectId());
+    if (liesIn(entity, layers, region, lies)) found.push_back(entity.objectId());
   });
   return found;
 }
@@ -88,6 +93,7 @@ Region apertureAt(const AcGePoint3d& point) {
 }
 
 std::optional<Hit> entityAt(AcDbDatabase& drawing, const AcGePoint3d& point) {
+  const NestedOperation operation;
   const VisibleLayers layers(drawing);
   const Region aperture = apertureAt(point);
   const auto* const ids = entityIdsOf(currentSpace(drawing));
@@ -96,11 +102,12 @@ std::optional<Hit> entityAt(AcDbDatabase& drawing, const AcGePoint3d& point) {
     AcDbObjectPointer<AcDbEntity> entity(*each);
     if (!entity.object() || !isShown(*entity, layers.of(entity->layerId()))) continue;
     if (!mayTouch(*entity, aperture)) continue;
-    const Outline outline = outlineOf(*entity, layers);
-    for (const Outline::Piece& piece : outline.pieces) {
-      if (!std::visit([&](const auto& shape) { return aperture.touches(shape); }, piece.shape)) continue;
-      return Hit{*each, outline.sources[piece.source]};
-    }
+    std::optional<Hit> hit;
+    forEachOutlinePiece(*entity, layers, [&](const OutlinePiece& piece, const auto& source) {
+      if (touches(aperture, piece)) hit = Hit{*each, source()};
+      return !hit;
+    });
+    if (hit) return hit;
   }
   return std::nullopt;
 }

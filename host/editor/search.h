@@ -20,7 +20,7 @@ Region apertureAt(const AcGePoint3d& point);
 struct Hit {
   AcDbObjectId entity;
   /// The innermost entity under the pick, and where it stands.
-  Outline::Source innermost;
+  OutlineSource innermost;
 };
 /// The entity drawn last of those that have a part in the aperture.
 std::optional<Hit> entityAt(AcDbDatabase& drawing, const AcGePoint3d& point);

@@ -96,7 +96,7 @@ int acedNEntSelP(const ACHAR* prompt, ads_name entity, ads_point point, ads_real
   if (chain) *chain = nullptr;
   const Pick pick = host::pickEntity(textOr(prompt, L"\nSelect object: "));
   if (pick.status != RTNORM) return pick.status;
-  const host::Outline::Source& innermost = pick.hit.innermost;
+  const host::OutlineSource& innermost = pick.hit.innermost;
   acdbGetAdsName(entity, innermost.entity);
   givePoint(pick.point, point);
   for (unsigned row = 0; matrix && row < 4; ++row) {
@@ -140,8 +140,7 @@ int acedSSName(const ads_name set, Adesk::Int32 index, ads_name entity) {
   const host::SelectionSet* const found = setNamed(set);
   const bool isIn = found && index >= 0 && static_cast<size_t>(index) < found->size();
   if (!isIn || !entity) return RTERROR;
-  return acdbGetAdsName(entity, found->entities()[static_cast<size_t>(index)]) == Acad::eOk ? RTNORM
-                                                                                            : RTERROR;
+  return acdbGetAdsName(entity, found->at(static_cast<size_t>(index))) == Acad::eOk ? RTNORM : RTERROR;
 }
 
 int acedSSAdd(const ads_name entity, const ads_name set, ads_name result) {
@@ -167,5 +166,3 @@ int acedSSMemb(const ads_name entity, const ads_name set) {
   const host::SelectionSet* const found = setNamed(set);
   return found && found->contains(idNamed(entity)) ? RTNORM : RTERROR;
 }
-
-bool acedUsrBrk() { return false; }

@@ -50,7 +50,7 @@ Value matrixValue(const AcGeMatrix3d& matrix, bool fourByFour) {
 }
 
 Value nestedValue(const Pick& pick, bool fourByFour) {
-  const Outline::Source& innermost = pick.hit.innermost;
+  const OutlineSource& innermost = pick.hit.innermost;
   lisp::ListBuilder list;
   list.add(nameOf(innermost.entity));
   list.add(pointValue(pick.point));

@@ -1,6 +1,7 @@
 #include "host/editor/selection_request.h"
 
 #include "brx/db_database.h"
+#include "host/documents/documents.h"
 #include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/search.h"
@@ -83,6 +84,7 @@ Selected chooseAtPoint(const SelectionRequest& request) {
 }
 
 Selected chooseByUser(SelectionWish wish) {
+  const DocumentManager::Busy busy(documents());
   Task<Selected> task = selectEntities(userInput(), std::move(wish));
   task.start();
   return task.result();

@@ -2,6 +2,7 @@
 
 #include "brx/db_database.h"
 #include "host/bridge/lisp_points.h"
+#include "host/database/nested_visits.h"
 #include "host/documents/variables.h"
 #include "host/editor/editor_functions.h"
 #include "host/editor/search.h"
@@ -71,6 +72,7 @@ Value osnap(const Call& call) {
   const AcGePoint3d pick = pointArgument(call, 0);
   const std::vector<Mode> wanted = modesOf(call.text(1));
   if (!drawing) return {};
+  const NestedOperation operation;
   const std::vector<AcDbObjectId> ids = entitiesIn(*drawing, apertureAt(pick), Lies::partly);
   std::optional<AcGePoint3d> best, near;
   for (const Mode& mode : wanted) {

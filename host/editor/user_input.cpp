@@ -90,17 +90,6 @@ InputItem itemOfList(const Value& list) {
   return Typed{lisp::printed(list, lisp::Style::readable)};
 }
 
-/// A LISP form, or "!" and a symbol, stands for its value. Nothing after an error, which is told.
-std::optional<InputItem> evaluated(const std::wstring& line) {
-  const std::wstring source = line[0] == L'!' ? line.substr(1) : line;
-  try {
-    return itemOf(currentInterpreter().evalSource(toUtf8(source), L""));
-  } catch (const lisp::LispError& error) {
-    if (!error.handled) commandLine().print(L"\n; error: " + error.message);
-    return std::nullopt;
-  }
-}
-
 }  // namespace
 
 InputItem itemOf(const Value& value) {
@@ -134,7 +123,7 @@ void setPerson(std::unique_ptr<Person> next) { currentPerson() = std::move(next)
 void setLineReader(LineReader reader) { setPerson(std::make_unique<TypingPerson>(std::move(reader))); }
 
 void UserInput::prompt(const std::wstring& text) {
-  commandLine().print(text);
+  show(text);
   promptShown(text);
 }
 
@@ -143,7 +132,7 @@ void UserInput::promptShown(const std::wstring& text) {
   shown_ = text;
 }
 
-void UserInput::say(const std::wstring& text) { commandLine().print(text); }
+void UserInput::say(const std::wstring& text) { tell(text); }
 
 InputItem UserInput::take(const Request& request) {
   platform::desktop().runTimers();
@@ -176,6 +165,17 @@ InputItem UserInput::typedItem(std::wstring line, Wanted wanted) {
   return Typed{std::move(line)};
 }
 
+/// A LISP form, or "!" and a symbol, stands for its value. Nothing after an error, which is told.
+std::optional<InputItem> UserInput::evaluated(const std::wstring& line) {
+  const std::wstring source = line[0] == L'!' ? line.substr(1) : line;
+  try {
+    return itemOf(currentInterpreter().evalSource(toUtf8(source), L""));
+  } catch (const lisp::LispError& error) {
+    if (!error.handled) tell(L"\n" + error.report());
+    return std::nullopt;
+  }
+}
+
 InputItem UserInput::takeFromPerson(const Request& request) {
   if (!typedAhead_.empty()) return typedItem(std::exchange(typedAhead_, {}), request.wanted);
   while (true) {
@@ -185,7 +185,7 @@ InputItem UserInput::takeFromPerson(const Request& request) {
     const bool isForm = line->text.starts_with(L'(') || line->text.starts_with(L'!');
     if (!isForm || request.wanted == Wanted::text) return typedItem(std::move(line->text), request.wanted);
     if (auto item = evaluated(line->text)) return std::move(*item);
-    commandLine().print(shown_);
+    show(shown_);
   }
 }
 

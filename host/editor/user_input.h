@@ -26,6 +26,7 @@ class UserInput : public InputSource {
 
  private:
   InputItem takeFromPerson(const Request& request);
+  std::optional<InputItem> evaluated(const std::wstring& line);
   InputItem typedItem(std::wstring line, Wanted wanted);
 
   std::wstring shown_, typedAhead_;

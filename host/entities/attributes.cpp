@@ -2,6 +2,7 @@
 
 #include "host/database/fields.h"
 #include "host/database/memory_filer.h"
+#include "host/entities/transformed_copy.h"
 
 ACRX_DEFINE_MEMBERS(AcDbAttributeDefinition)
 ACRX_DEFINE_MEMBERS(AcDbAttribute)
@@ -75,5 +76,6 @@ Acad::ErrorStatus AcDbAttribute::setAttributeFromBlock(const AcDbAttributeDefini
   AcDbText::dwgInFields(&filer);
   tag_ = definition->tag();
   flags_ = with(0, invisibleFlag, definition->isInvisible());
-  return transformBy(blockTransform);
+  const Acad::ErrorStatus status = transformBy(blockTransform);
+  return status == Acad::eCannotScaleNonUniformly ? host::stretchText(*this, blockTransform) : status;
 }

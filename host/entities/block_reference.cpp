@@ -1,8 +1,10 @@
-#include <array>
+#include <algorithm>
 
 #include "brx/db_attributes.h"
 #include "brx/lisp_calls.h"
+#include "host/database/nested_visits.h"
 #include "host/database/subentities.h"
+#include "host/entities/block_extents.h"
 #include "host/entities/transformed_copy.h"
 
 ACRX_DEFINE_MEMBERS(AcDbBlockReference)
@@ -58,83 +60,51 @@ AcGeMatrix3d AcDbBlockReference::blockTransform() const {
 
 namespace {
 
-/// Files may hold cycles; no real drawing nests as deep.
-constexpr int deepest = 64;
-thread_local int depth = 0;
-struct Descent {
-  Descent() { ++depth; }
-  ~Descent() { --depth; }
-  bool tooDeep() const { return depth > deepest; }
-  bool isOutermost() const { return depth == 1; }
-};
-
-/// Parts that are looked at for the extents of one reference; blocks that hold one another twice at each
-/// level would have no end.
-constexpr int mostMeasured = 2'000'000;
-thread_local int measured = 0;
+/// Copies cost memory besides time.
+enum Cost : size_t { drawn = 1, copied = 5 };
 
 template <class Visit>
-Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Visit visit) {
-  const Descent descent;
-  if (descent.tooDeep()) return Acad::eSelfReference;
+Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Cost cost, Visit visit) {
+  const host::NestedDescent descent;
+  if (!descent.isAllowed()) return Acad::eSelfReference;
   AcDbObjectPointer<AcDbBlockTableRecord> record(recordId);
   if (record.openStatus() != Acad::eOk) return record.openStatus();
   for (const AcDbObjectId& id : record->entityIds()) {
     AcDbObjectPointer<AcDbEntity> entity(id);
-    if (entity.object()) visit(*entity.object());
+    if (!entity.object()) continue;
+    if (!host::countNestedVisit(cost)) return Acad::eSelfReference;
+    visit(*entity.object());
   }
   return Acad::eOk;
 }
 
 }  // namespace
 
-namespace {
-
 /// Places of a grid, of which files may ask for more than could be drawn.
-class Grid {
- public:
-  explicit Grid(const AcDbBlockReference& reference)
-      : turned_(AcGeMatrix3d::planeToWorld(reference.normal()) *
-                AcGeMatrix3d::rotation(reference.rotation(), {0, 0, 1})),
-        columns_(std::max<int>(reference.columns(), 1)),
-        rows_(std::max<int>(reference.rows(), 1)),
-        columnSpacing_(reference.columnSpacing()),
-        rowSpacing_(reference.rowSpacing()) {}
-  int cells() const { return std::min(columns_ * rows_, mostCells); }
-  /// From the first place.
-  AcGeVector3d shift(int cell) const {
-    return turned_ * AcGeVector3d{cell % columns_ * columnSpacing_, cell / columns_ * rowSpacing_, 0};
-  }
-  std::array<AcGeVector3d, 4> corners() const {
-    const int right = columns_ - 1, top = (rows_ - 1) * columns_;
-    return {shift(0), shift(right), shift(top), shift(top + right)};
-  }
-
- private:
-  static constexpr int mostCells = 1'000'000;
-  AcGeMatrix3d turned_;
-  int columns_, rows_;
-  double columnSpacing_, rowSpacing_;
-};
-
-}  // namespace
+static int cellsOf(const AcDbBlockReference& reference) {
+  constexpr int mostCells = 1'000'000;
+  return std::min(std::max<int>(reference.columns(), 1) * std::max<int>(reference.rows(), 1), mostCells);
+}
+static AcGeMatrix3d shiftOf(const AcDbBlockReference& reference, int cell) {
+  const int columns = std::max<int>(reference.columns(), 1);
+  return host::cellShift(reference, cell % columns, cell / columns);
+}
 
 /// The block in each place of the grid, and the attributes, which stand for the block's definitions of
 /// them.
 bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
   AcGiGeometry& geometry = draw->geometry();
   const AcGeMatrix3d first = blockTransform();
-  const Grid grid(*this);
-  const int cells = grid.cells();
+  const int cells = cellsOf(*this);
   bool stopped = false;
   const auto drawOne = [&](AcDbEntity& entity) {
     const AcDbAttributeDefinition* const definition = AcDbAttributeDefinition::cast(&entity);
     if (!stopped && (!definition || definition->isConstant())) stopped = geometry.draw(&entity);
   };
   for (int cell = 0; cell < cells && !stopped; ++cell) {
-    const AcGeMatrix3d shifted = AcGeMatrix3d::translation(grid.shift(cell));
+    const AcGeMatrix3d shifted = shiftOf(*this, cell);
     geometry.pushModelTransform(shifted * first);
-    if (forEachEntity(record_, drawOne) != Acad::eOk) stopped = true;
+    if (forEachEntity(record_, drawn, drawOne) != Acad::eOk) stopped = true;
     geometry.popModelTransform();
     if (attributes_.ids.empty()) continue;
     if (cell) geometry.pushModelTransform(shifted);
@@ -162,29 +132,21 @@ Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& matrix)
                                                 [&](AcDbAttribute& each, int) { each.transformBy(matrix); });
 }
 
-namespace {
-
-Acad::ErrorStatus appendParts(AcDbObjectId block, const AcGeMatrix3d& matrix, AcDbVoidPtrArray& parts) {
-  Acad::ErrorStatus result = Acad::eOk;
-  const Acad::ErrorStatus status = forEachEntity(block, [&](AcDbEntity& entity) {
-    const Acad::ErrorStatus moved = host::appendTransformed(entity, matrix, parts);
-    if (moved != Acad::eOk) result = moved;
-  });
-  return status == Acad::eOk ? result : status;
-}
-
-}  // namespace
-
-/// Of all places of a grid. A reference to no block has no parts.
+/// Of all places of a grid. A reference to no block has no parts. Parts that can't be transformed are left
+/// out, and the status tells of them.
 Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entities) const {
   if (record_.isNull()) return Acad::eOk;
-  const Grid grid(*this);
+  const host::NestedOperation operation;
   const AcGeMatrix3d first = blockTransform();
+  const int cells = cellsOf(*this);
   Acad::ErrorStatus result = Acad::eOk;
-  for (int cell = 0; cell < grid.cells(); ++cell) {
-    const AcGeMatrix3d shifted = AcGeMatrix3d::translation(grid.shift(cell)) * first;
-    const Acad::ErrorStatus status = appendParts(record_, shifted, entities);
-    if (status != Acad::eOk) result = status;
+  for (int cell = 0; cell < cells; ++cell) {
+    const AcGeMatrix3d placed = shiftOf(*this, cell) * first;
+    const Acad::ErrorStatus status = forEachEntity(record_, copied, [&](AcDbEntity& entity) {
+      const Acad::ErrorStatus moved = host::appendTransformed(entity, placed, entities);
+      if (moved != Acad::eOk) result = moved;
+    });
+    if (status != Acad::eOk) return status;
   }
   return result;
 }
@@ -202,19 +164,9 @@ struct Pieces {
 }  // namespace
 
 Acad::ErrorStatus AcDbBlockReference::subGetGeomExtents(AcDbExtents& extents) const {
-  Pieces pieces;
-  const Descent descent;
-  if (descent.isOutermost()) measured = 0;
-  if (descent.tooDeep() || measured > mostMeasured) return Acad::eSelfReference;
-  appendParts(record_, blockTransform(), pieces.list);
-  measured += pieces.list.length();
-  AcDbExtents first;
-  for (void* each : pieces.list) static_cast<AcDbEntity*>(each)->getGeomExtents(first);
-  if (first.isEmpty()) return Acad::eInvalidExtents;
-  for (const AcGeVector3d& shift : Grid(*this).corners()) {
-    extents.addPoint(first.minPoint() + shift), extents.addPoint(first.maxPoint() + shift);
-  }
-  return Acad::eOk;
+  const AcDbExtents own = host::extentsOfReference(*this);
+  if (own.isEmpty()) return Acad::eInvalidExtents;
+  return extents.addExt(own), Acad::eOk;
 }
 Acad::ErrorStatus AcDbBlockReference::subGetStretchPoints(AcGePoint3dArray& points) const {
   return points.append(position_), Acad::eOk;
@@ -225,8 +177,8 @@ Acad::ErrorStatus AcDbBlockReference::subGetOsnapPoints(AcDb::OsnapMode mode, Ad
                                                         AcDbIntArray& geometryIds) const {
   if (mode == AcDb::kOsModeIns) return points.append(position_), Acad::eOk;
   Pieces pieces;
-  const Descent descent;
-  if (descent.tooDeep()) return Acad::eOk;
+  const host::NestedDescent descent;
+  if (!descent.isAllowed()) return Acad::eOk;
   subExplode(pieces.list);
   for (void* each : pieces.list) {
     static_cast<AcDbEntity*>(each)->getOsnapPoints(mode, marker, pick, last, view, points, geometryIds);

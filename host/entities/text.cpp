@@ -105,6 +105,7 @@ Placed place(const AcDbText& text) {
     placed.layout = layOutParts(text.textString(), placed.format, placed.ink);
   }
   placed.frame = host::TextFrame(text.position(), direction, text.normal());
+  if (filling && text.isMirroredInX()) placed.frame.origin = text.alignmentPoint();
   if (filling || text.isDefaultAlignment()) return placed;
   findAlignment(text, placed);
   placed.frame.origin = text.alignmentPoint();
@@ -122,8 +123,7 @@ Acad::ErrorStatus AcDbText::adjustAlignment(const AcDbDatabase*) {
   if (isDefaultAlignment()) return Acad::eOk;
   assertWriteEnabled();
   const Placed placed = place(*this);
-  position_ = placed.frame.origin;
-  if (!fills(*this)) return Acad::eOk;
+  if (!fills(*this)) return position_ = placed.frame.origin, Acad::eOk;
   rotation_ = rotationOf(placed.frame);
   height_ = placed.format.height, widthFactor_ = placed.format.widthFactor;
   return Acad::eOk;

@@ -32,24 +32,25 @@ Acad::ErrorStatus appendEllipse(const AcDbArc& arc, const AcGeMatrix3d& matrix, 
   return Acad::eOk;
 }
 
-Acad::ErrorStatus appendText(const AcDbText& text, const AcGeMatrix3d& matrix, AcDbVoidPtrArray& copies) {
+}  // namespace
+
+Acad::ErrorStatus stretchText(AcDbText& text, const AcGeMatrix3d& matrix) {
   const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(text.normal());
   const AcGeVector3d along = plane * AcGeVector3d{std::cos(text.rotation()), std::sin(text.rotation()), 0};
   const AcGeVector3d line = matrix * along, up = matrix * text.normal().crossProduct(along);
   const AcGeVector3d normal = line.crossProduct(up).normal();
   const double width = line.length(), height = width > 0 ? line.crossProduct(up).length() / width : 0;
   if (!(height > 0)) return Acad::eDegenerateGeometry;
-  std::unique_ptr<AcDbText> made(static_cast<AcDbText*>(text.clone()));
-  if (!made) return Acad::eNotApplicable;
-  made->setNormal(normal);
-  made->setRotation((AcGeMatrix3d::worldToPlane(normal) * line).convert2d().angle());
-  made->setHeight(text.height() * height);
-  made->setWidthFactor(text.widthFactor() * width / height);
-  made->setPosition(matrix * text.position());
-  if (!text.isDefaultAlignment()) made->setAlignmentPoint(matrix * text.alignmentPoint());
-  copies.append(static_cast<AcDbEntity*>(made.release()));
-  return Acad::eOk;
+  const AcGePoint3d position = matrix * text.position(), alignment = matrix * text.alignmentPoint();
+  text.setNormal(normal);
+  text.setRotation((AcGeMatrix3d::worldToPlane(normal) * line).convert2d().angle());
+  text.setHeight(text.height() * height);
+  text.setWidthFactor(text.widthFactor() * width / height);
+  text.setPosition(position);
+  return text.isDefaultAlignment() ? Acad::eOk : text.setAlignmentPoint(alignment);
 }
+
+namespace {
 
 Acad::ErrorStatus appendParts(const AcDbEntity& entity, const AcGeMatrix3d& matrix,
                               AcDbVoidPtrArray& copies) {
@@ -75,7 +76,11 @@ Acad::ErrorStatus appendTransformed(const AcDbEntity& entity, const AcGeMatrix3d
   if (AcDbArc::cast(&entity) || AcDbCircle::cast(&entity)) {
     return appendEllipse(static_cast<const AcDbArc&>(entity), matrix, copies);
   }
-  if (const AcDbText* const text = AcDbText::cast(&entity)) return appendText(*text, matrix, copies);
+  if (AcDbText* const text = AcDbText::cast(copy.get())) {
+    const Acad::ErrorStatus stretched = stretchText(*text, matrix);
+    if (stretched == Acad::eOk) copies.append(copy.release());
+    return stretched;
+  }
   if (depth >= deepest) return Acad::eSelfReference;
   ++depth;
   const Acad::ErrorStatus parts = appendParts(entity, matrix, copies);

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <span>
 #include <string>
 #include <utility>
 
@@ -79,15 +81,20 @@ BrxProxyData* proxyData(AcDbObject* object) {
   return nullptr;
 }
 
-/// What came as a snapshot's bytes knows its class; what came as groups, the class's name in such files. Null
-/// where an object of that class can't stand in the proxy's place: files have anything anywhere.
-AcRxClass* classOf(const BrxProxyData& data, const AcDbObject& proxy) {
+/// Damaged files have entities where other objects belong, and the other way round; an object in the wrong
+/// place would be taken for what it isn't.
+bool canStandFor(const AcRxClass& type, const AcDbObject& proxy) {
+  if (proxy.isKindOf(AcDbProxyEntity::desc())) return type.isDerivedFrom(AcDbEntity::desc());
+  return type.isDerivedFrom(AcDbObject::desc()) && !type.isDerivedFrom(AcDbEntity::desc()) &&
+         !type.isDerivedFrom(AcDbSymbolTable::desc()) && !type.isDerivedFrom(AcDbSymbolTableRecord::desc());
+}
+
+/// What came as a snapshot's bytes knows its class; what came as groups, the class's name in such files.
+/// Only classes that came now: by those that were there before, the object could not be read.
+AcRxClass* classOf(const AcDbObject& proxy, const BrxProxyData& data, std::span<AcRxClass* const> added) {
   AcRxClass* const type = data.bytes.empty() ? findClassByDxfName(data.dxfName) : findClass(data.className);
-  const bool isPlain = type && type->isDerivedFrom(AcDbObject::desc()) &&
-                       !type->isDerivedFrom(AcDbSymbolTable::desc()) &&
-                       !type->isDerivedFrom(AcDbSymbolTableRecord::desc());
-  const bool suits = isPlain && type->isDerivedFrom(AcDbEntity::desc()) == proxy.isKindOf(AcDbEntity::desc());
-  return suits ? type : nullptr;
+  const bool isNew = std::find(added.begin(), added.end(), type) != added.end();
+  return isNew && canStandFor(*type, proxy) ? type : nullptr;
 }
 
 Acad::ErrorStatus readBack(AcDbObject& object, const AcDbObject& proxy, const BrxProxyData& data,
@@ -104,9 +111,9 @@ Acad::ErrorStatus readBack(AcDbObject& object, const AcDbObject& proxy, const Br
 }
 
 /// An object that can't be read by its class stays a proxy.
-bool revive(AcDbStub& stub, AcDbDatabase& drawing) {
+bool revive(AcDbStub& stub, AcDbDatabase& drawing, std::span<AcRxClass* const> added) {
   const BrxProxyData* const data = proxyData(stub.object);
-  AcRxClass* const type = data ? classOf(*data, *stub.object) : nullptr;
+  AcRxClass* const type = data ? classOf(*stub.object, *data, added) : nullptr;
   auto* const made = type ? static_cast<AcDbObject*>(type->create()) : nullptr;
   if (!made) return false;
   if (readBack(*made, *stub.object, *data, drawing) != Acad::eOk) {
@@ -119,10 +126,10 @@ bool revive(AcDbStub& stub, AcDbDatabase& drawing) {
   return true;
 }
 
-void linked() {
+void linked(std::span<AcRxClass* const> added) {
   for (AcDbDatabase* const drawing : allDrawings()) {
     bool any = false;
-    for (AcDbStub& stub : drawing->imp().stubs) any |= stub.object && revive(stub, *drawing);
+    for (AcDbStub& stub : drawing->imp().stubs) any |= stub.object && revive(stub, *drawing, added);
     if (any) forgetUndo(*drawing);
   }
 }

@@ -13,6 +13,7 @@
 #include "host/filing/layout_links.h"
 #include "host/filing/object_walk.h"
 #include "host/rx/registry.h"
+#include "platform/text/letters.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -65,6 +66,7 @@ class DrawingReader {
           0, 0,
           L"the code page " + fromUtf8(version.codePage) + L" isn't known; texts are read as western ones");
     }
+    if (!version.codePage.empty()) drawing_.imp().kept.codePage = upperCased(fromUtf8(version.codePage));
     handleSeed_ = version.handleSeed;
     if (version.isUtf8()) texts_.useUtf8();
     drawing_.imp().kept.version = fromUtf8(version.version);

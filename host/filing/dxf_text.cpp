@@ -1,40 +1,11 @@
 #include "host/filing/dxf_text.h"
 
-#include <iconv.h>
-
 #include <algorithm>
-#include <cctype>
 
 #include "platform/text/utf.h"
 
 namespace host {
 namespace {
-
-const iconv_t noConverter = reinterpret_cast<iconv_t>(-1);
-
-/// The library's name of a code page; empty for one that it can't know.
-std::string pageName(std::string_view name) {
-  std::string lower;
-  for (const char c : name) lower += static_cast<char>(std::tolower(static_cast<unsigned char>(c)));
-  const auto digitsBehind = [&](std::string_view prefix) {
-    const bool fits = lower.starts_with(prefix) && lower.size() > prefix.size() &&
-                      std::all_of(lower.begin() + static_cast<ptrdiff_t>(prefix.size()), lower.end(),
-                                  [](unsigned char c) { return std::isdigit(c); });
-    return fits ? lower.substr(prefix.size()) : std::string();
-  };
-  for (const std::string_view prefix : {"ansi_", "dos", "cp", "windows-"}) {
-    const std::string digits = digitsBehind(prefix);
-    if (digits == "1361") return "JOHAB";
-    if (!digits.empty()) return "CP" + digits;
-  }
-  if (const std::string part = digitsBehind("iso8859-"); !part.empty()) return "ISO-8859-" + part;
-  if (lower == "ascii") return "CP1252";
-  if (lower == "mac-roman" || lower == "macroman") return "MACINTOSH";
-  if (lower == "ksc5601") return "CP949";
-  if (lower == "big5") return "CP950";
-  if (lower == "gb2312") return "CP936";
-  return lower == "johab" ? "JOHAB" : "";
-}
 
 bool isPlain(std::string_view bytes) {
   return std::all_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -100,45 +71,19 @@ void resolveMarks(std::wstring& text, Carets carets) {
 
 }  // namespace
 
-DxfTextDecoder::DxfTextDecoder() : converter_(iconv_open("UTF-8", "CP1252")) {}
-DxfTextDecoder::~DxfTextDecoder() {
-  if (converter_ != noConverter) iconv_close(converter_);
-}
-
 bool DxfTextDecoder::useCodePage(std::string_view name) {
   utf8_ = false;
-  const std::string page = pageName(name);
-  const iconv_t opened = page.empty() ? noConverter : iconv_open("UTF-8", page.c_str());
-  if (opened == noConverter) return false;
-  if (converter_ != noConverter) iconv_close(converter_);
-  converter_ = opened;
+  text::CodePage page(name);
+  if (!page.isKnown()) return false;
+  page_ = std::move(page);
   return true;
-}
-
-std::wstring DxfTextDecoder::convert(std::string_view bytes) {
-  std::string utf8;
-  char* from = const_cast<char*>(bytes.data());
-  size_t left = bytes.size();
-  iconv(converter_, nullptr, nullptr, nullptr, nullptr);
-  while (left && converter_ != noConverter) {
-    char buffer[512];
-    char* to = buffer;
-    size_t room = sizeof buffer;
-    const size_t result = iconv(converter_, &from, &left, &to, &room);
-    utf8.append(buffer, static_cast<size_t>(to - buffer));
-    if (result == static_cast<size_t>(-1) && errno != E2BIG) {
-      utf8 += "\xEF\xBF\xBD";
-      ++from, --left;
-    }
-  }
-  return fromUtf8(utf8);
 }
 
 void DxfTextDecoder::decode(std::string_view bytes, std::wstring& text, Carets carets) {
   if (isPlain(bytes)) {
     text.assign(bytes.begin(), bytes.end());
   } else {
-    text = utf8_ && isValidUtf8(bytes) ? fromUtf8(bytes) : convert(bytes);
+    text = utf8_ && isValidUtf8(bytes) ? fromUtf8(bytes) : page_.decode(bytes);
   }
   if (text.find_first_of(L"^\\") != std::wstring::npos) resolveMarks(text, carets);
 }

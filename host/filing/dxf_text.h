@@ -1,8 +1,9 @@
 #pragma once
 
-#include <memory>
 #include <string>
 #include <string_view>
+
+#include "host/text/code_page.h"
 
 namespace host {
 
@@ -15,11 +16,7 @@ enum class Carets { marks, plain };
 /// Turns a file's bytes into text. Bytes that are not valid in the code page become U+FFFD.
 class DxfTextDecoder {
  public:
-  /// UTF-8 to begin with.
-  DxfTextDecoder();
-  ~DxfTextDecoder();
-  DxfTextDecoder(const DxfTextDecoder&) = delete;
-  DxfTextDecoder& operator=(const DxfTextDecoder&) = delete;
+  // UTF-8 to begin with.
 
   /// By the file's name for it ("ANSI_1252", "dos437", …). False for an unknown one: western is taken.
   bool useCodePage(std::string_view name);
@@ -34,9 +31,7 @@ class DxfTextDecoder {
   }
 
  private:
-  std::wstring convert(std::string_view bytes);
-
-  void* converter_;  // of iconv, from the code page to UTF-8
+  text::CodePage page_{"ANSI_1252"};
   bool utf8_ = true;
 };
 

@@ -5,6 +5,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstring>
 #include <string_view>
 
 #include "host/database/drawing_files.h"
@@ -99,6 +100,7 @@ Acad::ErrorStatus readDrawingFile(AcDbDatabase& drawing, const std::wstring& pat
 }
 
 Acad::ErrorStatus writeDrawingFile(AcDbDatabase& drawing, const std::wstring& path) {
+  errno = 0;
   platform::WholeFile file(platform::nativePath(path));
   if (hasEnding(path, L".dxf")) {
     DxfSink sink(file);
@@ -107,6 +109,10 @@ Acad::ErrorStatus writeDrawingFile(AcDbDatabase& drawing, const std::wstring& pa
     return Acad::eFileAccessErr;
   }
   return file.commit() ? Acad::eOk : Acad::eFileAccessErr;
+}
+
+std::wstring writingProblem() {
+  return L"can't be written" + (errno ? L" (" + fromUtf8(std::strerror(errno)) + L")" : L"");
 }
 
 namespace {
@@ -120,7 +126,7 @@ Acad::ErrorStatus readForDrawing(AcDbDatabase& drawing, const std::wstring& path
 
 Acad::ErrorStatus writeForDrawing(AcDbDatabase& drawing, const std::wstring& path, std::wstring& problem) {
   const Acad::ErrorStatus status = writeDrawingFile(drawing, path);
-  if (status != Acad::eOk) problem = path + L": can't be written";
+  if (status != Acad::eOk) problem = path + L": " + writingProblem();
   return status;
 }
 

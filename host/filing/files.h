@@ -16,5 +16,7 @@ namespace host {
 Acad::ErrorStatus readDrawingFile(AcDbDatabase& drawing, const std::wstring& path, FilingReport& report);
 /// `eFileAccessErr` when the file can't be written; what stood under the name before is then still there.
 Acad::ErrorStatus writeDrawingFile(AcDbDatabase& drawing, const std::wstring& path);
+/// "can't be written", with the system's reason; right behind a failure.
+std::wstring writingProblem();
 
 }  // namespace host

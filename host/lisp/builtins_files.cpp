@@ -30,7 +30,8 @@ Value open(const Call& call) {
 }
 
 Value close(const Call& call) {
-  openFile(call[0]).close();
+  FileHandle& file = openFile(call[0]);
+  if (const int problem = file.close()) tellFileProblem(call.lisp, file.name, problem);
   return {};
 }
 
@@ -132,8 +133,12 @@ Value fileCopy(const Call& call) {
   const auto size = fs::file_size(from, problem);
   if (problem || fs::equivalent(from, to, problem)) return {};
   if (!append) {
-    if (!fs::copy_file(from, to, fs::copy_options::none, problem)) return {};
-    return static_cast<int32_t>(size);
+    const bool isNew = !fs::exists(to, problem);
+    if (fs::copy_file(from, to, fs::copy_options::none, problem)) return static_cast<int32_t>(size);
+    if (!isNew || !problem) return {};
+    tellFileProblem(call.lisp, call.text(1), problem.value());
+    fs::remove(to, problem);
+    return {};
   }
   std::FILE* const source = std::fopen(from.c_str(), "rb");
   std::FILE* const target = std::fopen(to.c_str(), "ab");
@@ -142,9 +147,12 @@ Value fileCopy(const Call& call) {
   for (size_t got; whole && (got = std::fread(buffer, 1, sizeof buffer, source)) > 0;) {
     whole = std::fwrite(buffer, 1, got, target) == got;
   }
+  int reason = whole ? 0 : errno;
   if (source) std::fclose(source);
-  if (target) whole = std::fclose(target) == 0 && whole;
-  return whole ? Value(static_cast<int32_t>(size)) : Value();
+  if (target && std::fclose(target) != 0) reason = errno;
+  if (reason == 0) return Value(static_cast<int32_t>(size));
+  tellFileProblem(call.lisp, call.text(1), reason);
+  return {};
 }
 
 Value fileDelete(const Call& call) {

@@ -91,7 +91,8 @@ Value last(const Call& call) {
   const Value* at = &call.list(0);
   if (at->isNil()) return {};
   while (cdr(*at).isCons()) at = &cdr(*at);
-  return car(*at);
+  // What stands behind a dot is the last as well.
+  return cdr(*at).isNil() ? car(*at) : cdr(*at);
 }
 
 Value subst(const Call& call) {

@@ -11,16 +11,25 @@ FileHandle& openFile(const Value& value) {
   return *file;
 }
 
+void tellFileProblem(Interpreter& lisp, const std::wstring& file, int problem) {
+  lisp.services().setVariable(L"ERRNO", problem);
+  lisp.services().print(L"\n" + file + L": " + fromUtf8(std::strerror(problem)) + L"\n");
+}
+
 namespace {
 
-/// To the file of argument `place`, or to the command line when there is none.
-void write(const Call& call, size_t place, std::wstring_view text) {
+/// To the file of argument `place`, or to the command line when there is none. `written` is the answer, nil
+/// when the file took no more.
+Value write(const Call& call, size_t place, std::wstring_view text, const Value& written) {
   if (!call.has(place) || call[place].isNil()) {
     call.lisp.services().print(text);
-    return;
+    return written;
   }
+  FileHandle& file = openFile(call[place]);
   const std::string bytes = toUtf8(text);
-  std::fwrite(bytes.data(), 1, bytes.size(), openFile(call[place]).file);
+  if (std::fwrite(bytes.data(), 1, bytes.size(), file.file) == bytes.size()) return written;
+  tellFileProblem(call.lisp, file.name, errno);
+  return {};
 }
 
 // Without arguments these print nothing and give a symbol with an empty name.
@@ -28,20 +37,17 @@ Value silence(const Call& call) { return Value(call.lisp.intern(L"")); }
 
 Value princ(const Call& call) {
   if (!call.has(0)) return silence(call);
-  write(call, 1, printed(call[0], Style::plain));
-  return call[0];
+  return write(call, 1, printed(call[0], Style::plain), call[0]);
 }
 
 Value prin1(const Call& call) {
   if (!call.has(0)) return silence(call);
-  write(call, 1, printed(call[0], Style::readable));
-  return call[0];
+  return write(call, 1, printed(call[0], Style::readable), call[0]);
 }
 
 Value print(const Call& call) {
   if (!call.has(0)) return silence(call);
-  write(call, 1, L"\n" + printed(call[0], Style::readable) + L" ");
-  return call[0];
+  return write(call, 1, L"\n" + printed(call[0], Style::readable) + L" ", call[0]);
 }
 
 Value prompt(const Call& call) {
@@ -54,15 +60,11 @@ Value terpri(const Call& call) {
   return {};
 }
 
-Value writeLine(const Call& call) {
-  write(call, 1, call.text(0) + L"\n");
-  return call[0];
-}
+Value writeLine(const Call& call) { return write(call, 1, call.text(0) + L"\n", call[0]); }
 
 Value writeChar(const Call& call) {
   const wchar_t c = characterOf(call[0]);
-  write(call, 1, std::wstring_view(&c, 1));
-  return call[0];
+  return write(call, 1, std::wstring_view(&c, 1), call[0]);
 }
 
 Value toPlainText(const Call& call) { return Value(std::wstring_view(printed(call[0], Style::plain))); }

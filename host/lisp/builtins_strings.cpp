@@ -12,10 +12,13 @@ namespace {
 
 Value textValue(std::wstring_view text) { return Value(text); }
 
+/// A long text, which may be one that a program makes piece by piece, isn't copied.
 Value strcat(const Call& call) {
+  constexpr size_t longText = 256;
+  const bool lengthens = call.count() > 1 && call.text(0).size() >= longText;
   std::wstring joined;
-  for (size_t i = 0; i < call.count(); ++i) joined += call.text(i);
-  return textValue(joined);
+  for (size_t i = lengthens ? 1 : 0; i < call.count(); ++i) joined += call.text(i);
+  return lengthens ? Value::lengthened(call[0], joined) : textValue(joined);
 }
 
 Value strlen(const Call& call) {

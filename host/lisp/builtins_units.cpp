@@ -1,3 +1,4 @@
+#include <cmath>
 #include <map>
 
 #include "host/lisp/builtins.h"
@@ -29,17 +30,22 @@ AngleUnits angleUnits(int32_t mode) {
 
 Value textValue(std::wstring_view text) { return Value(text); }
 
+UnitForm unitForm(const Call& call) {
+  return hostInteger(call, L"UNITMODE", 0) == 1 ? UnitForm::typed : UnitForm::shown;
+}
+
 Value rtos(const Call& call) {
   const LengthUnits units = lengthUnits(choice(call, 1, L"LUNITS", 2));
   const int32_t precision = choice(call, 2, L"LUPREC", 4);
-  return textValue(
-      lengthText(call.number(0), units, precision, ZeroRules::ofDimzin(hostInteger(call, L"DIMZIN", 0))));
+  const ZeroRules zeros = ZeroRules::ofDimzin(hostInteger(call, L"DIMZIN", 0));
+  return textValue(lengthText(call.number(0), units, precision, zeros, unitForm(call)));
 }
 
 Value angtos(const Call& call) {
   const AngleUnits units = angleUnits(choice(call, 1, L"AUNITS", 0));
   const bool dropTrailing = (hostInteger(call, L"DIMZIN", 0) & 8) != 0;
-  return textValue(angleText(call.number(0), units, choice(call, 2, L"AUPREC", 0), dropTrailing));
+  const int32_t precision = choice(call, 2, L"AUPREC", 0);
+  return textValue(angleText(call.number(0), units, precision, dropTrailing, unitForm(call)));
 }
 
 Value distof(const Call& call) {
@@ -50,7 +56,10 @@ Value distof(const Call& call) {
 
 Value angtof(const Call& call) {
   const auto value = parseAngle(call.text(0), angleUnits(choice(call, 1, L"AUNITS", 0)));
-  return value ? Value(*value) : Value();
+  if (!value) return {};
+  constexpr double turn = 6.283185307179586477;
+  const double within = std::fmod(*value, turn);
+  return Value(within < 0 ? within + turn : within);
 }
 
 /// Names and values that all documents see. Symbols belong to an interpreter, so they are kept by name.

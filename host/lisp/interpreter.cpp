@@ -5,9 +5,7 @@
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
-#include <new>
 #include <sstream>
-#include <stdexcept>
 
 #include "host/lisp/builtins.h"
 #include "host/lisp/code.h"
@@ -95,7 +93,13 @@ Value Interpreter::eval(const Value& form) {
 Value Interpreter::evalSource(std::string_view utf8, const std::wstring& fileName) {
   Reader reader(*this, utf8, fileName);
   Value last;
-  while (std::optional<Value> form = reader.next()) last = eval(*form);
+  // What natives can't get is told where they are called; this is for reading and analysing.
+  withMemoryErrors([&] {
+    while (std::optional<Value> form = reader.next()) {
+      const Running running(*this, nullptr, &reader);
+      last = eval(*form);
+    }
+  });
   return last;
 }
 
@@ -107,7 +111,9 @@ Value Interpreter::load(const std::wstring& fileName) {
   std::ostringstream source;
   source << file.rdbuf();
   if (!file) fail(L"LOAD failed: " + printed(Value(std::wstring_view(*path)), Style::readable));
-  return evalSource(source.str(), *path);
+  std::string bytes = source.str();
+  if (!isValidUtf8(bytes)) bytes = services_.decodeSource(std::move(bytes), *path);
+  return evalSource(bytes, *path);
 }
 
 Value Interpreter::call(const Value& function, Arguments args) {
@@ -138,7 +144,7 @@ Value Interpreter::callNative(const Function& function, Arguments args) {
     return function.native(Call{*this, args, function});
   } catch (LispError& error) {
     // The program's handler must see the variables as they were where the error happened.
-    tellProgram(error);
+    tellProgram(error, &function);
     throw;
   } catch (const std::bad_alloc&) {
     fail(L"insufficient memory");
@@ -150,6 +156,7 @@ Value Interpreter::callNative(const Function& function, Arguments args) {
 Value Interpreter::callLambda(const Function& function, Frame& frame) {
   const Lambda& lambda = *function.lambda;
   const Value kept(const_cast<Function*>(&function));  // a function may redefine itself while it runs
+  const Running running(*this, &function, nullptr);
   const size_t parameters = lambda.parameters.size();
   const size_t count = frame.values().size();
   if (count < parameters) fail(L"too few arguments");
@@ -211,10 +218,39 @@ void Interpreter::fail(std::wstring message) {
   throw error;
 }
 
-void Interpreter::tellProgram(LispError& error) {
+std::wstring LispError::report() const {
+  std::wstring text = L"; error: " + message;
+  for (const std::wstring& each : callers) text += L"\n;   in " + each;
+  return text;
+}
+
+void Interpreter::noteCallers(LispError& error, const Function* native) const {
+  constexpr int mostFunctions = 10;  // between one source text and the next
+  if (!error.callers.empty()) return;
+  if (native) error.callers.push_back(native->name);
+  int functions = 0;
+  const auto tellOthers = [&] {
+    if (functions > mostFunctions) {
+      error.callers.push_back(std::to_wstring(functions - mostFunctions) + L" others");
+    }
+    functions = 0;
+  };
+  for (const Running* each = running_; each; each = each->outer) {
+    if (each->function) {
+      if (++functions <= mostFunctions) error.callers.push_back(each->function->name);
+    } else if (!each->source->fileName().empty()) {
+      tellOthers();
+      error.callers.push_back(each->source->fileName() + L", line " +
+                              std::to_wstring(each->source->formLine()));
+    }
+  }
+  tellOthers();
+}
+
+void Interpreter::tellProgram(LispError& error, const Function* native) {
   if (error.handled || catching_ > 0 || tellingProgram_) return;
   const Value handler = errorHandler_->value;
-  if (handler.isNil()) return;
+  if (handler.isNil()) return noteCallers(error, native);
   error.handled = true;
   tellingProgram_ = true;
   struct Leave {
@@ -230,13 +266,24 @@ void Interpreter::tellProgram(LispError& error) {
 }
 
 void Interpreter::slowStep() {
-  if (interrupted_.exchange(false)) fail(L"Function cancelled");
+  switch (wantedEnd_.exchange(End::none)) {
+    case End::cancelled:
+      fail(L"Function cancelled");
+    case End::memory:
+      fail(L"insufficient memory");
+    case End::none:
+      break;
+  }
   if (stepsLeft_ > 0 && --stepsLeft_ == 0) {
     stepsLeft_ = 1;  // further steps, as of a handler, end as well
     throw LispError(L"step limit reached");
   }
 }
 
-void Interpreter::throwTooDeep() { throw LispError(L"internal stack limit reached (simulated)"); }
+void Interpreter::throwTooDeep() {
+  LispError error(L"internal stack limit reached (simulated)");
+  noteCallers(error, nullptr);
+  throw error;
+}
 
 }  // namespace lisp

@@ -3,6 +3,8 @@
 #include <atomic>
 #include <exception>
 #include <memory>
+#include <new>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -13,13 +15,20 @@
 
 namespace lisp {
 
+class Reader;
+
 /// An error of the language. `handled` tells that the program's own `*error*` has seen it.
 class LispError : public std::exception {
  public:
   explicit LispError(std::wstring message) : message(std::move(message)) {}
   const char* what() const noexcept override { return "LISP error"; }
+  /// "; error: " and the message, and a line for each of `callers`.
+  std::wstring report() const;
   std::wstring message;
   bool handled = false;
+  /// What ran, from the inside out: "AREA", "plan.lsp, line 12". Left empty where the program itself takes
+  /// care of the error.
+  std::vector<std::wstring> callers;
 };
 
 /// `exit`, `quit` and `vl-exit-with-value`: ends what was called from outside.
@@ -32,6 +41,8 @@ class LispExit : public LispError {
 /// The LISP of one document: its symbols with their values, and the evaluator. Values may be handed from
 /// one interpreter to another as long as they hold no symbols but T. All of one thread.
 class Interpreter {
+  enum class End : uint8_t { none, cancelled, memory };
+
  public:
   explicit Interpreter(Services& services);
   ~Interpreter();
@@ -68,9 +79,16 @@ class Interpreter {
   [[noreturn]] void fail(std::wstring message);
 
   /// Safe to call from a signal handler: the evaluation ends with an error at its next step.
-  void interrupt() { interrupted_ = true; }
-  /// The interrupt has been served otherwise.
-  void forgetInterrupt() { interrupted_ = false; }
+  static void interrupt() { wantedEnd_ = End::cancelled; }
+  /// The same for want of memory, while there is enough left to go on until then.
+  static void endForMemory() { wantedEnd_ = End::memory; }
+  /// An interrupt that somebody else serves: whether there was one.
+  static bool takeInterrupt() {
+    End wanted = End::cancelled;
+    return wantedEnd_.compare_exchange_strong(wanted, End::none);
+  }
+  /// The evaluation has ended otherwise, or none was running.
+  static void forgetEnd() { wantedEnd_ = End::none; }
   /// Calls and loop rounds that may still be made; for programs that nobody watches. 0 is no limit.
   void limitSteps(uint64_t steps) { stepsLeft_ = steps; }
 
@@ -89,9 +107,9 @@ class Interpreter {
 
   /// Once for each call and loop round.
   void step() {
-    if (interrupted_.load(std::memory_order_relaxed) || stepsLeft_ != 0) slowStep();
+    if (wantedEnd_.load(std::memory_order_relaxed) != End::none || stepsLeft_ != 0) slowStep();
   }
-  void checkDepth() const {
+  void checkDepth() {
     if (static_cast<const char*>(__builtin_frame_address(0)) < lowestStack_) throwTooDeep();
   }
   /// Room for arguments and for what bindings hide. Never moves.
@@ -116,11 +134,28 @@ class Interpreter {
 
  private:
   void slowStep();
-  [[noreturn]] static void throwTooDeep();
+  [[noreturn]] void throwTooDeep();
   Value callNative(const Function& function, Arguments args);
   Value callLambda(const Function& function, Frame& frame);
-  void tellProgram(LispError& error);
+  /// `native` is the function of the language or the host that failed, if one did.
+  void tellProgram(LispError& error, const Function* native = nullptr);
+  void noteCallers(LispError& error, const Function* native) const;
   Value compiledLambda(const Value& list);
+
+  /// A function of the program that runs, or a source text whose form runs.
+  struct Running {
+    Interpreter& lisp;
+    Running* const outer;
+    const Function* const function;
+    const Reader* const source;
+    Running(Interpreter& lisp, const Function* function, const Reader* source)
+        : lisp(lisp), outer(lisp.running_), function(function), source(source) {
+      lisp.running_ = this;
+    }
+    ~Running() { lisp.running_ = outer; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+  };
 
   Services& services_;
   std::unordered_map<std::wstring, std::unique_ptr<Symbol>> symbols_;
@@ -130,11 +165,25 @@ class Interpreter {
   Symbol* lambdaSymbol_;
   /// Compiled lambda lists, found by the cons that they are, which the entry keeps alive.
   std::unordered_map<const Cons*, std::pair<Value, Value>> lambdas_;
+  Running* running_ = nullptr;
   int catching_ = 0;
   bool tellingProgram_ = false;
-  std::atomic<bool> interrupted_ = false;
   uint64_t stepsLeft_ = 0;
   const char* lowestStack_;
+  /// One thread runs all interpreters, and whoever asks doesn't know which.
+  static inline std::atomic<End> wantedEnd_ = End::none;
 };
+
+/// Runs `work`; where it finds no memory, the language's error.
+template <class Work>
+auto withMemoryErrors(Work work) {
+  try {
+    return work();
+  } catch (const std::bad_alloc&) {
+    throw LispError(L"insufficient memory");
+  } catch (const std::length_error&) {
+    throw LispError(L"insufficient memory");
+  }
+}
 
 }  // namespace lisp

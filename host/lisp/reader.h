@@ -20,6 +20,7 @@ class Reader {
   /// The text of the form that `next` gave, and the line on which it begins, from 1.
   std::string_view formText() const { return source_.substr(formStart_, at_ - formStart_); }
   int formLine() const { return formLine_; }
+  const std::wstring& fileName() const { return fileName_; }
   /// After an error: goes on behind the line on which it was found.
   void skipLine();
 

@@ -22,6 +22,8 @@ void Services::setEnvironment(const std::wstring& name, const std::wstring& valu
   setenv(toUtf8(name).c_str(), toUtf8(value).c_str(), 1);
 }
 
+std::string Services::decodeSource(std::string bytes, const std::wstring&) { return bytes; }
+
 std::optional<std::wstring> Services::findFile(const std::wstring& name) {
   std::error_code ignored;
   if (!std::filesystem::is_regular_file(toUtf8(name), ignored)) return {};

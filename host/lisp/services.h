@@ -25,6 +25,8 @@ class Services {
   virtual bool setVariable(const std::wstring& name, const Value& value);
   virtual std::optional<std::wstring> environment(const std::wstring& name);
   virtual void setEnvironment(const std::wstring& name, const std::wstring& value);
+  /// A source file's text as UTF-8, from bytes that aren't; the name is for what has to be told about it.
+  virtual std::string decodeSource(std::string bytes, const std::wstring& fileName);
   /// Full path of a file on the search path; nothing when it isn't there.
   virtual std::optional<std::wstring> findFile(const std::wstring& name);
 };

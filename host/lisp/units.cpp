@@ -46,30 +46,32 @@ std::string scientificText(double magnitude, int decimals) {
   return text;
 }
 
-// Feet in front of a text of inches: 1'-3.5", 3.5", 1'.
-std::string withFeet(double feet, const std::string& inches, bool inchesAreZero, const ZeroRules& zeros) {
+// Feet in front of a text of inches: 1'-3.5", 3.5", 1'; typed 1'3.5".
+std::string withFeet(double feet, const std::string& inches, bool inchesAreZero, const ZeroRules& zeros,
+                     UnitForm form) {
   const std::string feetText = fixedText(feet, 0) + "'";
   const bool hideInches = inchesAreZero && !zeros.keepZeroInches && feet != 0.0;
   const bool hideFeet = feet == 0.0 && !zeros.keepZeroFeet;
   if (hideInches) return feetText;
-  return (hideFeet ? "" : feetText + "-") + inches + "\"";
+  const std::string feetPart = form == UnitForm::typed ? feetText : feetText + "-";
+  return (hideFeet ? "" : feetPart) + inches + "\"";
 }
 
-std::string engineeringText(double magnitude, int decimals, const ZeroRules& zeros) {
+std::string engineeringText(double magnitude, int decimals, const ZeroRules& zeros, UnitForm form) {
   const double scale = std::pow(10.0, decimals);
   const double rounded = std::round(magnitude * scale) / scale;
   const double feet = std::floor(rounded / inchesPerFoot);
   const double inches = rounded - feet * inchesPerFoot;
-  return withFeet(feet, decimalText(inches, decimals, zeros), inches == 0.0, zeros);
+  return withFeet(feet, decimalText(inches, decimals, zeros), inches == 0.0, zeros, form);
 }
 
-// A number as whole part and reduced fraction, "3 1/2".
-std::string fractionText(double wholes, long numerator, long denominator) {
+// A number as whole part and reduced fraction, "3 1/2", typed "3-1/2".
+std::string fractionText(double wholes, long numerator, long denominator, UnitForm form) {
   const std::string whole = fixedText(wholes, 0);
   if (numerator == 0) return whole;
   while (numerator % 2 == 0) numerator /= 2, denominator /= 2;
   const std::string fraction = std::to_string(numerator) + "/" + std::to_string(denominator);
-  return wholes == 0.0 ? fraction : whole + " " + fraction;
+  return wholes == 0.0 ? fraction : whole + (form == UnitForm::typed ? "-" : " ") + fraction;
 }
 
 struct Fraction {
@@ -86,14 +88,14 @@ Fraction nearestFraction(double magnitude, int bits) {
   return {wholes, numerator, denominator};
 }
 
-std::string architecturalText(double magnitude, int bits, const ZeroRules& zeros) {
+std::string architecturalText(double magnitude, int bits, const ZeroRules& zeros, UnitForm form) {
   const Fraction parts = nearestFraction(magnitude, bits);
   const double feet = std::floor(parts.wholes / inchesPerFoot);
   const double inches = parts.wholes - feet * inchesPerFoot;
   const bool zeroInches = inches == 0.0 && parts.numerator == 0;
-  std::string text = fractionText(inches, parts.numerator, parts.denominator);
-  if (inches == 0.0 && !zeroInches && feet != 0.0) text = "0 " + text;
-  return withFeet(feet, text, zeroInches, zeros);
+  std::string text = fractionText(inches, parts.numerator, parts.denominator, form);
+  if (inches == 0.0 && !zeroInches && feet != 0.0 && form == UnitForm::shown) text = "0 " + text;
+  return withFeet(feet, text, zeroInches, zeros, form);
 }
 
 // ---- reading
@@ -195,7 +197,7 @@ std::string degreesMinutesSeconds(double degrees, int precision) {
   return text + fixedText(minutes, 0) + "'" + fixedText(seconds, secondDecimals) + "\"";
 }
 
-std::string surveyorText(double degrees, int precision) {
+std::string surveyorText(double degrees, int precision, UnitForm form) {
   const std::string inner = degreesMinutesSeconds(0.0, precision);
   const auto is = [&](double corner) {
     return degreesMinutesSeconds(std::abs(degrees - corner), precision) == inner;
@@ -206,7 +208,8 @@ std::string surveyorText(double degrees, int precision) {
   if (is(270.0)) return "S";
   const bool north = degrees < 180.0, east = degrees < 90.0 || degrees > 270.0;
   const double turn = std::abs((north ? 90.0 : 270.0) - degrees);
-  return (north ? "N " : "S ") + degreesMinutesSeconds(turn, precision) + (east ? " E" : " W");
+  const std::string gap = form == UnitForm::typed ? "" : " ";
+  return (north ? "N" : "S") + gap + degreesMinutesSeconds(turn, precision) + gap + (east ? "E" : "W");
 }
 
 }  // namespace
@@ -221,7 +224,8 @@ ZeroRules ZeroRules::ofDimzin(int dimzin) {
   return rules;
 }
 
-std::wstring lengthText(double value, LengthUnits units, int precision, const ZeroRules& zeros) {
+std::wstring lengthText(double value, LengthUnits units, int precision, const ZeroRules& zeros,
+                        UnitForm form) {
   const int decimals = std::clamp(precision, 0, mostDecimals);
   const double magnitude = std::abs(value);
   std::string text;
@@ -230,14 +234,14 @@ std::wstring lengthText(double value, LengthUnits units, int precision, const Ze
       text = scientificText(magnitude, decimals);
       break;
     case LengthUnits::engineering:
-      text = engineeringText(magnitude, decimals, zeros);
+      text = engineeringText(magnitude, decimals, zeros, form);
       break;
     case LengthUnits::architectural:
-      text = architecturalText(magnitude, decimals, zeros);
+      text = architecturalText(magnitude, decimals, zeros, form);
       break;
     case LengthUnits::fractional: {
       const Fraction parts = nearestFraction(magnitude, decimals);
-      text = fractionText(parts.wholes, parts.numerator, parts.denominator);
+      text = fractionText(parts.wholes, parts.numerator, parts.denominator, form);
       break;
     }
     case LengthUnits::decimal:
@@ -269,7 +273,7 @@ std::optional<double> parseLength(const std::wstring& text) {
   return negative ? -total : total;
 }
 
-std::wstring angleText(double radians, AngleUnits units, int precision, bool dropTrailing) {
+std::wstring angleText(double radians, AngleUnits units, int precision, bool dropTrailing, UnitForm form) {
   double turn = std::fmod(radians, 2 * pi);
   if (turn < 0.0) turn += 2 * pi;
   const int decimals = std::clamp(precision, 0, mostFractionBits);
@@ -279,7 +283,7 @@ std::wstring angleText(double radians, AngleUnits units, int precision, bool dro
     case AngleUnits::degreesMinutesSeconds:
       return fromUtf8(degreesMinutesSeconds(degreesValue, decimals));
     case AngleUnits::surveyor:
-      return fromUtf8(surveyorText(degreesValue, decimals));
+      return fromUtf8(surveyorText(degreesValue, decimals, form));
     case AngleUnits::degrees:
       text = fixedText(degreesValue, decimals);
       break;

@@ -15,6 +15,25 @@ Value::Value(std::wstring_view text) : type_(Type::text) {
   retain();
 }
 
+Value Value::lengthened(const Value& text, std::wstring_view end) {
+  text.text();  // so that no text is ever in more than two parts
+  Value made(end);
+  reinterpret_cast<Text*>(made.as_.counted)->begin = text;
+  return made;
+}
+
+void Value::join(const Text& text) {
+  auto& begin = *reinterpret_cast<Text*>(text.begin.as_.counted);
+  if (begin.references == 1) {
+    // Nobody else sees the beginning: it grows where it is.
+    begin.text += text.text;
+    text.text = std::move(begin.text);
+  } else {
+    text.text.insert(0, begin.text);
+  }
+  text.begin = Value();
+}
+
 Value::Value(Function* function) : type_(Type::function) {
   as_.counted = function;
   retain();
@@ -54,16 +73,15 @@ void Value::release() {
       break;
   }
   // Lists may be a hundred thousand deep in either direction, so what falls free is kept in a row
-  // instead of being freed from within.
-  // The row is never destroyed: values fall free until the very end of the program.
-  static thread_local auto& falling = *new std::vector<Cons*>;
+  // instead of being freed from within. The row needs no memory, of which there may be none left.
+  static thread_local Counted* falling = nullptr;
   static thread_local bool freeing = false;
-  falling.push_back(reinterpret_cast<Cons*>(as_.counted));
+  as_.counted->nextFalling = std::exchange(falling, as_.counted);
   if (freeing) return;
   freeing = true;
-  while (!falling.empty()) {
-    Cons* const next = falling.back();
-    falling.pop_back();
+  while (falling) {
+    auto* const next = reinterpret_cast<Cons*>(falling);
+    falling = falling->nextFalling;
     delete next;
   }
   freeing = false;

@@ -33,7 +33,11 @@ enum class Type : uint8_t {
 
 /// Base of all objects that values share. Counts are not atomic: one thread runs all LISP.
 struct Counted {
-  uint32_t references = 0;
+  union {
+    uint32_t references = 0;
+    /// Of a list that is being freed, which nothing counts any more.
+    Counted* nextFalling;
+  };
 };
 
 class Value {
@@ -88,6 +92,9 @@ class Value {
   const Cons& cons() const;
   Function* function() const;
   Opaque* opaque() const;
+  /// The text with `end` behind it. Costs the length of `end` alone, over a row of such steps of which only
+  /// the last one's result is kept.
+  static Value lengthened(const Value& text, std::wstring_view end);
   /// The same object, or the same plain value.
   bool same(const Value& other) const;
 
@@ -98,6 +105,7 @@ class Value {
   }
   /// Frees what the last reference held, without recursion along lists.
   void release();
+  static void join(const Text& text);
 
   union {
     int32_t integer;
@@ -113,8 +121,11 @@ struct Cons : Counted {
   Value car, cdr;
 };
 
+/// A text may still be in two parts, so that programs can make a long one piece by piece: then `text` is
+/// its end, and `begin` holds what stands before it.
 struct Text : Counted {
-  std::wstring text;
+  mutable std::wstring text;
+  mutable Value begin;
 };
 
 /// Something of the host's that LISP only hands around: selection sets, files. The last reference
@@ -126,7 +137,11 @@ struct Opaque : Counted {
   virtual std::wstring print() const = 0;
 };
 
-inline const std::wstring& Value::text() const { return reinterpret_cast<Text*>(as_.counted)->text; }
+inline const std::wstring& Value::text() const {
+  const Text& own = *reinterpret_cast<const Text*>(as_.counted);
+  if (!own.begin.isNil()) join(own);
+  return own.text;
+}
 inline const Cons& Value::cons() const { return *reinterpret_cast<Cons*>(as_.counted); }
 
 inline Value cons(Value car, Value cdr) {

@@ -55,7 +55,8 @@ class Dictionary : public AcRxDictionary {
 /// All descriptors; "ClassDictionary" of the registry only names them. Descriptors taken out of the
 /// registry are kept to the end, since objects of the class may still point at them.
 struct Classes {
-  std::vector<std::unique_ptr<AcRxClass>> all;
+  std::vector<std::unique_ptr<AcRxClass>> all, retired;
+  std::vector<AcRxClass*> notLinked;
   Dictionary byName;
   Dictionary registry;
   AcRxClass* object;
@@ -73,13 +74,25 @@ struct Classes {
   AcRxClass* add(const ACHAR* name, const ACHAR* parent, AcRxConstructor create = nullptr) {
     all.push_back(std::make_unique<AcRxClass>(name, parent ? parent : L"", create));
     byName.atPut(name, all.back().get());
+    notLinked.push_back(all.back().get());
     return all.back().get();
   }
 
-  void linkAll() {
+  /// Those that were not linked before.
+  std::vector<AcRxClass*> linkAll() {
     for (const auto& each : all) {
       AcRxClassAccess::link(*each, static_cast<AcRxClass*>(byName.at(each->parentName())));
     }
+    return std::exchange(notLinked, {});
+  }
+
+  void retire(AcRxClass& descriptor) {
+    byName.remove(descriptor.name());
+    std::erase(notLinked, &descriptor);
+    const auto found =
+        std::find_if(all.begin(), all.end(), [&](auto& each) { return each.get() == &descriptor; });
+    retired.push_back(std::move(*found));
+    all.erase(found);
   }
 };
 
@@ -89,7 +102,7 @@ Classes& classes() {
 }
 
 host::ClassObserver& observer() {
-  static host::ClassObserver instance{[] {}, [](AcRxClass&) {}};
+  static host::ClassObserver instance{[](std::span<AcRxClass* const>) {}, [](AcRxClass&) {}};
   return instance;
 }
 
@@ -137,15 +150,12 @@ AcRxClass* newBrxClass(const ACHAR* name, const ACHAR* parent, int dwgVersion, i
 void deleteAcRxClass(AcRxClass* descriptor) {
   if (descriptor && classes().byName.at(descriptor->name()) == descriptor) {
     observer().retiring(*descriptor);
-    classes().byName.remove(descriptor->name());
+    classes().retire(*descriptor);
     AcRxClassAccess::retire(*descriptor);
   }
 }
 
-void acrxBuildClassHierarchy() {
-  classes().linkAll();
-  observer().linked();
-}
+void acrxBuildClassHierarchy() { observer().linked(classes().linkAll()); }
 
 void acrx_abort(const ACHAR* format, ...) {
   wchar_t text[1024];

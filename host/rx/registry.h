@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string_view>
 
 #include "brx/rx_object.h"
@@ -13,8 +14,8 @@ AcRxClass* findClassByDxfName(std::wstring_view dxfName);
 
 /// Told of classes that come and go, so that objects of drawings can follow.
 struct ClassObserver {
-  /// Classes were registered and linked since the last time.
-  void (*linked)();
+  /// These were registered since the last time, and are linked now.
+  void (*linked)(std::span<AcRxClass* const> added);
   /// The class is about to leave the registry, and its code the process.
   void (*retiring)(AcRxClass& descriptor);
 };

@@ -3,6 +3,7 @@
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/rx/modules.h"
+#include "host/script/dialog_values.h"
 #include "host/script/queues.h"
 #include "platform/com/call_trace.h"
 #include "platform/desktop/scripted.h"
@@ -215,6 +216,20 @@ Value queueFile(const Call& call) {
   return {};
 }
 
+Value queueDialog(const Call& call) {
+  platform::FormScript script;
+  for (const Value& each : call.args) script.push_back(readAction(call, each));
+  scripted(call).queueDialog(std::move(script));
+  return {};
+}
+
+Value queueStop(const Call& call) {
+  scripted(call).queueStop();
+  return {};
+}
+
+Value takeDialogLog(const Call& call) { return toLisp(call, scripted(call).takeDialogLog()); }
+
 struct Row {
   const wchar_t* name;
   lisp::Native native;
@@ -234,6 +249,9 @@ constexpr Row rows[] = {
     {L"host-answer", queueAnswers, 0, lisp::anyCount},
     {L"host-boxes", takeBoxes, 0, 0},
     {L"host-file", queueFile, 1, 1},
+    {L"host-dialog", queueDialog, 0, lisp::anyCount},
+    {L"host-dialog-log", takeDialogLog, 0, 0},
+    {L"host-stop", queueStop, 0, 0},
     {L"host-prompts", takePrompts, 0, 0},
     {L"host-main-window", mainWindow, 0, 0},
     {L"host-timers", runTimers, 1, 1},

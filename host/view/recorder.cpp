@@ -2,13 +2,14 @@
 
 #include "brx/db_dictionary.h"
 #include "host/database/header_variables.h"
+#include "host/database/nested_visits.h"
 #include "host/text/single_line.h"
 #include "host/view/traits.h"
 
 namespace host::view {
 namespace {
 
-/// Files may nest blocks so that their contents multiply without end; no real drawing shows as much.
+/// For entities that draw without end; what blocks hold has a bound of its own.
 constexpr size_t mostItems = 20'000'000, mostObjects = 50'000'000;
 constexpr double turn = 6.283185307179586477;
 
@@ -242,6 +243,7 @@ AcDbObjectIdArray orderOf(AcDbObjectId block) {
 }  // namespace
 
 DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation) {
+  const NestedOperation operation;
   Recorder recorder(drawing, {deviation});
   for (const AcDbObjectId& id : orderOf(block.isNull() ? drawing.modelSpaceId() : block)) {
     AcDbObjectPointer<AcDbEntity> entity(id);

@@ -4,11 +4,18 @@
 #include <unistd.h>
 #include <zip.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
 #include <filesystem>
+#include <optional>
 
+#include "platform/archive/entries.h"
 #include "platform/archive/extraction.h"
 #include "platform/files/native_path.h"
 #include "platform/files/whole_file.h"
+#include "platform/text/utf.h"
+#include "platform/text/xml_text.h"
 
 namespace platform {
 
@@ -26,9 +33,10 @@ bool writeEmptyArchive(const std::string& path) {
   return file.commit();
 }
 
+/// The full path without the root and without steps upward.
 std::string withoutRoot(const std::string& path) {
-  const size_t first = path.find_first_not_of('/');
-  return first == std::string::npos ? "" : path.substr(first);
+  std::error_code problem;
+  return std::filesystem::absolute(path, problem).lexically_normal().relative_path().native();
 }
 
 }  // namespace
@@ -37,6 +45,8 @@ struct ArchiveWriter::State {
   zip_t* archive = nullptr;
   std::string path;
   std::string lastError;
+  EntryNames names;
+  bool mendsNames = false;
 
   ~State() { drop(); }
   void drop() {
@@ -51,6 +61,7 @@ struct ArchiveWriter::State {
 
   bool openWith(const std::string& file, int flags) {
     drop();
+    names.clear();
     path = file;
     int code = 0;
     archive = zip_open(file.c_str(), flags, &code);
@@ -62,11 +73,13 @@ struct ArchiveWriter::State {
     return false;
   }
 
-  bool appendFile(const std::string& file, const std::string& name) {
+  bool appendFile(const std::string& file, std::string name) {
     struct stat info;
     // The library reads the file only when the archive is written; by then nobody could be told.
     if (stat(file.c_str(), &info) != 0 || !S_ISREG(info.st_mode) || access(file.c_str(), R_OK) != 0)
       return failed(file, "is no readable file");
+    if (mendsNames) name = names.mended(name);
+    if (const std::string reason = names.add(name, false); !reason.empty()) return failed(file, reason);
     zip_source_t* const source = zip_source_file(archive, file.c_str(), 0, -1);
     if (!source) return failed(file, zip_strerror(archive));
     const zip_int64_t index = zip_file_add(archive, name.c_str(), source, ZIP_FL_ENC_UTF_8);
@@ -78,18 +91,22 @@ struct ArchiveWriter::State {
            0;
   }
 
+  bool appendFolderEntry(const std::string& folder) {
+    std::string name = withoutRoot(folder);
+    if (mendsNames) std::replace(name.begin(), name.end(), ':', '_');
+    if (const std::string reason = names.add(name, true); !reason.empty()) return failed(folder, reason);
+    return zip_dir_add(archive, name.c_str(), ZIP_FL_ENC_UTF_8) >= 0 || failed(folder, zip_strerror(archive));
+  }
+
   bool appendFolder(const std::string& folder) {
-    if (zip_dir_add(archive, withoutRoot(folder).c_str(), ZIP_FL_ENC_UTF_8) < 0)
-      return failed(folder, zip_strerror(archive));
+    if (!appendFolderEntry(folder)) return false;
     std::error_code problem;
     std::filesystem::recursive_directory_iterator entry(folder, problem);
     for (; !problem && entry != std::filesystem::recursive_directory_iterator(); entry.increment(problem)) {
       const std::string path = entry->path().native();
       std::error_code ignored;
-      const bool isFolder = entry->is_directory(ignored);
-      const bool added = isFolder ? zip_dir_add(archive, withoutRoot(path).c_str(), ZIP_FL_ENC_UTF_8) >= 0
-                                  : appendFile(path, withoutRoot(path));
-      if (!added) return failed(path, isFolder ? zip_strerror(archive) : "can't be added");
+      if (!(entry->is_directory(ignored) ? appendFolderEntry(path) : appendFile(path, withoutRoot(path))))
+        return false;
     }
     return !problem || failed(folder, problem.message());
   }
@@ -98,13 +115,15 @@ struct ArchiveWriter::State {
 ArchiveWriter::ArchiveWriter() : state_(std::make_unique<State>()) {}
 ArchiveWriter::~ArchiveWriter() = default;
 
+void ArchiveWriter::setMendNames(bool mend) { state_->mendsNames = mend; }
+
 bool ArchiveWriter::create(const std::wstring& path) {
   const std::string file = nativePath(path);
-  struct stat info;
-  const std::string folder = splitPath(file).folder;
-  if (stat(folder.c_str(), &info) != 0 || access(folder.c_str(), W_OK) != 0)
+  const std::optional<std::string> place = replaceableFile(file);
+  if (!place) return state_->failed(file, std::strerror(errno));
+  if (access(splitPath(*place).folder.c_str(), W_OK) != 0)
     return state_->failed(file, "the folder can't be written");
-  return state_->openWith(file, ZIP_CREATE | ZIP_TRUNCATE);
+  return state_->openWith(*place, ZIP_CREATE | ZIP_TRUNCATE);
 }
 
 bool ArchiveWriter::append(const std::wstring& path, bool keepPath) {
@@ -139,14 +158,14 @@ bool ArchiveWriter::extractAll(const std::wstring& folder, const ExtractLimits& 
   return state_->failed(state_->path, reason);
 }
 
+const std::string& ArchiveWriter::lastError() const { return state_->lastError; }
+
 void ArchiveWriter::close() { state_->drop(); }
 
 bool ArchiveWriter::saveLastError(const std::wstring& file) const {
   WholeFile report(nativePath(file));
-  std::string text = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<error>";
-  for (const char c : state_->lastError)
-    text += c == '<' ? "&lt;" : c == '>' ? "&gt;" : c == '&' ? "&amp;" : std::string(1, c);
-  report.write(text + "</error>\n");
+  report.write("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<error>" + xmlText(state_->lastError) +
+               "</error>\n");
   return report.commit();
 }
 

@@ -22,9 +22,13 @@ class ArchiveWriter {
   ArchiveWriter(const ArchiveWriter&) = delete;
   ArchiveWriter& operator=(const ArchiveWriter&) = delete;
 
+  /// Names that would be refused are mended instead: one that is there already gets a number, "plan (2).dwg",
+  /// and a colon becomes "_". To be set before the archive is created.
+  void setMendNames(bool mend);
   bool create(const std::wstring& path);
   /// With `keepPath`, a file or a folder with all that is in it, under its own path without the root;
-  /// otherwise a file under its bare name. A name that the archive has already is refused.
+  /// otherwise a file under its bare name. A name that couldn't be extracted again is refused: one that the
+  /// archive has already, without regard to case, or with a colon in it.
   bool append(const std::wstring& path, bool keepPath);
   /// An archive without entries is written, too.
   bool writeAndClose();
@@ -36,6 +40,8 @@ class ArchiveWriter {
 
   /// Drops what was not written.
   void close();
+  /// "place: reason", "" before the first failure.
+  const std::string& lastError() const;
   bool saveLastError(const std::wstring& file) const;
 
  private:

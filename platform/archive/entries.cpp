@@ -2,7 +2,7 @@
 
 #include <sys/stat.h>
 
-#include <set>
+#include <algorithm>
 
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"
@@ -12,6 +12,7 @@ namespace platform {
 namespace {
 
 constexpr size_t longestPart = 255;
+constexpr const char* unsafeName = ": the name leads out of the folder or can't be one of a file";
 
 /// The upper half of the attributes is the file's mode where the archive was made on such a system.
 bool isPlainFileOrFolder(zip_t* archive, zip_uint64_t index) {
@@ -32,13 +33,14 @@ std::optional<ArchiveEntry> checkedEntry(zip_t* archive, zip_uint64_t index, std
   const std::optional<std::string> path = safeEntryPath(info.name);
   const char last = info.name[0] ? std::string_view(info.name).back() : '\0';
   if (!path) {
-    reason = std::string(info.name) + ": the name leads out of the folder";
+    reason = std::string(info.name) + unsafeName;
   } else if (info.encryption_method != ZIP_EM_NONE) {
     reason = std::string(info.name) + ": encrypted";
   } else if (!isPlainFileOrFolder(archive, index)) {
     reason = std::string(info.name) + ": a link or special file";
   } else {
-    return ArchiveEntry{index, *path, last == '/' || last == '\\', info.size};
+    return ArchiveEntry{index, *path, last == '/' || last == '\\', info.size,
+                        (info.valid & ZIP_STAT_MTIME) != 0 ? info.mtime : std::time(nullptr)};
   }
   return std::nullopt;
 }
@@ -62,6 +64,23 @@ std::optional<std::string> safeEntryPath(std::string_view name) {
   return path.empty() ? std::nullopt : std::optional(path);
 }
 
+std::string EntryNames::add(std::string_view name, bool isFolder) {
+  const std::optional<std::string> path = safeEntryPath(name);
+  if (!path) return std::string(name) + unsafeName;
+  if (isFolder || files_.insert(upperCased(fromUtf8(*path))).second) return {};
+  return *path + ": stands there twice";
+}
+
+std::string EntryNames::mended(std::string name) const {
+  std::replace(name.begin(), name.end(), ':', '_');
+  const size_t bare = name.rfind('/') + 1, point = name.rfind('.');  // npos + 1 is 0
+  const size_t stem = point == std::string::npos || point <= bare ? name.size() : point;
+  std::string distinct = name;
+  for (int number = 2; files_.contains(upperCased(fromUtf8(distinct))); ++number)
+    distinct = name.substr(0, stem) + " (" + std::to_string(number) + ")" + name.substr(stem);
+  return distinct;
+}
+
 std::optional<std::vector<ArchiveEntry>> checkedEntries(zip_t* archive, const ExtractLimits& limits,
                                                         std::string& reason) {
   const auto count = static_cast<zip_uint64_t>(std::max<zip_int64_t>(zip_get_num_entries(archive, 0), 0));
@@ -70,7 +89,7 @@ std::optional<std::vector<ArchiveEntry>> checkedEntries(zip_t* archive, const Ex
     return std::nullopt;
   }
   std::vector<ArchiveEntry> entries;
-  std::set<std::wstring> files;
+  EntryNames names;
   uint64_t left = limits.bytes;
   for (zip_uint64_t index = 0; index < count; ++index) {
     std::optional<ArchiveEntry> entry = checkedEntry(archive, index, reason);
@@ -80,11 +99,8 @@ std::optional<std::vector<ArchiveEntry>> checkedEntries(zip_t* archive, const Ex
       return std::nullopt;
     }
     left -= entry->size;
-    // Names that differ in case only are one file on other systems.
-    if (!entry->isFolder && !files.insert(upperCased(fromUtf8(entry->path))).second) {
-      reason = entry->path + ": stands there twice";
-      return std::nullopt;
-    }
+    reason = names.add(entry->path, entry->isFolder);
+    if (!reason.empty()) return std::nullopt;
     entries.push_back(std::move(*entry));
   }
   return entries;

@@ -1,6 +1,7 @@
 #include "platform/archive/extraction.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <array>
@@ -12,31 +13,13 @@
 #include <vector>
 
 #include "platform/archive/entries.h"
+#include "platform/files/private_folder.h"
 
 namespace platform {
 
 namespace {
 
 namespace fs = std::filesystem;
-
-/// A folder that goes with all that it holds.
-class Staging {
- public:
-  explicit Staging(const std::string& folder) : path_(folder + "/.zarbo-XXXXXX") {
-    if (!mkdtemp(path_.data())) path_.clear();
-  }
-  ~Staging() {
-    std::error_code ignored;
-    if (good()) fs::remove_all(path_, ignored);
-  }
-  Staging(const Staging&) = delete;
-  Staging& operator=(const Staging&) = delete;
-  bool good() const { return !path_.empty(); }
-  const std::string& path() const { return path_; }
-
- private:
-  std::string path_;
-};
 
 struct ClosedDescriptor {
   int number;
@@ -72,7 +55,9 @@ bool extractFile(zip_t* archive, const ArchiveEntry& entry, const std::string& p
   if (!source) return false;
   const ClosedDescriptor target{
       open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, 0666)};
-  return target.number >= 0 && unpack(source.get(), target.number, entry.size) && fsync(target.number) == 0;
+  const timespec times[] = {{entry.modified, 0}, {entry.modified, 0}};
+  return target.number >= 0 && unpack(source.get(), target.number, entry.size) &&
+         futimens(target.number, times) == 0 && fsync(target.number) == 0;
 }
 
 bool extractEntry(zip_t* archive, const ArchiveEntry& entry, const std::string& staging) {
@@ -83,13 +68,15 @@ bool extractEntry(zip_t* archive, const ArchiveEntry& entry, const std::string& 
   return entry.isFolder || extractFile(archive, entry, path.native());
 }
 
-// What stands in the way at the target: nothing, or a file where a file comes and a real folder, not a
-// link to one, where a folder comes.
+// What may stand at the target: nothing, a file that may be written where a file comes, and a real folder,
+// not a link to one, where a folder comes.
 bool fits(const fs::path& target, bool isFolder) {
   std::error_code problem;
-  const fs::file_type type = fs::symlink_status(target, problem).type();
-  return type == fs::file_type::not_found ||
-         type == (isFolder ? fs::file_type::directory : fs::file_type::regular);
+  const fs::file_status status = fs::symlink_status(target, problem);
+  if (status.type() == fs::file_type::not_found) return true;
+  if (isFolder) return status.type() == fs::file_type::directory;
+  constexpr auto writers = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  return status.type() == fs::file_type::regular && (status.permissions() & writers) != fs::perms::none;
 }
 
 bool moveIntoPlace(const fs::path& staging, const fs::path& folder) {
@@ -128,7 +115,7 @@ bool extractArchive(zip_t* archive, const std::string& folder, const ExtractLimi
   if (problem) return failed(folder + ": " + problem.message());
   std::string broken;
   {
-    const Staging staging(folder);
+    const PrivateFolder staging(folder);
     if (!staging.good()) {
       broken = folder + ": can't be written";
     } else {

@@ -13,6 +13,7 @@
 namespace {
 
 constexpr double moneyScale = 10'000;
+constexpr double beyondInteger = 0x1p63;
 
 // Any value on the way from one type to another.
 struct Value {
@@ -113,7 +114,7 @@ HRESULT toInteger(const Value& value, int64_t least, int64_t most, int64_t& inte
     const HRESULT result = toReal(value, real);
     if (FAILED(result)) return result;
     const double rounded = std::nearbyint(real);
-    if (!(rounded >= -9.2e18 && rounded <= 9.2e18)) return DISP_E_OVERFLOW;
+    if (!(std::fabs(rounded) < beyondInteger)) return DISP_E_OVERFLOW;
     integer = static_cast<int64_t>(rounded);
   }
   return integer < least || integer > most ? DISP_E_OVERFLOW : S_OK;
@@ -198,8 +199,9 @@ HRESULT toMoney(const Value& value, CY& money) {
   double real;
   const HRESULT result = toReal(value, real);
   if (FAILED(result)) return result;
-  const double scaled = std::nearbyint(real * moneyScale);
-  if (!(scaled >= -9.2e18 && scaled <= 9.2e18)) return DISP_E_OVERFLOW;
+  // A double has too few digits for the greatest amounts.
+  const long double scaled = std::nearbyint(static_cast<long double>(real) * moneyScale);
+  if (!(std::fabs(scaled) < beyondInteger)) return DISP_E_OVERFLOW;
   money.int64 = static_cast<int64_t>(scaled);
   return S_OK;
 }

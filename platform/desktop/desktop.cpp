@@ -121,8 +121,12 @@ void setDesktop(std::unique_ptr<Desktop> next) { current() = std::move(next); }
 std::optional<std::wstring> computerName() {
   std::array<char, 256> name{};
   if (gethostname(name.data(), name.size() - 1) != 0) return std::nullopt;
-  const std::string text = name.data();
-  return fromUtf8(text.substr(0, text.find('.')));
+  return computerNameOfHost(fromUtf8(name.data()));
+}
+
+std::wstring computerNameOfHost(std::wstring_view hostName) {
+  constexpr size_t longest = 15;
+  return std::wstring(hostName.substr(0, std::min(hostName.find(L'.'), longest)));
 }
 
 }  // namespace platform

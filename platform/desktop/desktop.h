@@ -56,6 +56,8 @@ struct FileChoice {
 /// Results of opening a document; those above 32 are success.
 enum OpenResult : int { fileNotFound = 2, noAssociation = 31, opened = 33 };
 
+class Form;
+
 /// One desktop. Nothing that comes here goes to a command shell.
 class Desktop {
  public:
@@ -68,6 +70,12 @@ class Desktop {
   virtual std::optional<std::wstring> chooseFile(const FileChoice& choice) = 0;
   virtual std::optional<std::wstring> chooseFolder(const std::wstring& title,
                                                    const std::wstring& initial) = 0;
+  /// Shows the form until it is closed: 1, or 2 when it was cancelled. A negative result means that it
+  /// couldn't be shown. What a handler throws comes out here, with the window closed.
+  virtual int runDialog(Form& form) = 0;
+  /// Lets windows live while work keeps the person waiting; true, once, when Escape was pressed to stop it.
+  /// What else the person does meanwhile is lost.
+  virtual bool takeStop() { return false; }
   /// In pixels.
   virtual std::pair<int, int> screenSize() = 0;
   /// Called when title, enabled state or progress have changed.
@@ -96,6 +104,7 @@ class Desktop {
   /// Calls `tick` each `interval` from `runTimers`; the number is never 0.
   unsigned startTimer(std::chrono::milliseconds interval, std::function<void()> tick);
   void stopTimer(unsigned timer);
+  bool hasTimers() const { return !timers_.empty(); }
   /// Lets due timers tick, once each; the host calls it while it waits for input.
   void runTimers(std::chrono::steady_clock::time_point now = std::chrono::steady_clock::now());
 
@@ -116,7 +125,9 @@ class Desktop {
 Desktop& desktop();
 void setDesktop(std::unique_ptr<Desktop> next);
 
-/// Of the machine, for people; nothing when it can't be told.
+/// Of the machine, for people: the first part of its name in the network, of which other machines see at most
+/// 15 characters. Nothing when it can't be told.
 std::optional<std::wstring> computerName();
+std::wstring computerNameOfHost(std::wstring_view hostName);
 
 }  // namespace platform

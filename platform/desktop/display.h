@@ -17,6 +17,8 @@ class DisplayDesktop : public Desktop {
   void beep(int kind) override;
   std::optional<std::wstring> chooseFile(const FileChoice& choice) override;
   std::optional<std::wstring> chooseFolder(const std::wstring& title, const std::wstring& initial) override;
+  int runDialog(Form& form) override;
+  bool takeStop() override { return present().takeStop(); }
   std::pair<int, int> screenSize() override;
   void mainWindowChanged() override;
   bool showInFolder(const std::wstring& folder, const std::vector<std::wstring>& files) override;

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "platform/desktop/terminal.h"
+#include "platform/desktop/toolkit.h"
 #include "platform/text/utf.h"
 
 namespace platform {
@@ -63,6 +65,19 @@ std::optional<std::wstring> ScriptedDesktop::chooseFolder(const std::wstring& ti
                                                           const std::wstring& initial) {
   std::optional<std::wstring> path;
   return takeFile(title, path) ? path : beneath_->chooseFolder(title, initial);
+}
+
+int ScriptedDesktop::runDialog(Form& form) {
+  if (dialogs_.empty()) return beneath_ ? beneath_->runDialog(form) : cancelForWantOfWindow(form);
+  const FormScript script = std::move(dialogs_.front());
+  dialogs_.pop_front();
+  return widgets_ ? playOnWidgets(form, script, dialogLog_)
+                  : playOnForm(form, script, drawWithWidgets, dialogLog_);
+}
+
+bool ScriptedDesktop::takeStop() {
+  const bool below = beneath_ && beneath_->takeStop();
+  return std::exchange(stop_, false) || below;
 }
 
 std::pair<int, int> ScriptedDesktop::screenSize() { return beneath_ ? beneath_->screenSize() : usualScreen; }

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "platform/desktop/file_choice.h"
+#include "platform/desktop/form.h"
 #include "platform/files/files.h"
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"
@@ -86,6 +87,15 @@ void TerminalDesktop::mainWindowChanged() {
     const std::wstring rest(std::max(former.size(), progress_.size()) - progress_.size(), L' ');
     std::cerr << '\r' << toUtf8(progress_ + rest) << std::flush;
   }
+}
+
+int TerminalDesktop::runDialog(Form& form) { return cancelForWantOfWindow(form); }
+
+int cancelForWantOfWindow(Form& form) {
+  std::cerr << "dialog needs a window or answers, cancelled: " << toUtf8(form.title()) << '\n';
+  form.open();
+  form.close(cancelButton);
+  return form.result();
 }
 
 std::pair<int, int> TerminalDesktop::screenSize() { return {1920, 1080}; }

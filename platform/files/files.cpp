@@ -45,12 +45,10 @@ bool copyContents(int source, WholeFile& target) {
 }
 
 bool copyNative(const std::string& source, const std::string& target) {
-  const Descriptor from{open(source.c_str(), O_RDONLY | O_CLOEXEC)};
+  const Descriptor from{openPlainFile(source)};
   struct stat info, present;
-  if (from.number < 0 || fstat(from.number, &info) != 0 || !S_ISREG(info.st_mode)) return false;
-  if (stat(target.c_str(), &present) == 0 &&
-      (!S_ISREG(present.st_mode) || hasNoWriter(present.st_mode) || sameFile(info, present)))
-    return false;
+  if (from.number < 0 || fstat(from.number, &info) != 0) return false;
+  if (stat(target.c_str(), &present) == 0 && sameFile(info, present)) return false;
   WholeFile copy(target);
   if (!copy.good() || !copyContents(from.number, copy)) return false;
   copy.setMode(info.st_mode & 07777);
@@ -102,9 +100,9 @@ bool fileExists(const std::wstring& path) {
 }
 
 std::optional<std::chrono::system_clock::time_point> modificationTime(const std::wstring& path) {
-  const Descriptor file{open(nativePath(path).c_str(), O_RDONLY | O_CLOEXEC)};
+  const Descriptor file{openPlainFile(nativePath(path))};
   struct stat info;
-  if (file.number < 0 || fstat(file.number, &info) != 0 || !S_ISREG(info.st_mode)) return std::nullopt;
+  if (file.number < 0 || fstat(file.number, &info) != 0) return std::nullopt;
   return std::chrono::system_clock::time_point(
       std::chrono::seconds(info.st_mtim.tv_sec) +
       std::chrono::duration_cast<std::chrono::system_clock::duration>(

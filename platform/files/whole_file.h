@@ -8,12 +8,18 @@
 
 namespace platform {
 
-/// A file that appears under its name only when it is complete: it grows beside the target under a
-/// hidden name, and `commit` brings it to the disk and renames it. Without `commit`, nothing is left; what
-/// processes that were killed have left in the folder goes when the next file begins to grow there.
+/// Where a file that is made under this name goes: a link is written through. Nothing, with `errno` told,
+/// when something stands there that must not be replaced: a read-only file, a folder, a device, a pipe, or a
+/// link that leads nowhere.
+std::optional<std::string> replaceableFile(const std::string& path);
+
+/// A file that appears under its name only when it is complete: it grows in the target's folder without a
+/// name (where the file system can't do that, under a hidden one), and `commit` brings it to the disk and
+/// names it. Without `commit`, nothing is left, also when the process is killed; a hidden name that was left
+/// goes when the next file begins to grow in the folder.
 class WholeFile {
  public:
-  /// UTF-8. A target that is a link is written through.
+  /// UTF-8. The target must be a `replaceableFile`.
   explicit WholeFile(const std::string& target);
   ~WholeFile();
   WholeFile(const WholeFile&) = delete;
@@ -22,7 +28,6 @@ class WholeFile {
   /// False after any failure; then `write` and `commit` do nothing and answer false.
   bool good() const { return descriptor_ >= 0; }
   int descriptor() const { return descriptor_; }
-  const std::string& temporaryName() const { return temporary_; }
   bool write(std::string_view bytes);
   /// Permission bits of the finished file; without it, those of the file that is replaced, or the
   /// usual ones of a new file.
@@ -30,16 +35,21 @@ class WholeFile {
   bool commit();
 
  private:
+  bool giveName();
   void abandon();
 
   std::string target_;
-  std::string temporary_;
+  std::string temporary_;  ///< the name that the file has; empty while it has none
   int descriptor_ = -1;
-  mode_t mode_;
+  mode_t mode_ = 0;
 };
 
-/// All bytes of a file; nothing when it can't be read to its end, or is a folder.
+/// All bytes of a plain file; nothing when it can't be read to its end.
 std::optional<std::string> readWhole(const std::string& path);
+
+/// Opens a plain file for reading, its descriptor the caller's; -1 otherwise. A pipe, on which opening would
+/// wait for a writer, is refused at once.
+int openPlainFile(const std::string& path);
 
 /// Brings the names in a folder to the disk.
 void syncFolder(const std::string& folder);

@@ -1,7 +1,9 @@
 // The program at a terminal, typed at as a person does.
 #include <gtest/gtest.h>
+#include <netinet/in.h>
 #include <poll.h>
 #include <pty.h>
+#include <sys/socket.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -14,13 +16,14 @@ namespace {
 
 class Terminal {
  public:
-  Terminal() {
+  /// Null for the usual module.
+  explicit Terminal(const char* option = "--no-module", const char* value = nullptr) {
     std::string pattern = (std::filesystem::temp_directory_path() / "zarbo-terminal-XXXXXX").string();
     settings_ = mkdtemp(pattern.data());
     child_ = forkpty(&end_, nullptr, nullptr, nullptr);
     if (child_ == 0) {
       setenv("TERM", "dumb", 1);
-      execl(ZARBO_HOST, "zarbo-host", "--no-module", "--settings", settings_.c_str(), nullptr);
+      execl(ZARBO_HOST, "zarbo-host", "--settings", settings_.c_str(), option, value, nullptr);
       _exit(127);
     }
   }
@@ -103,6 +106,27 @@ TEST(Terminal, InterruptEscapeAndEndOfInputCancel) {
   ASSERT_TRUE(terminal.shows("3"));
 }
 
+TEST(Terminal, InterruptEndsADownload) {
+  // A server that never answers.
+  const int listener = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
+  sockaddr_in address{};
+  socklen_t size = sizeof address;
+  address.sin_family = AF_INET;
+  address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  ASSERT_EQ(bind(listener, reinterpret_cast<sockaddr*>(&address), size), 0);
+  ASSERT_EQ(listen(listener, 1), 0);
+  getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size);
+  Terminal terminal(nullptr);
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(list (DownloadFile \"http://127.0.0.1:" + std::to_string(ntohs(address.sin_port)) +
+                 "/\" (strcat (GetTempPath) \"never\")) (strcat \"and \" \"on\"))");
+  const int asked = accept(listener, nullptr, nullptr);
+  terminal.type("\x03");
+  ASSERT_TRUE(terminal.shows("(nil \"and on\")"));
+  close(asked);
+  close(listener);
+}
+
 TEST(Terminal, RunsTypedCommandsAndThoseThatLispLeftOpen) {
   Terminal terminal;
   ASSERT_TRUE(terminal.shows("Command: "));
@@ -132,6 +156,46 @@ TEST(Terminal, RunsTypedCommandsAndThoseThatLispLeftOpen) {
   ASSERT_TRUE(terminal.shows("Window]: "));
   terminal.type("\x03");
   ASSERT_TRUE(terminal.shows("*Cancel*"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+}
+
+TEST(Terminal, TimersTickWhileThePromptsWait) {
+  Terminal terminal("--module", ZARBO_TIMER_MODULE);
+  ASSERT_TRUE(terminal.shows("Command: "));
+  ASSERT_TRUE(terminal.shows("tick 5."));
+  terminal.enter("(getstring (strcat \"Name\" \": \"))");
+  ASSERT_TRUE(terminal.shows("Name: "));
+  ASSERT_TRUE(terminal.shows("tick 12."));
+  terminal.enter("some");
+  ASSERT_TRUE(terminal.shows("\"some\""));
+}
+
+TEST(Terminal, CompletesByTabAndHelps) {
+  Terminal terminal;
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(defun c:mark-it () \"marked\")");
+  ASSERT_TRUE(terminal.shows("C:MARK-IT"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("mark\t");
+  ASSERT_TRUE(terminal.shows("\"marked\""));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(strca\t \"x\" \"yz\")");
+  ASSERT_TRUE(terminal.shows("\"xyz\""));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(getvar \"cmdec\t\")");
+  ASSERT_TRUE(terminal.shows("\n1"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(vl-file-directory-p \"/us\t\")");
+  ASSERT_TRUE(terminal.shows("T\r\n"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(help \"substr\")");
+  ASSERT_TRUE(terminal.shows("SUBSTR: function, 2 to 3 arguments"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("(help \"mark\")");
+  ASSERT_TRUE(terminal.shows("C:MARK-IT"));
+  ASSERT_TRUE(terminal.shows("Command: "));
+  terminal.enter("help");
+  ASSERT_TRUE(terminal.shows("Commands ("));
   ASSERT_TRUE(terminal.shows("Command: "));
 }
 

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QFileDialog>
+#include <QKeyEvent>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMessageBox>
@@ -202,6 +203,24 @@ TEST(QtKeys, GoToTheFocusedControl) {
   EXPECT_EQ(desktop.sendKeyPress(7), 0) << "no such key";
   QCoreApplication::processEvents();
   EXPECT_EQ(edit.text(), "7");
+}
+
+TEST(QtStop, NotesEscapeAndKeepsTheRestFromTheWindows) {
+  QtDesktop desktop;
+  QLineEdit edit;
+  edit.show();
+  const auto press = [&](int key, const QString& text) {
+    QCoreApplication::postEvent(&edit, new QKeyEvent(QEvent::KeyPress, key, Qt::NoModifier, text));
+  };
+  press(Qt::Key_X, "x");
+  EXPECT_FALSE(desktop.takeStop());
+  press(Qt::Key_Escape, {});
+  EXPECT_TRUE(desktop.takeStop());
+  EXPECT_FALSE(desktop.takeStop());
+  EXPECT_EQ(edit.text(), "");
+  press(Qt::Key_Y, "y");
+  QCoreApplication::processEvents();
+  EXPECT_EQ(edit.text(), "y") << "and only as long as work goes on";
 }
 
 }  // namespace

@@ -217,6 +217,50 @@ TEST(Curves, FailOutsideTheirRangeAndForgiveRounding) {
   }
 }
 
+TEST(Curves, RefuseWhatIsOutOfRange) {
+  const AcDbDatabase drawing;
+  const AcDbLine line({1, 2, 0}, {5, 5, 0});
+  const AcDbArc arc({0, 0, 0}, 2, 3 * quarter, 5 * quarter);
+  const AcDbCircle circle({0, 0, 0}, {0, 0, 1}, 2);
+  const AcDbEllipse ellipse({0, 0, 0}, {0, 0, 1}, {3, 0, 0}, 0.5, 0, 2 * quarter);
+  AcDbPolyline bent;
+  bent.addVertexAt(0, {0, 0}), bent.addVertexAt(1, {4, 0}, 1), bent.addVertexAt(2, {4, 4});
+  AcDbSpline wave;
+  AcGeDoubleArray knots;
+  for (const double k : {0, 0, 0, 0, 1, 1, 1, 1}) knots.append(k);
+  AcGePoint3dArray frame;
+  for (const AcGePoint3d& each : {AcGePoint3d{-3, -4, 0}, {-1, 6, 0}, {1, -6, 0}, {3, 4, 0}})
+    frame.append(each);
+  wave.setNurbsData(3, knots, frame, AcGeDoubleArray());
+  const AcDbCurve* const curves[] = {&line, &arc, &circle, &ellipse, &bent, &wave};
+  for (const AcDbCurve* curve : curves) {
+    SCOPED_TRACE(curve - curves[0]);
+    const double length = lengthOf(*curve);
+    double first = 0, last = 0, number = 0;
+    AcGePoint3d start, end, point;
+    AcGeVector3d along;
+    curve->getStartParam(first), curve->getEndParam(last), curve->getStartPoint(start),
+        curve->getEndPoint(end);
+    for (const double beyond : {first - 0.01, last + 0.01}) {
+      EXPECT_NE(curve->getPointAtParam(beyond, point), Acad::eOk);
+      EXPECT_NE(curve->getDistAtParam(beyond, number), Acad::eOk);
+      EXPECT_NE(curve->getFirstDeriv(beyond, along), Acad::eOk);
+    }
+    for (const double beyond : {-0.01, length + 0.01}) {
+      EXPECT_NE(curve->getPointAtDist(beyond, point), Acad::eOk);
+      EXPECT_NE(curve->getParamAtDist(beyond, number), Acad::eOk);
+    }
+    EXPECT_NE(curve->getDistAtPoint(start + AcGeVector3d{0, 0, 0.01}, number), Acad::eOk);
+    // What was calculated on the curve is on it.
+    for (const double place : {0.0, 0.3 * length, length * (1 + 1e-15), -1e-14}) {
+      ASSERT_EQ(curve->getPointAtDist(place, point), Acad::eOk) << place;
+      ASSERT_EQ(curve->getDistAtPoint(point, number), Acad::eOk) << place;
+      const double gap = std::abs(number - place);
+      EXPECT_NEAR(start.isEqualTo(end) ? std::min(gap, length - gap) : gap, 0, 1e-6) << place;
+    }
+  }
+}
+
 TEST(Curves, AnswerAsSeenFromAbove) {
   const AcDbDatabase drawing;
   const AcDbLine steep({0, 0, 0}, {10, 0, 100});

@@ -97,6 +97,34 @@ class TestEngine {
     engine_->ModifyTable(Bstr(table).get(), definition(entries), &ok);
     return result(ok);
   }
+  int command(const std::wstring& sql) {
+    LONG count;
+    VARIANT_BOOL ok;
+    engine_->ExecuteCommand(Bstr(sql).get(), &count, &ok);
+    return result(ok);
+  }
+  int sql(const std::wstring& sql) {
+    COleVariant rows;
+    VARIANT_BOOL ok;
+    engine_->ExecuteSql(Bstr(sql).get(), rows.put(), &ok);
+    return result(ok);
+  }
+  int createQuery(const std::wstring& name, const std::wstring& sql) {
+    VARIANT_BOOL ok;
+    engine_->CreateQuery(Bstr(name).get(), Bstr(sql).get(), &ok);
+    return result(ok);
+  }
+  int query(const std::wstring& name) {
+    COleVariant rows;
+    VARIANT_BOOL ok;
+    engine_->RunQuery(Bstr(name).get(), VARIANT{}, rows.put(), &ok);
+    return result(ok);
+  }
+  int link(const std::wstring& name, const std::string& path, const std::wstring& table) {
+    VARIANT_BOOL linked, ok;
+    engine_->LinkTable(Bstr(name).get(), Bstr(fromUtf8(path)).get(), Bstr(table).get(), &linked, &ok);
+    return result(ok);
+  }
   int table(const std::wstring& name, const std::wstring& index = L"") {
     VARIANT_BOOL ok;
     engine_->SetTable(Bstr(name).get(), Bstr(index).get(), &ok);

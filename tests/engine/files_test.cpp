@@ -1,5 +1,7 @@
 #include <fcntl.h>
+#include <signal.h>
 #include <sqlite3.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -10,6 +12,7 @@
 #include <thread>
 
 #include "tests/engine/engine_support.h"
+#include "tests/engine/lock_holder.h"
 
 namespace {
 
@@ -123,35 +126,6 @@ TEST(Files, OpenForReadingAreNotWrittenNorTheirFolder) {
   EXPECT_EQ(std::filesystem::last_write_time(path), written);
 }
 
-// A process that holds the file alone until it is told to end.
-class ExclusiveHolder {
- public:
-  explicit ExclusiveHolder(const std::string& path) {
-    EXPECT_EQ(pipe(ready_), 0);
-    EXPECT_EQ(pipe(finish_), 0);
-    child_ = fork();
-    if (child_ == 0) {
-      sqlite3* database;
-      sqlite3_open(path.c_str(), &database);
-      sqlite3_exec(database, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr);
-      char go = 'x';
-      const bool told = write(ready_[1], &go, 1) == 1 && read(finish_[0], &go, 1) == 1;
-      _exit(told ? 0 : 1);
-    }
-    char go = 'x';
-    EXPECT_EQ(read(ready_[0], &go, 1), 1);
-  }
-  ~ExclusiveHolder() {
-    EXPECT_EQ(write(finish_[1], "x", 1), 1);
-    waitpid(child_, nullptr, 0);
-    for (const int descriptor : {ready_[0], ready_[1], finish_[0], finish_[1]}) ::close(descriptor);
-  }
-
- private:
-  int ready_[2], finish_[2];
-  pid_t child_;
-};
-
 TEST(Files, LockedByAnotherGiveTheirErrorAfterABoundedWait) {
   const TemporaryFolder folder;
   const std::string path = folder.file("a.kv");
@@ -191,7 +165,7 @@ TEST(Files, LockedByAnotherGiveTheirErrorAfterABoundedWait) {
     ASSERT_EQ(each.top(), 0);
   }
   {
-    const ExclusiveHolder holder(path);
+    const LockHolder holder(path);
     std::vector<std::thread> threads;
     std::vector<int> codes(cases.size());
     const auto begin = std::chrono::steady_clock::now();
@@ -259,6 +233,92 @@ TEST(Files, AreSharedByProcesses) {
   std::set<LONG> values;
   for (int code = engine.top(); code == 0; code = engine.skip(1)) values.insert(engine.number(L"v"));
   EXPECT_EQ(values.size(), static_cast<size_t>(writers * rowsOfEach));
+}
+
+TEST(Files, ThatArePutInThePlaceOfAnOpenOneAreFollowed) {
+  const TemporaryFolder folder;
+  const std::string path = folder.file("a.kv"), compacted = folder.file("b.kv");
+  TestEngine engine = TestEngine::fresh(path, L"T", definition);
+  fill(engine, 20);
+  for (const bool readOnly : {false, true}) {
+    SCOPED_TRACE(readOnly);
+    ASSERT_EQ(engine.connect(path, readOnly), L"OK");
+    ASSERT_EQ(engine.table(L"T", L"s"), 0);
+    ASSERT_EQ(engine.seek(COleVariant(L"row number 12")), 0);
+    ASSERT_EQ(engine.skip(1), 0);  // reads ahead
+    // Another process compacts the file, changes a row and puts the result in its place.
+    const pid_t child = fork();
+    if (child == 0) {
+      close(engine);
+      TestEngine other;
+      int failures = other.compact(path, compacted);
+      failures += other.connect(compacted) != L"OK" || other.table(L"T", L"id") != 0 ||
+                  other.seek(number(14)) != 0 || other.replace({{L"v", number(-1)}}) != 0;
+      close(other);
+      std::filesystem::rename(compacted, path);
+      _exit(failures);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    ASSERT_EQ(status, 0);
+    ASSERT_EQ(engine.skip(1), 0);
+    EXPECT_EQ(engine.number(L"id"), 14);
+    EXPECT_EQ(engine.number(L"v"), -1);
+    EXPECT_EQ(engine.replace({{L"v", number(98)}}), readOnly ? 3027 : 0);
+    EXPECT_EQ(engine.count(), 20);
+  }
+  // While there is none, calls say so; what is no database ends the connection.
+  std::filesystem::rename(path, compacted);
+  EXPECT_EQ(engine.top(), 3024);
+  std::filesystem::rename(compacted, path);
+  EXPECT_EQ(engine.top(), 0);
+  std::filesystem::rename(path, compacted);
+  writeFile(path, std::string(5000, 'x'));
+  EXPECT_EQ(engine.top(), 3343);
+  EXPECT_EQ(engine.top(), 3420);
+}
+
+TEST(Compaction, TakesAwayWhatKilledOnesLeftAndNothingElse) {
+  const TemporaryFolder folder;
+  const std::string path = folder.file("a.kv"), compacted = folder.file("b.kv");
+  {
+    TestEngine engine = TestEngine::fresh(path, L"T", definition);
+    ASSERT_EQ(engine.command(L"INSERT INTO T (s, v) VALUES ('a', 1)"), 0);
+    for (int i = 0; i < 14; ++i) ASSERT_EQ(engine.command(L"INSERT INTO T (s, v) SELECT s, v FROM T"), 0);
+  }
+  int left = 0;
+  for (int delay = 5; left == 0 && delay < 3000; delay += delay / 2) {
+    const pid_t child = fork();
+    if (child == 0) {
+      TestEngine engine;
+      _exit(engine.compact(path, compacted));
+    }
+    usleep(static_cast<useconds_t>(delay) * 1000);
+    kill(child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    ASSERT_FALSE(std::filesystem::exists(compacted)) << "too slow to kill it";
+    left = static_cast<int>(folder.entries()) - 1;
+  }
+  ASSERT_EQ(left, 1);
+  std::string hidden;
+  for (const auto& each : std::filesystem::directory_iterator(folder.file(""))) {
+    if (each.path().filename() != "a.kv") hidden = each.path().filename();
+  }
+  ASSERT_TRUE(hidden.starts_with('.'));
+  // That of a process that lives is locked.
+  std::string live = hidden;
+  live.back() = live.back() == 'a' ? 'b' : 'a';
+  writeFile(folder.file(live), "growing");
+  const int lock = open(folder.file(live).c_str(), O_RDONLY);
+  ASSERT_EQ(flock(lock, LOCK_EX), 0);
+  for (const char* name : {".zarbodb-notes", ".hidden", "b.kv.new", "b.kv.mended"})
+    writeFile(folder.file(name), "mine");
+  TestEngine engine;
+  EXPECT_EQ(engine.compact(path, compacted), 0);
+  EXPECT_FALSE(std::filesystem::exists(folder.file(hidden)));
+  EXPECT_EQ(contentOf(folder.file(live)), "growing");
+  EXPECT_EQ(folder.entries(), 7u);
+  ::close(lock);
 }
 
 TEST(Compaction, KeepsEverythingAndRefusesWhatExists) {

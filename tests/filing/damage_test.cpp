@@ -2,6 +2,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "brx/db_proxy.h"
+#include "host/database/stubs.h"
 #include "host/filing/files.h"
 #include "host/filing/snapshot_chunks.h"
 #include "tests/filing/drawings.h"
@@ -184,6 +186,42 @@ TEST_F(SnapshotDamage, AFullOrForbiddenPlaceLeavesTheOldFile) {
   AcDbDatabase drawing;
   EXPECT_EQ(host::writeDrawingFile(drawing, folder.wide("nowhere/a.dwg")), Acad::eFileAccessErr);
   EXPECT_EQ(host::writeDrawingFile(drawing, folder.path().wstring()), Acad::eFileAccessErr);
+}
+
+/// A module's class of entities, known to drawing files as TESTMARK.
+struct ModuleClass {
+  AcRxClass* const descriptor = newAcRxClass(
+      L"TestMark", L"AcDbPoint", []() -> AcRxObject* { return new AcDbPoint; }, L"TESTMARK");
+  ModuleClass() { acrxBuildClassHierarchy(); }
+  ~ModuleClass() { deleteAcRxClass(descriptor); }
+};
+
+TEST(DxfDamage, AModulesClassRevivesWhatIsItsOwnAlone) {
+  const ReadDrawing read(
+      section("HEADER", "9 $ACADVER|1 AC1027") +
+      section("ENTITIES",
+              "0 TESTMARK|5 51|100 AcDbEntity|8 0|100 AcDbPoint|10 1|20 2|30 3|"
+              "0 DICTIONARY|5 52|100 AcDbDictionary|281 1|"
+              "0 POLYLINE|5 53|100 AcDbEntity|8 0|66 1|100 AcDbPolygonMesh|10 0|20 0|70 16|71 2|72 2|"
+              "0 VERTEX|5 54|100 AcDbEntity|8 0|100 AcDbVertex|10 7|20 0|30 0|70 64|"
+              "0 SEQEND|5 55|100 AcDbEntity|8 0") +
+      section("OBJECTS",
+              "0 LINE|5 40|100 AcDbEntity|8 0|100 AcDbLine|10 0|20 0|11 1|21 1|"
+              "0 TESTMARK|5 41|100 AcDbEntity|8 0|100 AcDbPoint|10 1|20 2|30 3|"
+              "0 LAYER|5 42|100 AcDbSymbolTableRecord|2 x") +
+      groups("0 EOF"));
+  const std::string before = written(*read.drawing);
+  {
+    const ModuleClass here;
+    ASSERT_TRUE(read.entity<AcDbPoint>(0));
+    EXPECT_EQ(read.entity<AcDbPoint>(0)->position(), AcGePoint3d(1, 2, 3));
+    EXPECT_TRUE(read.entity<AcDbProxyEntity>(1)) << "a dictionary is no entity";
+    EXPECT_TRUE(read.entity<AcDbProxyEntity>(2)) << "what the host has kept is none of the module's";
+    for (const AcDbHandle handle : {0x40, 0x41, 0x42}) {
+      EXPECT_TRUE(AcDbProxyObject::cast(read.drawing->imp().find(handle)->object)) << handle;
+    }
+  }
+  EXPECT_EQ(written(*read.drawing), before);
 }
 
 }  // namespace

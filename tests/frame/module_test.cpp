@@ -30,6 +30,7 @@ class NamesOnly : public host::DocumentLisp {
     std::erase_if(functions, [&](const auto& each) { return each.second.first == &application; });
   }
   bool invoke(const resbuf&, resbuf*&) override { return false; }
+  bool takeInterrupt() override { return false; }
 };
 
 /// A call with real arguments that keeps whether the result was T, nil or something else.

@@ -15,7 +15,7 @@ SYSTEM = re.compile(r"(unistd|fcntl|dlfcn|windows|poll|pwd|spawn|signal|termios)
 WIDE_LETTERS = re.compile(r"\b(tow(upper|lower|ctrans)|isw[a-z]+)\s*\(")
 # These still call the system themselves; the list only gets shorter.
 WAITING = set(
-    """engine/compact.cpp engine/database.cpp engine/jet_snapshot.cpp engine/jet_sql/functions_date.cpp engine/links.cpp
+    """engine/database.cpp engine/jet_snapshot.cpp engine/jet_sql/functions_date.cpp engine/links.cpp
     engine/mended_copy.cpp engine/page_file.cpp host/app/main.cpp host/app/prompt.cpp host/app/terminal_line.cpp
     host/filing/files.cpp host/lisp/interpreter.cpp host/rx/modules.cpp tools/zarbo_mdb/guarded_run.cpp
     tools/zarbo_mdb/main.cpp""".split()

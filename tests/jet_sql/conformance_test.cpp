@@ -95,7 +95,7 @@ std::vector<Step> readSteps(const std::filesystem::path& file) {
   return steps;
 }
 
-void check(const Step& step, const jet::Outcome& outcome, const Rows& rows) {
+void check(const Step& step, const Outcome& outcome, const Rows& rows) {
   if (!step.expected.empty() && step.expected[0].starts_with("! ")) {
     const std::string want = step.expected[0].substr(2);
     const size_t blank = std::min(want.find(' '), want.size());
@@ -140,7 +140,7 @@ TEST_P(Conformance, AnswersAsTheTableSays) {
     SCOPED_TRACE(GetParam() + ":" + std::to_string(step.line) + ": " + step.statement);
     Rows rows;
     catalog.checkpoint();
-    const jet::Outcome outcome = jet::execute(database, catalog, step.statement, step.parameters, &rows);
+    const Outcome outcome = outcomeOf(database, catalog, step.statement, step.parameters, &rows);
     check(step, outcome, rows);
   }
   EXPECT_EQ(sqlite3_get_autocommit(database), 1) << "a transaction was left open";

@@ -23,15 +23,15 @@ class Hostile : public testing::Test {
     return database;
   }
 
-  jet::Outcome run(const std::string& sql) {
+  Outcome run(const std::string& sql) {
     catalog.checkpoint();
-    return jet::execute(database, catalog, sql);
+    return outcomeOf(database, catalog, sql);
   }
 
   int64_t count(const std::string& table) { return run("SELECT * FROM " + table).affected; }
 
   int number(const std::string& sql) {
-    const jet::Outcome outcome = run(sql);
+    const Outcome outcome = run(sql);
     return outcome.error ? outcome.error->number : 0;
   }
 

@@ -44,43 +44,39 @@ std::optional<std::string> MemoryCatalog::findQuery(std::string_view name) {
   return found->second;
 }
 
-jet::Catalog::Refusal MemoryCatalog::run(const std::string& sql) {
+void MemoryCatalog::run(const std::string& sql) {
   const int code = sqlite3_exec(database_, sql.c_str(), nullptr, nullptr, nullptr);
-  if (code == SQLITE_OK) return std::nullopt;
-  return jet::errorOfDatabase(database_, code);
+  if (code != SQLITE_OK) failSqlite(database_, code, Access::Schema);
 }
 
-jet::Catalog::Refusal MemoryCatalog::createTable(const jet::Table& definition) {
+void MemoryCatalog::createTable(const jet::Table& definition) {
   jet::Table table = definition;
-  table.sqlName = quoted(table.name);
-  std::string sql = "CREATE TABLE " + table.sqlName + " (";
+  table.stored = table.name;
+  std::string sql = "CREATE TABLE " + table.sqlName() + " (";
   for (size_t i = 0; i < table.columns.size(); ++i) sql += (i ? "," : "") + columnSql(table.columns[i]);
-  if (auto refusal = run(sql + ")")) return refusal;
+  run(sql + ")");
   const std::vector<jet::Index> indexes = std::exchange(table.indexes, {});
   const std::string name = table.name;
   state_.tables[name] = std::move(table);
   for (const jet::Index& index : indexes) {
-    if (auto refusal = createIndex(name, index)) return refusal;
+    createIndex(name, index);
   }
-  return std::nullopt;
 }
 
-jet::Catalog::Refusal MemoryCatalog::dropTable(std::string_view name) {
-  const std::string sqlName = table(name)->sqlName;
+void MemoryCatalog::dropTable(std::string_view name) {
+  const std::string stored = table(name)->sqlName();
   state_.tables.erase(state_.tables.find(name));
-  return run("DROP TABLE " + sqlName);
+  return run("DROP TABLE " + stored);
 }
 
-jet::Catalog::Refusal MemoryCatalog::addColumn(std::string_view name, const jet::Column& column) {
+void MemoryCatalog::addColumn(std::string_view name, const jet::Column& column) {
   jet::Table& target = *table(name);
-  if (auto refusal = run("ALTER TABLE " + target.sqlName + " ADD COLUMN " + columnSql(column)))
-    return refusal;
+  run("ALTER TABLE " + target.sqlName() + " ADD COLUMN " + columnSql(column));
   target.columns.push_back(column);
-  return std::nullopt;
 }
 
-jet::Catalog::Refusal MemoryCatalog::rebuild(const jet::Table& from, jet::Table to) {
-  const std::string old = from.sqlName;
+void MemoryCatalog::rebuild(const jet::Table& from, jet::Table to) {
+  const std::string old = from.sqlName();
   std::string names, values;
   for (const jet::Column& column : to.columns) {
     if (!from.findColumn(column.name)) continue;
@@ -88,18 +84,17 @@ jet::Catalog::Refusal MemoryCatalog::rebuild(const jet::Table& from, jet::Table 
     values += (values.empty() ? "" : ",") + ("jet_op_as(-1," + quoted(column.name) + "," +
                                              std::to_string(static_cast<int>(column.type)) + ",0)");
   }
-  if (auto refusal = run("ALTER TABLE " + old + " RENAME TO \"old table\"")) return refusal;
+  run("ALTER TABLE " + old + " RENAME TO \"old table\"");
   state_.tables.erase(to.name);
   for (const jet::Index& index : to.indexes) {
-    if (auto refusal = run("DROP INDEX " + quoted(to.name + "." + index.name))) return refusal;
+    run("DROP INDEX " + quoted(to.name + "." + index.name));
   }
-  if (auto refusal = createTable(to)) return refusal;
-  if (auto refusal = run("INSERT INTO " + old + " (" + names + ") SELECT " + values + " FROM \"old table\""))
-    return refusal;
+  createTable(to);
+  run("INSERT INTO " + old + " (" + names + ") SELECT " + values + " FROM \"old table\"");
   return run("DROP TABLE \"old table\"");
 }
 
-jet::Catalog::Refusal MemoryCatalog::alterColumn(std::string_view name, const jet::Column& column) {
+void MemoryCatalog::alterColumn(std::string_view name, const jet::Column& column) {
   const jet::Table from = *table(name);
   jet::Table to = from;
   for (jet::Column& each : to.columns) {
@@ -108,32 +103,31 @@ jet::Catalog::Refusal MemoryCatalog::alterColumn(std::string_view name, const je
   return rebuild(from, to);
 }
 
-jet::Catalog::Refusal MemoryCatalog::dropColumn(std::string_view name, std::string_view column) {
+void MemoryCatalog::dropColumn(std::string_view name, std::string_view column) {
   const jet::Table from = *table(name);
   for (const jet::Index& index : from.indexes) {
     for (const jet::IndexColumn& each : index.columns) {
       if (sameText(each.name, column))
-        return jet::Error{3280, "The field is part of an index.", std::nullopt};
+        throw jet::Failure{{3280, "The field is part of an index.", std::nullopt}};
     }
   }
   jet::Table to = from;
   std::erase_if(to.columns, [&](const jet::Column& each) { return sameText(each.name, column); });
-  if (to.columns.empty()) return jet::Error{3291, "A table needs at least one field.", std::nullopt};
+  if (to.columns.empty()) throw jet::Failure{{3291, "A table needs at least one field.", std::nullopt}};
   return rebuild(from, to);
 }
 
-jet::Catalog::Refusal MemoryCatalog::createIndex(std::string_view name, const jet::Index& index) {
+void MemoryCatalog::createIndex(std::string_view name, const jet::Index& index) {
   jet::Table& target = *table(name);
   std::string sql = std::string(index.unique ? "CREATE UNIQUE INDEX " : "CREATE INDEX ") +
-                    quoted(target.name + "." + index.name) + " ON " + target.sqlName + " (";
+                    quoted(target.name + "." + index.name) + " ON " + quoted(target.stored) + " (";
   for (size_t i = 0; i < index.columns.size(); ++i)
     sql += (i ? "," : "") + quoted(index.columns[i].name) + (index.columns[i].descending ? " DESC" : "");
-  if (auto refusal = run(sql + ")")) return refusal;
+  run(sql + ")");
   target.indexes.push_back(index);
-  return std::nullopt;
 }
 
-jet::Catalog::Refusal MemoryCatalog::dropIndex(std::string_view name, std::string_view index) {
+void MemoryCatalog::dropIndex(std::string_view name, std::string_view index) {
   jet::Table& target = *table(name);
   for (auto each = target.indexes.begin(); each != target.indexes.end(); ++each) {
     if (!sameText(each->name, index)) continue;
@@ -141,30 +135,25 @@ jet::Catalog::Refusal MemoryCatalog::dropIndex(std::string_view name, std::strin
     target.indexes.erase(each);
     return run(sql);
   }
-  return jet::Error{jet::noSuchIndex, "There is no such index.", std::nullopt};
+  throw jet::Failure{{jet::noSuchIndex, "There is no such index.", std::nullopt}};
 }
 
-jet::Catalog::Refusal MemoryCatalog::createRelation(const jet::Relation& relation) {
+void MemoryCatalog::createRelation(const jet::Relation& relation) {
   const jet::Table* foreign = findTable(relation.foreignTable);
   for (const std::string& column : relation.foreignColumns) {
     if (!foreign->findColumn(column))
-      return jet::Error{jet::noSuchField, "There is no such field.", std::nullopt};
+      throw jet::Failure{{jet::noSuchField, "There is no such field.", std::nullopt}};
   }
-  return std::nullopt;
 }
 
-jet::Catalog::Refusal MemoryCatalog::dropRelation(std::string_view, std::string_view) {
-  return jet::Error{3265, "There is no such relation.", std::nullopt};
+void MemoryCatalog::dropRelation(std::string_view, std::string_view) {
+  throw jet::Failure{{3265, "There is no such relation.", std::nullopt}};
 }
 
-jet::Catalog::Refusal MemoryCatalog::createQuery(std::string_view name, std::string_view sql) {
+void MemoryCatalog::createQuery(std::string_view name, std::string_view sql) {
   state_.queries[std::string(name)] = sql;
-  return std::nullopt;
 }
 
-jet::Catalog::Refusal MemoryCatalog::dropQuery(std::string_view name) {
-  state_.queries.erase(state_.queries.find(name));
-  return std::nullopt;
-}
+void MemoryCatalog::dropQuery(std::string_view name) { state_.queries.erase(state_.queries.find(name)); }
 
 void MemoryCatalog::changesUndone() { state_ = saved_; }

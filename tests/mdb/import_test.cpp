@@ -65,9 +65,12 @@ class ImportTest : public testing::Test {
   using Answer = std::vector<std::string>;
   Answer ask(const std::string& sql) {
     Lines rows;
-    const jet::Outcome outcome = jet::execute(database_->handle(), *catalog_, sql, {}, &rows);
-    if (outcome.error) return {std::to_string(outcome.error->number)};
-    return rows.lines;
+    try {
+      jet::execute(database_->handle(), *catalog_, sql, {}, &rows);
+      return rows.lines;
+    } catch (const jet::Failure& failure) {
+      return {std::to_string(failure.error.number)};
+    }
   }
   size_t lossesAbout(const std::string& words) const {
     return static_cast<size_t>(std::count_if(losses.begin(), losses.end(), [&](const std::string& loss) {

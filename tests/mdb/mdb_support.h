@@ -19,6 +19,9 @@ class Folder {
   Folder& operator=(const Folder&) = delete;
   ~Folder() { std::filesystem::remove_all(path_); }
   std::string file(const std::string& name) const { return path_ + "/" + name; }
+  size_t entries() const {
+    return static_cast<size_t>(std::distance(std::filesystem::directory_iterator(path_), {}));
+  }
 
  private:
   std::string path_;

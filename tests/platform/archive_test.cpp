@@ -127,4 +127,58 @@ TEST(Archive, AFailedArchiveKeepsTheOldOne) {
   EXPECT_TRUE(extract(folder));
 }
 
+TEST(Archive, RefusesAtCreationWhatCouldNotBeExtracted) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directories(folder / "sub/deep");
+  for (const char* name : {"Plan", "sub/PLAN", "a:b", "sub/deep/x"}) folder.write(name, "text");
+  ArchiveWriter writer;
+  ASSERT_TRUE(writer.create(folder.wide("a.zip")));
+  EXPECT_TRUE(writer.append(folder.wide("Plan"), false));
+  EXPECT_FALSE(writer.append(folder.wide("sub/PLAN"), false)) << "one name without regard to case";
+  EXPECT_FALSE(writer.append(folder.wide("a:b"), false));
+  EXPECT_TRUE(writer.append(folder.wide("sub/deep/../deep"), true)) << "steps upward are taken before";
+  ASSERT_TRUE(writer.writeAndClose());
+  EXPECT_TRUE(extract(folder));
+  EXPECT_EQ(folder.read("out" + folder.path().native() + "/sub/deep/x"), "text");
+}
+
+TEST(Archive, ReplacesPlainFilesThatMayBeWrittenOnly) {
+  const TemporaryFolder folder;
+  folder.write("locked.zip", "old");
+  std::filesystem::permissions(folder / "locked.zip", std::filesystem::perms::owner_read);
+  std::filesystem::create_symlink("nowhere", folder / "dangling.zip");
+  std::filesystem::create_directory(folder / "folder.zip");
+  ArchiveWriter writer;
+  for (const char* name : {"locked.zip", "dangling.zip", "folder.zip", ""})
+    EXPECT_FALSE(writer.create(folder.wide(name))) << name;
+  EXPECT_FALSE(writer.create(L""));
+  EXPECT_FALSE(writer.create(L"/dev/null"));
+  folder.write("a.zip", "old");
+  std::filesystem::create_symlink("a.zip", folder / "link.zip");
+  ASSERT_TRUE(writer.create(folder.wide("link.zip")) && writer.writeAndClose());
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link.zip"));
+
+  writeZip(folder / "a.zip", {{"mine", "theirs"}, {"other", "text"}});
+  std::filesystem::create_directory(folder / "out");
+  folder.write("out/mine", "mine");
+  std::filesystem::permissions(folder / "out/mine", std::filesystem::perms::owner_read);
+  EXPECT_FALSE(extract(folder));
+  EXPECT_EQ(folder.read("out/mine"), "mine");
+  EXPECT_FALSE(std::filesystem::exists(folder / "out/other"));
+}
+
+TEST(Archive, GivesFilesTheirTimesBack) {
+  using namespace std::chrono_literals;
+  const TemporaryFolder folder;
+  folder.write("file", "text");
+  const auto time = std::filesystem::file_time_type::clock::now() - 10000h;
+  std::filesystem::last_write_time(folder / "file", time);
+  ArchiveWriter writer;
+  ASSERT_TRUE(writer.create(folder.wide("a.zip")) && writer.append(folder.wide("file"), false) &&
+              writer.writeAndClose() && extract(folder));
+  const auto back = std::filesystem::last_write_time(folder / "out/file");
+  EXPECT_LE(back - time, 2s);
+  EXPECT_LE(time - back, 2s);
+}
+
 }  // namespace

@@ -116,4 +116,10 @@ TEST(Timers, MayStopOneAnother) {
   EXPECT_EQ(ticks, 1);
 }
 
+TEST(ComputerName, IsTheFirstPartOfTheHostsName) {
+  EXPECT_EQ(computerNameOfHost(L"drawing-office-workstation-7"), L"drawing-office-");
+  EXPECT_EQ(computerNameOfHost(L"plotter.example.com"), L"plotter");
+  EXPECT_EQ(computerNameOfHost(L""), L"");
+}
+
 }  // namespace

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <functional>
 #include <mutex>
 #include <thread>
@@ -26,8 +27,10 @@ sockaddr_in loopback(uint16_t port) {
   return address;
 }
 
+const std::string trickle = "HTTP/1.1 200 OK\r\nContent-Length: 100000\r\n\r\n";
+
 /// A server of this machine that answers each request, one after the other, with a text and closes; an empty
-/// text is never sent, and the connection stays open.
+/// text is never sent, and the connection stays open. Behind the text `trickle` comes ten bytes a second.
 class Server {
  public:
   explicit Server(std::function<std::string(const std::string& path)> answer) : answer_(std::move(answer)) {
@@ -41,6 +44,7 @@ class Server {
     thread_ = std::thread([this] { serve(); });
   }
   ~Server() {
+    over_ = true;
     shutdown(listener_, SHUT_RDWR);
     thread_.join();
     close(listener_);
@@ -72,6 +76,8 @@ class Server {
         continue;
       }
       send(client, answer.data(), answer.size(), MSG_NOSIGNAL);
+      while (answer == trickle && !over_ && send(client, "x", 1, MSG_NOSIGNAL) == 1)
+        std::this_thread::sleep_for(100ms);
       close(client);
     }
   }
@@ -80,6 +86,7 @@ class Server {
   int listener_;
   uint16_t port_;
   std::vector<int> silent_;
+  std::atomic<bool> over_ = false;
   mutable std::mutex mutex_;
   std::string request_;
   std::thread thread_;
@@ -96,6 +103,8 @@ std::string answerTo(const std::string& path) {
   if (path == "/round") return "HTTP/1.1 302 Found\r\nLocation: /round\r\nContent-Length: 0\r\n\r\n";
   if (path == "/local")
     return "HTTP/1.1 302 Found\r\nLocation: file:///etc/hosts\r\nContent-Length: 0\r\n\r\n";
+  if (path == "/a%20b/%c3%a4") return "HTTP/1.1 200 OK\r\nContent-Length: 5\r\n\r\nblank";
+  if (path == "/trickle") return trickle;
   if (path == "/noise") return "\x01\x02\x03 no protocol\r\n\r\n";
   return "";
 }
@@ -114,6 +123,9 @@ TEST(Download, ReplacesTheFileByACompleteTransferOnly) {
     EXPECT_TRUE(downloadFile(server.url(path), folder.wide("target"), impatient)) << path;
     EXPECT_EQ(folder.read("target"), "new!") << path;
   }
+  EXPECT_TRUE(downloadFile(server.url(L"/a b/\u00e4"), folder.wide("target"), impatient));
+  EXPECT_EQ(folder.read("target"), "blank");
+  folder.write("target", "new!");
   EXPECT_NE(server.request().find("Cache-Control: no-cache"), std::string::npos);
   EXPECT_FALSE(downloadFile(server.url(L"/good"), folder.wide("missing/target"), impatient));
   EXPECT_FALSE(downloadFile(L"file:///etc/hosts", folder.wide("target"), impatient));
@@ -127,6 +139,22 @@ TEST(Download, GivesUpOnAServerThatNeverAnswers) {
   const auto start = std::chrono::steady_clock::now();
   EXPECT_FALSE(downloadFile(server.url(L"/silent"), folder.wide("target"), impatient));
   EXPECT_LT(std::chrono::steady_clock::now() - start, 5s);
+  EXPECT_EQ(folder.count(), 0u);
+}
+
+TEST(Download, GivesUpOnAServerThatTricklesAndWhenToldTo) {
+  const Server server(answerTo);
+  const TemporaryFolder folder;
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_FALSE(downloadFile(server.url(L"/trickle"), folder.wide("target"), {1s, 2s, 60s}));
+  int64_t most = 0;
+  EXPECT_FALSE(downloadFile(server.url(L"/trickle"), folder.wide("target"), {1s, 60s, 60s},
+                            [&](int64_t come, int64_t total) {
+                              most = std::max(most, come);
+                              return come == 0 || total != 100000;
+                            }));
+  EXPECT_GT(most, 0);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, 20s);
   EXPECT_EQ(folder.count(), 0u);
 }
 

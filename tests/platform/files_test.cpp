@@ -1,10 +1,13 @@
 #include "platform/files/files.h"
 
-#include <sys/wait.h>
-
+#include <fcntl.h>
 #include <gtest/gtest.h>
+#include <signal.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
-#include <csignal>
 #include "platform/files/whole_file.h"
 #include "tests/support/temporary_folder.h"
 
@@ -52,27 +55,81 @@ TEST(Files, CopiesWholeFilesAndNeverOverAReadOnlyOne) {
   EXPECT_EQ(folder.count(), 3u) << "no half files";
 }
 
-TEST(WholeFiles, TakeAwayWhatAKilledProcessLeftAndNothingElse) {
+TEST(WholeFiles, TakeAwayWhatWasLeftAndNothingElse) {
   const TemporaryFolder folder;
-  folder.write(".zarbo-notes", "the user's own");
-  folder.write(".zarbo-AbCdEf", "left without a lock");
-  const pid_t child = fork();
-  if (child == 0) {
-    platform::WholeFile file(folder / "plan.dxf");
-    file.write("half a draw");
-    raise(SIGKILL);
+  for (const char* left : {".zarbo-AbCdEf", ".zarbo-4321-7"}) folder.write(left, "left without a lock");
+  const char* const kept[] = {".zarbo-notes", ".zarbo-7-notes", ".zarbo-4321-", ".zarbo-GrOwIn",
+                              ".zarbo-1-2"};
+  for (const char* name : kept) folder.write(name, "the user's own, or growing");
+  std::vector<int> locks;
+  for (const char* growing : {".zarbo-GrOwIn", ".zarbo-1-2"}) {
+    locks.push_back(open((folder / growing).c_str(), O_RDONLY | O_CLOEXEC));
+    ASSERT_EQ(flock(locks.back(), LOCK_EX | LOCK_NB), 0);
   }
-  int status = 0;
-  waitpid(child, &status, 0);
-  ASSERT_TRUE(WIFSIGNALED(status));
-  platform::WholeFile other(folder / "other.dxf");
+  WholeFile other(folder / "other.dxf");
   ASSERT_TRUE(other.write("still growing"));
-  platform::WholeFile file(folder / "plan.dxf");
-  EXPECT_EQ(folder.count(), 3u) << "two growing files, and the user's";
+  WholeFile file(folder / "plan.dxf");
   EXPECT_TRUE(file.write("whole") && file.commit() && other.commit());
+  for (const char* name : kept) EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
   EXPECT_EQ(folder.read("plan.dxf"), "whole");
   EXPECT_EQ(folder.read("other.dxf"), "still growing");
-  EXPECT_EQ(folder.count(), 3u);
+  EXPECT_EQ(folder.count(), std::size(kept) + 2);
+  for (const int lock : locks) close(lock);
+}
+
+TEST(Files, NeverWaitAtAPipe) {
+  const TemporaryFolder folder;
+  folder.write("a", "contents");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  EXPECT_FALSE(copyFile(folder.wide("pipe"), folder.wide("b")));
+  EXPECT_FALSE(copyFile(folder.wide("a"), folder.wide("pipe")));
+  EXPECT_FALSE(modificationTime(folder.wide("pipe")));
+  EXPECT_FALSE(readWhole(folder / "pipe"));
+  EXPECT_TRUE(std::filesystem::is_fifo(folder / "pipe"));
+}
+
+TEST(WholeFiles, ReplacePlainFilesThatMayBeWrittenOnly) {
+  const TemporaryFolder folder;
+  folder.write("plain", "old");
+  folder.write("locked", "old");
+  std::filesystem::permissions(folder / "locked", std::filesystem::perms::owner_read);
+  std::filesystem::create_directory(folder / "folder");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  std::filesystem::create_symlink("plain", folder / "link");
+  std::filesystem::create_symlink("locked", folder / "link to locked");
+  std::filesystem::create_symlink("nowhere", folder / "dangling");
+  const size_t count = folder.count();
+  const auto write = [&](const std::string& path) {
+    WholeFile file(path);
+    return file.write("new") && file.commit();
+  };
+  for (const char* name : {"locked", "folder", "pipe", "link to locked", "dangling", ""})
+    EXPECT_FALSE(write(folder / name)) << name;
+  EXPECT_FALSE(write("/dev/null"));
+  EXPECT_EQ(folder.read("locked"), "old");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "dangling"));
+  EXPECT_TRUE(write(folder / "link"));
+  EXPECT_EQ(folder.read("plain"), "new");
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "link"));
+  EXPECT_EQ(folder.count(), count);
+}
+
+TEST(WholeFiles, LeaveNothingOfAKilledWriter) {
+  const TemporaryFolder folder;
+  int ready[2];
+  ASSERT_EQ(pipe(ready), 0);
+  const pid_t child = fork();
+  if (child == 0) {
+    WholeFile file(folder / "target");
+    file.write("half");
+    if (write(ready[1], "", 1) == 1) pause();
+    _exit(1);
+  }
+  char byte;
+  ASSERT_EQ(read(ready[0], &byte, 1), 1);
+  kill(child, SIGKILL);
+  waitpid(child, nullptr, 0);
+  EXPECT_EQ(folder.count(), 0u);
 }
 
 }  // namespace

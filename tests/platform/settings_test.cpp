@@ -1,6 +1,7 @@
 #include "platform/settings/settings.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -69,6 +70,10 @@ TEST_F(SettingsTest, ReadsWhatDamagedFilesStillTell) {
 TEST_F(SettingsTest, TakesNoStoreForAnEmptyOneThatItCannotRead) {
   std::filesystem::create_directory(folder / "settings.txt");
   EXPECT_EQ(readSetting(L"S", L"a"), std::nullopt);
+  EXPECT_EQ(makeSection(L"S"), SettingStatus::refused);
+  std::filesystem::remove(folder / "settings.txt");
+  ASSERT_EQ(mkfifo((folder / "settings.txt").c_str(), 0600), 0);
+  EXPECT_EQ(readSetting(L"S", L"a"), std::nullopt) << "and doesn't wait for one who writes into the pipe";
   EXPECT_EQ(makeSection(L"S"), SettingStatus::refused);
 }
 

@@ -34,14 +34,25 @@ TEST_F(TextEntities, StandAtTheirAlignmentPoint) {
       {AcDb::kTextLeft, AcDb::kTextVertMid, 0.5, 0},
       {AcDb::kTextMid, AcDb::kTextBase, 0, 0},
   };
-  for (const auto& each : cases) {
-    AcDbText text({0, 0, 0}, L"HHHH", {}, 2.5);
-    text.setHorizontalMode(each.horizontal), text.setVerticalMode(each.vertical);
-    text.setAlignmentPoint(at);
-    const AcDbExtents box = boxOf(text);
-    EXPECT_NEAR((box.minPoint().x + box.maxPoint().x) / 2, at.x + each.x * width, 0.5) << &each - cases;
-    EXPECT_NEAR((box.minPoint().y + box.maxPoint().y) / 2, at.y + each.y * 2.5, 1e-6) << &each - cases;
-    EXPECT_NEAR(text.position().y, box.minPoint().y, 1e-6);
+  // Backward and upside-down texts stand mirrored at that point.
+  for (int turned = 0; turned < 4; ++turned) {
+    for (const auto& each : cases) {
+      AcDbText text({0, 0, 0}, L"HHHH", {}, 2.5);
+      text.mirrorInX(turned & 1), text.mirrorInY(turned & 2);
+      text.setHorizontalMode(each.horizontal), text.setVerticalMode(each.vertical);
+      text.setAlignmentPoint(at);
+      const double x = turned & 1 ? -each.x : each.x, y = turned & 2 ? -each.y : each.y;
+      const auto check = [&](const AcGePoint3d& point) {
+        const AcDbExtents box = boxOf(text);
+        EXPECT_NEAR((box.minPoint().x + box.maxPoint().x) / 2, point.x + x * width, 0.5) << &each - cases;
+        EXPECT_NEAR((box.minPoint().y + box.maxPoint().y) / 2, point.y + y * 2.5, 1e-6) << &each - cases;
+        EXPECT_NEAR(text.position().y, turned & 2 ? box.maxPoint().y : box.minPoint().y, 1e-6);
+      };
+      check(at);
+      EXPECT_EQ(text.transformBy(AcGeMatrix3d::translation({7, 8, 0})), Acad::eOk);
+      EXPECT_TRUE(text.alignmentPoint().isEqualTo({107, 58, 0}));
+      check({107, 58, 0});
+    }
   }
 }
 
@@ -80,6 +91,10 @@ TEST_F(TextEntities, FillTheWayBetweenTwoPoints) {
     EXPECT_GT(mode == AcDb::kTextFit ? text.widthFactor() : text.height(), 5);
     text.setTextString(L"HHHHHHHH");
     EXPECT_NEAR(boxOf(text).maxPoint().y, 40 + (mode == AcDb::kTextFit ? 0.6 : 3), 3);
+    const AcDbExtents forward = boxOf(text);
+    text.mirrorInX(true);
+    EXPECT_NEAR(boxOf(text).minPoint().x, forward.minPoint().x, 1);
+    EXPECT_NEAR(boxOf(text).maxPoint().x, forward.maxPoint().x, 1);
   }
 }
 

@@ -31,6 +31,7 @@ int zbCompact() {
   Engine engine = Engine::create();
   if (!engine) return done;
   if (engine.compactDatabase(source, destination)) {
+    if (engine.errorPending()) acutPrintf(L"\n%s", engine.takeError().text.c_str());
     acedRetStr(L"OK");
     return done;
   }

@@ -40,6 +40,12 @@ bool Engine::isWritable() {
 bool Engine::isReadOnly() {
   return asked([&](short* answer) { return object().IsReadOnly(answer); });
 }
+bool Engine::openPrivate(const std::wstring& path, bool& readOnly) {
+  short onlyRead = VARIANT_FALSE;
+  const bool ok = asked([&](short* opened) { return object().OpenPrivate(Bstr(path).get(), &onlyRead, opened); });
+  readOnly = onlyRead != VARIANT_FALSE;
+  return ok;
+}
 std::wstring Engine::databaseName() {
   return text([&](BSTR* name) { return object().DatabaseName(name); });
 }

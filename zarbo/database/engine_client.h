@@ -33,6 +33,8 @@ class Engine {
 
   /// Answers "" on failure, `repairStatus`, or anything else on success.
   std::wstring connect(const std::wstring& path, bool readOnly);
+  /// For a dialog; `readOnly` tells whether it can only be read.
+  bool openPrivate(const std::wstring& path, bool& readOnly);
   void closeDatabase();
   bool isConnected();
   bool isOpen();
@@ -67,6 +69,7 @@ class Engine {
 
   // Statements and stored queries
   bool executeSql(const std::wstring& sql, COleVariant& rows);
+  bool executeStatement(const std::wstring& sql);
   bool executeCommand(const std::wstring& sql, int32_t& count);
   bool runQuery(const std::wstring& name, const COleVariant& parameters, COleVariant& rows);
   bool createQuery(const std::wstring& name, const std::wstring& sql);

@@ -25,6 +25,10 @@ bool Engine::executeSql(const std::wstring& sql, COleVariant& rows) {
                     [&](VARIANT* slot, short* ok) { return object().ExecuteSql(Bstr(sql).get(), slot, ok); });
 }
 
+bool Engine::executeStatement(const std::wstring& sql) {
+  return asked([&](short* ok) { return object().ExecuteStatement(Bstr(sql).get(), ok); });
+}
+
 bool Engine::executeCommand(const std::wstring& sql, int32_t& count) {
   LONG touched = 0;
   const bool ok =

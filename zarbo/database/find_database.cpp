@@ -4,7 +4,7 @@
 #include <string_view>
 
 #include "brx/lisp_calls.h"
-#include "platform/text/utf.h"
+#include "platform/files/native_path.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ constexpr wchar_t separator = L'/';
 
 bool exists(const std::wstring& path) {
   std::error_code problem;
-  return std::filesystem::exists(toUtf8(path), problem);
+  return std::filesystem::exists(platform::nativePath(path), problem);
 }
 
 std::wstring searchPath() {

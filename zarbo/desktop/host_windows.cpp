@@ -13,8 +13,6 @@
 namespace {
 
 constexpr std::wstring_view currentUser = L"HKEY_CURRENT_USER";
-/// Room for a computer's name, without the NUL.
-constexpr size_t longestComputerName = 15;
 
 std::vector<std::wstring> subkeys(std::wstring_view key) {
   const size_t end = std::min(key.find(L'\\'), key.size());
@@ -54,7 +52,7 @@ int screenHeight() {
 int getComputerName() {
   acedRetNil();
   const auto name = platform::computerName();
-  if (name && !name->empty() && name->size() <= longestComputerName) acedRetStr(name->c_str());
+  if (name && !name->empty()) acedRetStr(name->c_str());
   return done;
 }
 

@@ -1,5 +1,7 @@
 #include "zarbo/drawing/arc_path.h"
 
+#include <cmath>
+
 #include "zarbo/support/plane_geometry.h"
 #include "zarbo/support/utilities.h"
 
@@ -36,7 +38,7 @@ void addLeads(ArcPath& path, const AcGePoint3d& start, double tangent, double ex
 std::vector<const AcDbCurve*> ArcPath::pieces() const {
   std::vector<const AcDbCurve*> present;
   if (leadIn) present.push_back(&*leadIn);
-  present.push_back(&arc);
+  if (hasArc) present.push_back(&arc);
   if (leadOut) present.push_back(&*leadOut);
   return present;
 }
@@ -48,6 +50,8 @@ bool getArcPath(ArgCursor& cursor, double extension, ArcPath& path) {
       !getReal(cursor, radius) || !getReal(cursor, sweep))
     return false;
   path.length = radius * sweep;
+  const double fullTurn = 4 * rightAngle;
+  path.hasArc = std::abs(sweep) > fullTurn / 2 || std::abs(path.length) > AcGeContext::gTol.equalPoint();
   const AcGePoint3d centre = polarFrom(start, tangent + rightAngle * path.direction, radius);
   const double angle = angleOfPoints(centre, start);
   path.arc.setCenter(centre);

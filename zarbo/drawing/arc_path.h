@@ -16,6 +16,8 @@ struct ArcPath {
   /// travel starts.
   int32_t direction = 1;
   double length = 0;
+  /// False for a path without length, whose arc would be taken for a full circle.
+  bool hasArc = true;
 
   /// The pieces that are there, in the order of travel.
   std::vector<const AcDbCurve*> pieces() const;

@@ -53,7 +53,7 @@ void addHits(const ArcPath& path, const std::vector<const AcDbCurve*>& others, H
     for (const AcGePoint3d& each : meetings(piece, others)) hits.add(distance(distanceOn(piece, each)));
   };
   if (path.leadIn) stage(*path.leadIn, [&](double d) { return right ? path.length + d : -d; });
-  stage(path.arc, [&](double d) { return right ? path.length - d : d; });
+  if (path.hasArc) stage(path.arc, [&](double d) { return right ? path.length - d : d; });
   if (path.leadOut) stage(*path.leadOut, [&](double d) { return right ? -d : path.length + d; });
 }
 

@@ -2,6 +2,8 @@
 
 #include "zarbo/desktop/host_windows.h"
 #include "zarbo/desktop/todo_queue.h"
+#include "zarbo/dialogs/customization_functions.h"
+#include "zarbo/dialogs/dialog_functions.h"
 #include "zarbo/drawing/entity_functions.h"
 #include "zarbo/drawing/leader_functions.h"
 #include "zarbo/drawing/numeric_functions.h"
@@ -18,7 +20,7 @@ namespace {
 
 // LISP calls these by name; their codes, 63 to 170, follow from their places.
 constexpr TableRow rows[] = {
-    {L"ed_editMultilineText", kvEntry<notBuilt>},
+    {L"ed_editMultilineText", kvEntry<edEditMultilineText>},
 
     {L"kv_kv-createLayer", kvEntry<kvCreateLayer>},
 
@@ -123,19 +125,19 @@ constexpr TableRow rows[] = {
 
     {L"kv_kv-drawHanger", kvEntry<notBuilt>},
 
-    {L"kv_kv-customizeLayers", kvEntry<notBuilt>},
+    {L"kv_kv-customizeLayers", kvEntry<kvCustomizeLayers>},
 
-    {L"kv_kv-LayerSystemOptionsElec", kvEntry<notBuilt>},
-    {L"kv_kv-LayerSystemOptionsPlumb", kvEntry<notBuilt>},
-    {L"kv_kv-LayerSystemOptionsHVAC", kvEntry<notBuilt>},
+    {L"kv_kv-LayerSystemOptionsElec", kvEntry<kvLayerSystemOptionsElec>},
+    {L"kv_kv-LayerSystemOptionsPlumb", kvEntry<kvLayerSystemOptionsPlumb>},
+    {L"kv_kv-LayerSystemOptionsHVAC", kvEntry<kvLayerSystemOptionsHvac>},
 
-    {L"kv_kv-customizeTextStyles", kvEntry<notBuilt>},
+    {L"kv_kv-customizeTextStyles", kvEntry<kvCustomizeTextStyles>},
 
-    {L"kv_kv-customizeLabelGroup", kvEntry<notBuilt>},
+    {L"kv_kv-customizeLabelGroup", kvEntry<kvCustomizeLabelGroup>},
 
-    {L"EditUserOptions", kvEntry<notBuilt>},
+    {L"EditUserOptions", kvEntry<editUserOptions>},
 
-    {L"kv_kv-submitBug", kvEntry<notBuilt>},
+    {L"kv_kv-submitBug", kvEntry<kvSubmitBug>},
 
     {L"CreateCompressedGuidString", kvEntry<createCompressedGuidString>},
     {L"signString", kvEntry<signStringOf>},
@@ -147,7 +149,7 @@ constexpr TableRow rows[] = {
     {L"GetTempPath", kvEntry<getTempPath>},
     {L"IsFileReadOnly", kvEntry<isFileReadOnly>},
 
-    {L"kv_kv-safeContinue", kvEntry<notBuilt>},
+    {L"kv_kv-safeContinue", kvEntry<kvSafeContinue>},
 };
 static_assert(std::size(rows) == 108);
 

@@ -1,16 +1,23 @@
+#include "brx/editor_input.h"
 #include "platform/archive/archive_writer.h"
 #include "platform/download/download.h"
 #include "platform/files/files.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
+#include "zarbo/support/progress_meter.h"
 #include "zarbo/support/service_functions.h"
 
 int downloadFileOf() {
   acedRetNil();
   LispArgs args;
   std::wstring url, file;
+  if (!getString(args.cursor, url) || !getString(args.cursor, file)) return done;
+  ProgressMeter meter(L"Downloading");
   // Nil on success, too: the caller looks for the file.
-  if (getString(args.cursor, url) && getString(args.cursor, file)) platform::downloadFile(url, file);
+  platform::downloadFile(url, file, {}, [&](int64_t come, int64_t total) {
+    meter.show(come, total);
+    return !acedUsrBrk();
+  });
   return done;
 }
 

@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "platform/desktop/qt/application.h"
+#include "platform/desktop/qt/form_window.h"
 #include "platform/desktop/qt/keys.h"
 #include "platform/files/native_path.h"
 
@@ -103,6 +104,33 @@ std::optional<std::wstring> choose(QFileDialog& dialog, const std::wstring& fold
   return dialog.selectedFiles().constFirst().toStdWString();
 }
 
+/// Keeps what a person does from the windows, and notes Escape.
+class StopWatch : public QObject {
+ public:
+  bool isAsked() const { return asked_; }
+  bool eventFilter(QObject*, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::KeyPress:
+        asked_ = asked_ || static_cast<QKeyEvent*>(event)->key() == Qt::Key_Escape;
+        return true;
+      case QEvent::KeyRelease:
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonRelease:
+      case QEvent::MouseButtonDblClick:
+      case QEvent::Wheel:
+      case QEvent::Shortcut:
+      case QEvent::ShortcutOverride:
+      case QEvent::Close:
+        return true;
+      default:
+        return false;
+    }
+  }
+
+ private:
+  bool asked_ = false;
+};
+
 }  // namespace
 
 QtDesktop::QtDesktop() { qtApplication(); }
@@ -138,6 +166,18 @@ std::optional<std::wstring> QtDesktop::chooseFolder(const std::wstring& title, c
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
   return choose(dialog, initial);
+}
+
+int QtDesktop::runDialog(Form& form) {
+  const ActiveWindow active;
+  return FormWindow(form, active.get()).run();
+}
+
+bool QtDesktop::takeStop() {
+  StopWatch watch;
+  qApp->installEventFilter(&watch);
+  QCoreApplication::processEvents();
+  return watch.isAsked();
 }
 
 std::pair<int, int> QtDesktop::screenSize() {

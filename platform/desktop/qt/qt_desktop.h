@@ -15,6 +15,8 @@ class QtDesktop : public Desktop {
   void beep(int kind) override;
   std::optional<std::wstring> chooseFile(const FileChoice& choice) override;
   std::optional<std::wstring> chooseFolder(const std::wstring& title, const std::wstring& initial) override;
+  int runDialog(Form& form) override;
+  bool takeStop() override;
   std::pair<int, int> screenSize() override;
   void mainWindowChanged() override;
   bool showInFolder(const std::wstring& folder, const std::vector<std::wstring>& files) override;

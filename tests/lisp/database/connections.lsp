@@ -44,5 +44,20 @@
 (vl-filename-base (zb_mdb))                         ;=> "other"
 (zb_close_db)                                       ;=> nil
 (zb_mdb)                                            ;=> nil
-; Along the search path of the host
+; Both separators lead to a file, in every call that names one and along the search path of the host.
+(setq slashes (vl-string-translate "/" "\\" (strcat (getenv "ZARBO_SCRATCH") "/made.kv")))
+(zb_create_db slashes)                              ;=> T
+(zb_connect slashes)                                ;=> T
+(= (zb_mdb) (vl-string-translate "\\" "/" slashes))  ;=> T
+(zb_close_db)
+(setq copy (strcat (vl-string-right-trim "made.kv" slashes) "copy.kv"))
+(zb_compact slashes copy)                           ;=> "OK"
+(zb_connect copy)                                   ;=> T
+(zb_create_table "T" '(("a" . "long")))             ;=> "T"
+(zb_connect slashes)                                ;=> T
+(zb_link_table "T" copy "T")                        ;=> T
+(zb_connect "..\\share\\standards.kv" "r")          ;=> T
+(zb_connect "../share/standards.kv" "r")            ;=> T
+(zb_connect "..\\share\\none.kv" "r")               ;=> nil
+(zb_close_db)
 (setvar "ACADPREFIX" "x")                           ;=> ; error: AutoCAD variable setting rejected: "ACADPREFIX" "x"

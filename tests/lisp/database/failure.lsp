@@ -12,7 +12,12 @@
 (zb_connect folder "w")                             ;=> nil
 (vl-file-size text)                                 ;=> 44
 ; Compaction gives "OK" or the error's number; with the flag left out, a box tells of the failure.
+(defun makeFile (name) (setq f (open (strcat folder name) "w")) (write-line "mine" f) (close f))
+(mapcar 'makeFile '("/compact.kv.new" "/compact.kv.mended"))
 (zb_compact standards (strcat folder "/compact.kv"))            ;=> "OK"
+(zb_compact (strcat (getenv "ZARBO_SHARE") "/damaged.kv") (strcat folder "/mended.kv"))      ;=> "OK"
+(vl-directory-files folder "*.*" 1)                 ;=> ("compact.kv" "compact.kv.mended" "compact.kv.new" "forms.lsp" "mended.kv" "text.kv")
+(vl-file-size (strcat folder "/compact.kv.new"))    ;=> 5
 (zb_connect (strcat folder "/compact.kv") "w")      ;=> T
 (zb_table "tblLayer" "sName")                       ;=> "tblLayer"
 (zb_count)                                          ;=> 240

@@ -48,3 +48,9 @@
 (add "w" 1)                                          ;=> 21
 (zb_replace '(("n" . 22)))                           ;=> nil
 (substr (zb_lastError) 1 6)                          ;=> "(3164)"
+; Amounts go as far as their type does.
+(defun stored (amount) (cdr (assoc "c" (zb_append (list (cons "c" amount))))))
+(mapcar '(lambda (each) (if (setq back (stored each)) (= back 922337203685477.0))) '(922337203685477.0 "922337203685477" 922337203685478.0))  ;=> (T T nil)
+(zb_lastError)                                       ;=> "(3349) The number is too large for the field 'c'."
+(= (stored -922337203685477.0) -922337203685477.0)   ;=> T
+(= (cdr (assoc "c" (progn (zb_table "K" "c") (zb_seek 922337203685477.0)))) 922337203685477.0)   ;=> T

@@ -43,3 +43,41 @@
   (setq row (tblnext table T))
   (while row (setq row (tblnext table))))
 (type (ssget "X" '((-4 . "<OR") (0 . "LINE") (40 . 1.0) (-4 . "OR>"))))   ;=> PICKSET
+; Blocks that double their contents at each of 40 levels, and a chain of 100: pictures, selections, snaps and
+; extents come to an end, and tell what they leave out. Extents are exact.
+(host-new "nested.dwg")
+(setvar "CMDECHO" 0)
+(entmake '((0 . "BLOCK") (2 . "L0") (70 . 0) (10 0.0 0.0 0.0)))
+(entmake '((0 . "LINE") (10 0.0 0.0 0.0) (11 1.0 0.0 0.0)))
+(entmake '((0 . "ENDBLK")))
+(defun nest (prefix count level moves / i)
+  (setq i 0)
+  (repeat count
+    (entmake (list '(0 . "BLOCK") (cons 2 (strcat prefix (itoa (1+ i)))) '(70 . 0) '(10 0.0 0.0 0.0)))
+    (foreach move moves
+      (entmake (list '(0 . "INSERT") (cons 2 (if (= i 0) "L0" (strcat prefix (itoa i)))) (list 10 0.0 move 0.0) '(50 . 0.0))))
+    (entmake '((0 . "ENDBLK")))
+    (setq i (1+ i))))
+(nest "D" 40 0 '(0.0 1.0))
+(nest "C" 100 0 '(1.0))
+(setq laugh (entmakex '((0 . "INSERT") (2 . "D40") (10 0.0 0.0 0.0))))
+(command "_.ZOOM" "_E")
+(list (getvar "EXTMIN") (getvar "EXTMAX"))      ;=> ((0.0 0.0 0.0) (1.0 40.0 0.0))
+(host-output)
+(sslength (ssget "_C" '(-1.0 -1.0) '(2.0 41.0)))   ;=> 1
+(ssget "_C" '(5.0 5.0) '(6.0 6.0))              ;=> nil
+(osnap '(0.5 0.0) "_end")                       ;=> (0.0 0.0 0.0)
+(wcmatch (host-output) "*The blocks hold too much: all beyond 5000000 entities was left out.*")   ;=> T
+(entdel laugh)
+(setq chain (entmakex '((0 . "INSERT") (2 . "C100") (10 0.0 0.0 0.0))))
+(list (getvar "EXTMIN") (getvar "EXTMAX"))      ;=> ((0.0 100.0 0.0) (1.0 100.0 0.0))
+(ssget "_C" '(-1.0 99.0) '(2.0 101.0))          ;=> nil
+(host-output)                                   ;=> "\nThe blocks are nested too deep: all beyond 64 levels was left out.\n"
+; Extents follow what changes inside.
+(setq e (tblobjname "BLOCK" "L0") e (entnext e))
+(entmod (list (cons -1 e) '(11 3.0 0.0 0.0)))
+(getvar "EXTMAX")                               ;=> (3.0 100.0 0.0)
+(entdel chain)
+(entmakex (list '(0 . "INSERT") '(2 . "L0") '(10 0.0 0.0 0.0) (cons 50 (/ pi 2)) '(70 . 3) '(71 . 2) '(44 . 10.0) '(45 . 5.0)))
+(list (mapcar 'rtos (getvar "EXTMIN")) (mapcar 'rtos (getvar "EXTMAX")))
+;=> (("-5.0000" "0.0000" "0.0000") ("0.0000" "23.0000" "0.0000"))

@@ -24,6 +24,17 @@
 ;=> (("d" 6.0) ("d" 12.0))
 (hits (kv_kv-intersectLineArc 6.0 '(0 0) '(20 0) '(-2 -1) quarter 1 1000.0 0.01))
 ;=> (("d" -2.0005))
+; A path without length meets nothing, where its circle would; its leads do.
+(mapcar '(lambda (sweep) (hits (kv_kv-intersectArcLine 0.0 '(0 0) 0.0 1 10.0 sweep '(-50 10) '(50 10)))) '(0.0 -0.0 1e-20))
+;=> (nil nil nil)
+(list (kv_kv-intersectLineArc 0.0 '(-50 10) '(50 10) '(0 0) 0.0 -1 10.0 0.0)
+      (kv_kv-intersectArcArc 0.0 '(0 0) 0.0 1 10.0 quarter '(20 0) pi 1 10.0 0.0)
+      (kv_kv-intersectArcArc 0.0 '(0 0) 0.0 1 10.0 0.0 '(20 10) (* 3 quarter) -1 10.0 pi))
+;=> (nil nil nil)
+(hits (kv_kv-intersectArcLine 8.0 '(0 0) 0.0 1 10.0 0.0 '(-5 -5) '(-5 5)))
+;=> (("d" -5.0))
+(length (hits (kv_kv-intersectArcLine 0.0 '(0 0) 0.0 1 10.0 (* 2 pi) '(-50 10) '(50 10))))
+;=> 2
 ; Heights don't count.
 (hits (kv_kv-intersectLineArc 0.0 '(0 0 5) '(20 0 7) '(12 0 -3) quarter 1 3.0 3.5))
 ;=> (("d" 6.0) ("d" 12.0))

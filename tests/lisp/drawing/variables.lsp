@@ -18,6 +18,9 @@
 (list (set-to "DIMSCALE" 48) (set-to "DIMSCALE" -1) (set-to "DIMSCALE" "x"))   ;=> (48.0 REFUSED REFUSED)
 (list (set-to "LTSCALE" 2.5) (set-to "LTSCALE" 0) (set-to "ORTHOMODE" 1) (set-to "ORTHOMODE" 2) (set-to "OSMODE" 1.5))   ;=> (2.5 REFUSED 1 REFUSED REFUSED)
 (list (set-to "LASTPOINT" '(1 2)) (set-to "LASTPOINT" '(1 2 3 4)) (set-to "INSBASE" '(1 2 3)))   ;=> ((1.0 2.0 0.0) REFUSED (1.0 2.0 3.0))
+; The decimal point of dimensions is a letter.
+(list (getvar "DIMDSEP") (set-to "DIMDSEP" ",") (set-to "DIMDSEP" "ab") (set-to "DIMDSEP" 46) (set-to "DIMDSEP" ""))   ;=> ("." "," REFUSED REFUSED "")
+(setvar "DIMDSEP" ",")
 ; Some can't be set, some aren't there.
 (mapcar '(lambda (name) (set-to name (getvar name))) '("DWGNAME" "DWGPREFIX" "ACADVER" "VIEWCTR" "EXTMIN" "CMDACTIVE" "HANDSEED"))
 ;=> (REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED)

@@ -19,7 +19,9 @@
 (host-input "1" "a,b" "1,2,3,4" "1e999,0" "<" "5<" "1,2")
 (host-output)
 (progn (getpoint "P: ") (host-output))
-;=> "P: \nInvalid point.P: \nInvalid point.P: \nInvalid point.P: \nInvalid point.P: \nInvalid point.P: \nInvalid point.P: "
+;=> "P: \nInvalid point.\nP: \nInvalid point.\nP: \nInvalid point.\nP: \nInvalid point.\nP: \nInvalid point.\nP: \nInvalid point.\nP: "
+; But what a program prints stands before its prompt.
+(progn (host-input '(1 2)) (princ "Now. ") (getpoint "P: ") (host-output))   ;=> "Now. P: "
 (host-input 'enter)
 (getpoint)                                      ;=> nil
 ; Nobody answers: the prompt counts as cancelled.

@@ -37,3 +37,18 @@
 loaded                                    ;=> 7
 (numberp (vl-string-search "line 2" (vl-catch-all-error-message (vl-catch-all-apply (quote load) (list path)))))   ;=> T
 (= (vl-filename-mktemp "once.tmp") (vl-filename-mktemp "once.tmp"))   ;=> nil
+; A full disk takes no more: the writing functions answer nil, and the system's reason is told.
+(setq full (open "/dev/full" "w") line "a line of sixty-three letters, of which the buffer holds some....")
+(setvar "ERRNO" 0)
+(setq answers nil)
+(repeat 1000 (setq answers (cons (null (write-line line full)) answers)))
+(list (type (member T answers)) (getvar "ERRNO"))   ;=> (LIST 28)
+(close full)                              ;=> nil
+(setq full (open "/dev/full" "w"))
+(setvar "ERRNO" 0)
+(princ "x" full)                          ;=> "x"
+(close full)                              ;=> nil
+;| /dev/full: No space left on device
+(getvar "ERRNO")                          ;=> 28
+(vl-file-copy path "/dev/full" T)         ;=> nil
+;| /dev/full: No space left on device

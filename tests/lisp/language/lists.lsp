@@ -11,6 +11,7 @@
 (caddr '(1 2))                           ;=> nil
 (cdar '((1 . 2)))                        ;=> 2
 (last '(1 2 3))                          ;=> 3
+(list (last '(a b . c)) (last '(a . b)) (last nil))   ;=> (C B nil)
 (nth 1 '(a b c))                         ;=> B
 (nth 9 '(a b c))                         ;=> nil
 (length '(1 2 3))                        ;=> 3

@@ -51,6 +51,22 @@
 (distof "abc" 2)                          ;=> nil
 (angtof "45.0000" 0)                      ;=> 0.785398
 (angtof "N45d0'E" 4)                      ;=> 0.785398
+(list (angtof "45.0000" 3) (angtof "-90" 0) (angtof "720" 0))   ;=> (1.0177 4.71239 0.0)
+; As people read them, and as they are typed
+(setvar "UNITMODE" 1)
+(mapcar '(lambda (units) (rtos 17.5 units 2)) '(1 2 3 4 5))     ;=> ("1.75E+01" "17.50" "1'5.50\"" "1'5-1/2\"" "17-1/2")
+(list (rtos 12.5 4 2) (rtos 0.5 5 2) (angtos 0.785398 4 1))     ;=> ("1'1/2\"" "1/2" "N45d0'E")
+(mapcar '(lambda (value) (equal value (distof (rtos value 4 4)))) '(0.5 12.5 15.0 17.0625 -300.25))   ;=> (T T T T T)
+(setvar "UNITMODE" 0)
+(list (rtos 17.5 3 2) (rtos 17.5 4 2) (rtos 12.5 4 2) (rtos 17.5 5 2))   ;=> ("1'-5.50\"" "1'-5 1/2\"" "1'-0 1/2\"" "17 1/2")
+; A text that grows piece by piece is the same as one made at once, whoever looks at it meanwhile.
+(setq long "" kept nil)
+(repeat 500 (setq long (strcat long "abc,")) (if (= (strlen long) 1600) (setq kept long)))
+(list (strlen long) (strlen kept) (substr long 1997) (substr kept 1597))   ;=> (2000 1600 "abc," "abc,")
+(setq branch (strcat long "left") other (strcat long "right" "!"))
+(list (strlen long) (substr branch 1999) (substr other 1999) (= (strcat long "left") branch))   ;=> (2000 "c,left" "c,right!" T)
+(setq long (strcat long long))
+(list (strlen long) (= long (strcat kept (substr long 1601))))   ;=> (4000 T)
 (read "(a . \"b\")")                      ;=> (A . "b")
 ; Points and crossings
 (distance '(0 0) '(3 4))                  ;=> 5.0

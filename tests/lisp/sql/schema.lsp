@@ -52,6 +52,29 @@
 (zb_create_index "Ducts" "dBreadth")                 ;=> ; error: ADS request error
 (zb_rename_table "Ducts" "DUCT")                     ;=> "DUCT"
 (zb_rename_table "Nothing" "x")                      ;=> nil
+; In another spelling, but not onto the name of a query
+(zb_rename_table "DUCT" "Duct")                      ;=> "Duct"
+(zb_rename_table "Duct" "DUCT")                      ;=> "DUCT"
+(zb_list_tables)                                     ;=> ("Copy" "DUCT")
+(zb_table "DUCT" "sName")                            ;=> "DUCT"
+(zb_create_query "qDuct" "SELECT * FROM DUCT")       ;=> T
+(zb_rename_table "DUCT" "QDUCT")                     ;=> nil
+(zb_lastError)                                       ;=> "(3012) An object named 'QDUCT' exists already."
+(zb_command "DROP VIEW qDuct")                       ;=> 0
+; Rows take the default of a new field that must have a value, whatever makes it.
+(zb_modify_table "DUCT" '(("sKind" . "text(9) required default 'round'") ("dSum" . "double required default =1+1")))     ;=> "DUCT"
+(zb_command "ALTER TABLE DUCT ADD COLUMN bMore YESNO NOT NULL DEFAULT Yes")  ;=> 0
+(zb_sql "SELECT sKind, dSum, bMore FROM DUCT")       ;=> ((("sKind" . "round") ("dSum" . 2.0) ("bMore" . -1)))
+(zb_modify_table "DUCT" '(("sNone" . "text(9) required")))   ;=> nil
+(zb_lastError)                                       ;=> "(3314) The field 'sNone' must have a value."
+(zb_modify_table "DUCT" '(("sLong" . "text(3) required default 'longer'")))  ;=> nil
+(substr (zb_lastError) 1 6)                          ;=> "(3163)"
+; What isn't there is told as what it is.
+(defun told (call) (zb_resetLastError) (eval call) (zb_lastError))
+(told '(zb_relationDelete "DUCT" "none"))            ;=> "(3265) There is no relation 'none'."
+(told '(zb_field_required "DUCT" "none"))            ;=> "(3265) There is no field 'none' in the table 'DUCT'."
+(told '(zb_attributes "none"))                       ;=> "(3265) There is no field or index 'none' in the table 'DUCT'."
+(told '(zb_replace '(("none" . 1))))                 ;=> "(3265) There is no field 'none' in the table 'DUCT'."
 ; Relations guard both sides.
 (zb_sql "CREATE TABLE Fittings (ixFitting COUNTER PRIMARY KEY, ixDuct LONG, CONSTRAINT ofDuct FOREIGN KEY (ixDuct) REFERENCES DUCT (ixDuct))")   ;=> nil
 (zb_relationExists "ofDuct")                         ;=> T

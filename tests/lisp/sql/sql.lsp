@@ -44,6 +44,25 @@
 (zb_create_query "LayersOfColour" "PARAMETERS wanted Long; SELECT Count(*) AS n FROM tblLayer WHERE iColor = wanted")   ;=> T
 (zb_query "LayersOfColour" '(("wanted" . 8)))        ;=> ((("n" . 52)))
 (zb_query "layersofcolour" '(8))                     ;=> ((("n" . 52)))
+; By name, with or without a dot; a pair with nil is null, and no value by place.
+(zb_command "CREATE TABLE Notes (id LONG, note TEXT(20))")   ;=> 0
+(zb_command "INSERT INTO Notes VALUES (1, 'old')")   ;=> 1
+(zb_create_query "setNote" "PARAMETERS pNote Text, pId Long; UPDATE Notes SET note = pNote WHERE id = pId")   ;=> T
+(defun note (parameters) (zb_resetLastError) (zb_query "setNote" parameters) (cons (zb_lastError) (cdr (assoc "note" (car (zb_sql "SELECT note FROM Notes"))))))
+(note (list (cons "pNote" nil) (cons "pId" 1)))      ;=> ("")
+(note (list (cons "pNote" "x") (list "pId" 1)))      ;=> ("" . "x")
+(note (list (list "PID" 1) (list "pnote" "y")))      ;=> ("" . "y")
+(note (list "z" 1))                                  ;=> ("" . "z")
+(note (list nil 1))                                  ;=> ("")
+(note (list "pNote" 1))                              ;=> ("" . "pNote")
+(note (list (list "pId" 1) "last"))                  ;=> ("" . "last")
+; What fits no parameter is refused by its name, and nothing is done.
+(note (list (cons "pNot" "w") (cons "pId" 1)))       ;=> ("(3265) There is no parameter 'pNot' in the query." . "last")
+(note (list (cons "pNote" "w")))                     ;=> ("(3061) Too few parameters. Expected 1. No field is named 'pId' at position 1 near 'PARAMETERS pNote Text, pId Long; UPDATE '." . "last")
+(note (list (cons "pNote" "w") (cons "pId" 1) (cons "pMore" 1)))   ;=> ("(3265) There is no parameter 'pMore' in the query." . "last")
+(note (list (cons "pNote" "w") (list "pId" 1 2)))    ;=> ("(3001) An argument is not valid: the query's parameter 'pId' takes one value." . "last")
+(note (list (list 5) (list "pId" 1)))                ;=> ("(3001) An argument is not valid: a parameter of the query has no name." . "last")
+(zb_query "LayersOfColour" '("wanted" . 8))          ;=> ((("n" . 52)))
 (zb_query "NoSuchQuery" nil)                         ;=> nil
 (zb_create_query "Bad" "SELECT FROM WHERE")          ;=> nil
 (zb_query 1)                                         ;=> ; error: ADS request error

@@ -51,6 +51,8 @@
 ;=> nil
 (CreateZip (strcat folder "/y.zip") nil)
 ;=> T
+(list (CreateZip "" (list file)) (CreateZip "/dev/null" nil) (CreateZip folder nil))
+;=> (nil nil nil)
 (DownloadFile "http://127.0.0.1:1/nothing" (strcat folder "/z"))
 ;=> nil
 (zb_rmdir folder)

@@ -1,0 +1,41 @@
+; Loops that programs write, each over a number of things and over twice as many: a loop whose rounds cost the
+; same takes twice as long, one that looks at everything in every round four times as long.
+
+(defun points (n) (repeat n (entmakex '((0 . "POINT") (10 0.0 0.0 0.0)))))
+(defun erase-all (/ e) (while (setq e (entlast)) (entdel e)))
+
+(defun delete-from-front (n)
+  (points n)
+  (setq set (ssget "X"))
+  (lambda () (repeat n (ssdel (ssname set 0) set))))
+
+(defun delete-every-second (n)
+  (points (* 2 n))
+  (setq set (ssget "X"))
+  (lambda () (setq i 0) (repeat n (ssdel (ssname set i) set) (setq i (1+ i)))))
+
+(defun erase-first (n) (points n) (lambda () (while (setq e (entnext)) (entdel e))))
+(defun erase-last (n) (points n) (lambda () (while (setq e (entlast)) (entdel e))))
+(defun erase-second (n) (points n) (setq e (entnext)) (lambda () (repeat (1- n) (entdel (entnext e)))))
+
+(defun walk-dictionary (n)
+  (setq d (dictadd (namedobjdict) (strcat "GROWTH" (itoa n)) (entmakex '((0 . "DICTIONARY") (100 . "AcDbDictionary")))) i 0)
+  (repeat n (dictadd d (itoa (setq i (1+ i))) (entmakex '((0 . "XRECORD") (100 . "AcDbXrecord") (1 . "x")))))
+  (lambda () (dictnext d T) (while (dictnext d))))
+
+(defun lengthen-text (n) (setq text "") (lambda () (repeat n (setq text (strcat text "abc,")))))
+(defun lengthen-and-look (n) (setq text "") (lambda () (while (< (strlen text) (* 4 n)) (setq text (strcat text "abc,")))))
+
+; Variables are the caller's, so that a loop sees those of its preparation while it runs.
+(defun time-of (prepare n / set e d i text loop started)
+  (erase-all)
+  (setq loop (apply prepare (list n)) started (getvar "MILLISECS"))
+  (apply loop nil)
+  (- (getvar "MILLISECS") started))
+
+(foreach each '((delete-from-front 200000) (delete-every-second 200000) (erase-first 100000) (erase-last 100000)
+                (erase-second 100000) (walk-dictionary 50000) (lengthen-text 400000) (lengthen-and-look 400000))
+  (setq once (time-of (car each) (cadr each)) twice (time-of (car each) (* 2 (cadr each))))
+  (princ (strcat (strcase (vl-symbol-name (car each)) T) " " (itoa (cadr each)) ": " (itoa once) " ms, twice as many: " (itoa twice) " ms, "
+                 (rtos (/ (float twice) (max 1 once)) 2 1) " times as long\n")))
+(princ)
