@@ -20,7 +20,6 @@ class BRX_API AcDbAttributeDefinition : public AcDbText {
   bool subWorldDraw(AcGiWorldDraw* draw) override;
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   std::wstring tag_, prompt_;
   Adesk::Int16 flags_ = 0, fieldLength_ = 0;
@@ -43,7 +42,6 @@ class BRX_API AcDbAttribute : public AcDbText {
   bool subWorldDraw(AcGiWorldDraw* draw) override;
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   std::wstring tag_;
   Adesk::Int16 flags_ = 0, fieldLength_ = 0;

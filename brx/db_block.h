@@ -23,6 +23,7 @@ class BRX_API AcDbBlockReference : public AcDbEntity {
   Acad::ErrorStatus setNormal(const AcGeVector3d& normal);
   Adesk::Int16 columns() const { return columns_; }
   Adesk::Int16 rows() const { return rows_; }
+  bool isGrid() const { return columns_ > 1 || rows_ > 1; }
   double columnSpacing() const { return columnSpacing_; }
   double rowSpacing() const { return rowSpacing_; }
   /// The reference owns the attribute afterwards; in a database it stays open for write.

@@ -59,7 +59,7 @@ class BRX_API AcDbLine : public AcDbCurve {
   BRX_STRETCHES_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcGePoint3d start_, end_;
   double thickness_ = 0;
   AcGeVector3d normal_{0, 0, 1};
@@ -95,7 +95,7 @@ class BRX_API AcDbArc : public AcDbCurve {
   BRX_SNAPS_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcGePoint3d centre_;
   AcGeVector3d normal_{0, 0, 1};
   double radius_ = 0, startAngle_ = 0, endAngle_ = 6.283185307179586477;
@@ -109,8 +109,6 @@ class BRX_API AcDbCircle : public AcDbArc {
       : AcDbArc(centre, normal, radius, 0, 6.283185307179586477) {}
   bool isClosed() const override { return true; }
   bool isPeriodic() const override { return true; }
-  Acad::ErrorStatus dxfInFields(AcDbDxfFiler* filer) override;
-  Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
   Acad::ErrorStatus getArea(double& area) const override;
 };
 
@@ -144,7 +142,6 @@ class BRX_API AcDbPolyline : public AcDbCurve {
   Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const override;
 
  private:
-  friend struct HostAccess;
   std::vector<Vertex> vertices_;
   AcGeVector3d normal_{0, 0, 1};
   double elevation_ = 0;
@@ -161,6 +158,6 @@ class BRX_API AcDbPoint : public AcDbEntity {
   BRX_DRAWS_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcGePoint3d position_;
 };

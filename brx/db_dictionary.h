@@ -49,7 +49,6 @@ class BRX_API AcDbDictionary : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   friend class AcDbDictionaryIterator;
   friend struct HostAccess;
   struct Entry {
@@ -88,7 +87,6 @@ class BRX_API AcDbDictionaryWithDefault : public AcDbDictionary {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   AcDbObjectId default_;
 };
 
@@ -112,7 +110,6 @@ class BRX_API AcDbXrecord : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   std::unique_ptr<host::GroupList> data_;
   Adesk::Int16 cloning_ = 1;
 };
@@ -145,7 +142,6 @@ class BRX_API AcDbGroup : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   std::wstring description_;
   std::vector<AcDbObjectId> entities_;
@@ -182,7 +178,6 @@ class BRX_API AcDbSortentsTable : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   Acad::ErrorStatus move(const AcDbObjectIdArray& ids, bool toTop);
   AcDbObjectId block_;
   /// Entity and the handle as whose the entity is drawn.
@@ -205,7 +200,6 @@ class BRX_API AcDbLayout : public AcDbObject {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
   std::wstring name_;
   Adesk::Int16 tab_ = 0;
   AcDbObjectId block_;

@@ -36,7 +36,6 @@ class BRX_API AcDbEllipse : public AcDbCurve {
   BRX_SNAPS_ITSELF
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   AcGePoint3d centre_;
   AcGeVector3d normal_{0, 0, 1}, major_{1, 0, 0};

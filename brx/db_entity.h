@@ -7,9 +7,10 @@
 /// Entities and curves.
 
 /// Colour by block, by layer, by index or exact.
-class AcCmColor {
+class BRX_API AcCmColor {
  public:
-  Adesk::UInt16 colorIndex() const { return index_; }
+  /// Of an exact colour the one that stands beside it in files: the nearest, unless a file told another.
+  Adesk::UInt16 colorIndex() const { return exact_ && index_ == notTold ? nearestIndex() : index_; }
   bool isByLayer() const { return !exact_ && index_ == 256; }
   bool isByBlock() const { return !exact_ && index_ == 0; }
   bool isByColor() const { return exact_; }
@@ -19,7 +20,7 @@ class AcCmColor {
   Adesk::UInt32 rgb() const { return rgb_; }
   Acad::ErrorStatus setRGB(Adesk::UInt8 r, Adesk::UInt8 g, Adesk::UInt8 b) {
     rgb_ = static_cast<Adesk::UInt32>(r << 16 | g << 8 | b);
-    exact_ = true;
+    exact_ = true, index_ = notTold;
     return Acad::eOk;
   }
   Acad::ErrorStatus setColorIndex(Adesk::UInt16 index) {
@@ -28,8 +29,14 @@ class AcCmColor {
     exact_ = false;
     return Acad::eOk;
   }
+  /// The index beside an exact colour; ignored for others.
+  void setIndexBeside(Adesk::UInt16 index) {
+    if (exact_ && index <= 257) index_ = index;
+  }
 
  private:
+  static constexpr Adesk::UInt16 notTold = 0xFFFF;
+  Adesk::UInt16 nearestIndex() const;
   Adesk::UInt32 rgb_ = 0;
   Adesk::UInt16 index_ = 256;
   bool exact_ = false;
@@ -117,6 +124,8 @@ class BRX_API AcDbEntity : public AcDbObject {
   Acad::ErrorStatus dxfOutFields(AcDbDxfFiler* filer) const override;
 
  protected:
+  /// What a class has of the database's defaults besides those of every entity.
+  virtual void subSetDatabaseDefaults(AcDbDatabase&) {}
   virtual Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix);
   virtual Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const;
   virtual void subList() const;
@@ -138,7 +147,6 @@ class BRX_API AcDbEntity : public AcDbObject {
                                              Adesk::Int64 thisMarker, Adesk::Int64 otherMarker) const;
 
  private:
-  friend struct HostAccess;
   AcDbObjectId layer_, linetype_;
   double linetypeScale_ = 1;
   AcCmColor color_;

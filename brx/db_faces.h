@@ -25,7 +25,6 @@ class BRX_API AcDbFace : public AcDbEntity {
   Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const override;
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   AcGePoint3d corners_[4];
   Adesk::Int16 hiddenEdges_ = 0;
@@ -49,7 +48,6 @@ class BRX_API AcDbSolid : public AcDbEntity {
   Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const override;
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   AcGePoint3d corners_[4];
   double thickness_ = 0;

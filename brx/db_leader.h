@@ -28,10 +28,10 @@ class BRX_API AcDbLeader : public AcDbCurve {
   BRX_DRAWS_ITSELF
   BRX_SNAPS_ITSELF
   BRX_STRETCHES_ITSELF
+  void subSetDatabaseDefaults(AcDbDatabase& database) override;
   Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const override;
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   double arrowSize() const;
   std::vector<AcGePoint3d> vertices_;

@@ -31,6 +31,7 @@ class BRX_API AcDb2dVertex : public AcDbVertex {
   Acad::ErrorStatus setBulge(double bulge);
   double startWidth() const { return startWidth_; }
   double endWidth() const { return endWidth_; }
+  void scaleWidths(double factor) { assertWriteEnabled(), startWidth_ *= factor, endWidth_ *= factor; }
   bool isTangentUsed() const { return flags_ & 2; }
   double tangent() const { return tangent_; }
   /// Direction of the curve that is fitted, radians in the plane's system.
@@ -46,7 +47,6 @@ class BRX_API AcDb2dVertex : public AcDbVertex {
   BRX_DRAWS_ITSELF
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   AcGePoint3d position_;
   double startWidth_ = 0, endWidth_ = 0, bulge_ = 0, tangent_ = 0;
@@ -108,7 +108,6 @@ class BRX_API AcDb3dPolylineVertex : public AcDbVertex {
   BRX_DRAWS_ITSELF
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   AcGePoint3d position_;
   Adesk::Int16 flags_ = 32;

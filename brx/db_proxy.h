@@ -49,6 +49,10 @@ class BRX_API AcDbProxyEntity : public AcDbEntity {
   BrxProxyData& data() const { return *data_; }
   BRX_FILES_ITSELF
 
+ protected:
+  /// By what is known of the groups; `eNotApplicable` where that doesn't do.
+  Acad::ErrorStatus subTransformBy(const AcGeMatrix3d& matrix) override;
+
  private:
   std::unique_ptr<BrxProxyData> data_;
 };

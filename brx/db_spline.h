@@ -14,7 +14,7 @@ class BRX_API AcDbSpline : public AcDbCurve {
   ACRX_DECLARE_MEMBERS(AcDbSpline)
   AcDbSpline();
   ~AcDbSpline() override;
-  /// By the control points; of a spline without them, through the fit points.
+  /// By control points, or through the fit points of one that has only them. Not valid without either.
   const host::BSpline& curve() const;
   int degree() const;
   int numControlPoints() const;
@@ -32,13 +32,11 @@ class BRX_API AcDbSpline : public AcDbCurve {
   BRX_SNAPS_ITSELF
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   std::unique_ptr<host::BSpline> curve_;
+  mutable std::unique_ptr<host::BSpline> fitted_;  // made when it is asked for
   std::vector<AcGePoint3d> fitPoints_;
-  /// The curve through fit points, and those through which it has been laid.
-  mutable std::unique_ptr<host::BSpline> through_;
-  mutable std::vector<AcGePoint3d> throughPoints_;
+  AcGeVector3d startTangent_, endTangent_;
   AcGeVector3d normal_{0, 0, 1};
   Adesk::Int16 flags_ = 8;
 };

@@ -33,8 +33,9 @@ class BRX_API AcDbSymbolTableRecord : public AcDbObject {
 
  protected:
   Adesk::Int16 flags() const { return flags_; }
-  /// From a file, without what marks references to other drawings.
-  void takeFlags(Adesk::Int16 flags) { flags_ = static_cast<Adesk::Int16>(flags & ~112); }
+  /// The fields that files have among those of each class.
+  template <class Visitor, class Self>
+  static void head(Visitor& v, Self& o);
   void setFlag(Adesk::Int16 bit, bool on) {
     flags_ = static_cast<Adesk::Int16>(on ? flags_ | bit : flags_ & ~bit);
   }
@@ -134,7 +135,7 @@ class BRX_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcCmColor color_ = [] {
     AcCmColor c;
     c.setColorIndex(7);
@@ -146,20 +147,34 @@ class BRX_API AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   bool off_ = false, plottable_ = true;
 };
 
+/// A text or a shape at the end of a dash, as drawing files have it. The offset is in drawing units, the
+/// rotation in radians against the line or, by its flag, against the X axis.
+struct BrxDashSign {
+  enum : Adesk::Int16 { isUpright = 1, isText = 2, isShape = 4 };
+  Adesk::Int16 dash = 0, flags = 0, shape = 0;
+  AcDbObjectId style;  // of a shape's file, or of the text
+  double scale = 1, rotation = 0, offsetX = 0, offsetY = 0;
+  std::wstring text;
+};
+
 class BRX_API AcDbLinetypeTableRecord : public AcDbSymbolTableRecord {
  public:
   ACRX_DECLARE_MEMBERS(AcDbLinetypeTableRecord)
   std::wstring comments() const { return comments_; }
   /// Lengths in drawing units: above 0 a dash, below a gap, 0 a dot. Empty for a continuous line.
   const std::vector<double>& dashes() const { return dashes_; }
+  /// In the order of the dashes; most have none.
+  const std::vector<BrxDashSign>& signs() const { return signs_; }
+  /// Without signs.
   void setPattern(std::wstring comments, std::vector<double> dashes);
   double patternLength() const;
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   std::wstring comments_;
   std::vector<double> dashes_;
+  std::vector<BrxDashSign> signs_;
 };
 
 class BRX_API AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
@@ -179,15 +194,19 @@ class BRX_API AcDbTextStyleTableRecord : public AcDbSymbolTableRecord {
   BRX_FILES_ITSELF
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   double textSize_ = 0, xScale_ = 1, oblique_ = 0, priorSize_ = 0.2;
   std::wstring fileName_ = L"txt", bigFontFileName_;
+  Adesk::Int16 generation_ = 0;  // backward and upside down
 };
 
 class BRX_API AcDbRegAppTableRecord : public AcDbSymbolTableRecord {
  public:
   ACRX_DECLARE_MEMBERS(AcDbRegAppTableRecord)
   BRX_FILES_ITSELF
+
+ private:
+  BRX_DECLARES_FIELDS
 };
 
 /// A record whose data behind the name are kept as groups of the drawing file.
@@ -202,6 +221,7 @@ class BRX_API BrxGroupsTableRecord : public AcDbSymbolTableRecord {
   BrxGroupsTableRecord();
 
  private:
+  BRX_DECLARES_FIELDS
   std::unique_ptr<host::GroupList> groups_;
 };
 #define BRX_GROUPS_RECORD(Name)                      \
@@ -248,6 +268,7 @@ class BRX_API AcDbBlockTableRecord : public AcDbSymbolTableRecord {
 
  private:
   friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcGePoint3d origin_;
   AcDbObjectId layout_;
   std::wstring path_, comments_;

@@ -55,13 +55,17 @@ class BRX_API AcDbText : public AcDbEntity {
   void subList() const override;
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
   AcGePoint3d position_, alignment_;
   std::wstring text_;
   AcDbObjectId style_;
   double height_ = 0, rotation_ = 0, widthFactor_ = 1, oblique_ = 0;
   AcGeVector3d normal_{0, 0, 1};
-  Adesk::Int16 horizontal_ = 0, vertical_ = 0, generation_ = 0;
+  Adesk::Int16 horizontal_ = 0, generation_ = 0;
+
+ protected:
+  /// Files have it among the fields of each class derived from this one.
+  Adesk::Int16 vertical_ = 0;
 };
 
 /// Codes in the contents break paragraphs and change the format; lines are broken at the width.
@@ -127,7 +131,8 @@ class BRX_API AcDbMText : public AcDbEntity {
   Acad::ErrorStatus subExplode(AcDbVoidPtrArray& entities) const override;
 
  private:
-  friend struct HostAccess;
+  BRX_DECLARES_FIELDS
+  void settle();
   std::wstring contents_;
   AcGePoint3d location_;
   AcGeVector3d normal_{0, 0, 1}, direction_{1, 0, 0};

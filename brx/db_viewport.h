@@ -34,7 +34,6 @@ class BRX_API AcDbViewport : public AcDbEntity {
   BRX_DRAWS_ITSELF
 
  private:
-  friend struct HostAccess;
   BRX_DECLARES_FIELDS
   Acad::ErrorStatus checkLayers(const AcDbObjectIdArray& layers) const;
   AcGePoint3d centre_, viewCentre_, target_;

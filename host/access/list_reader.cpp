@@ -170,30 +170,6 @@ bool ListReader::atSubclassData(const ACHAR* subclass) {
   return true;
 }
 
-namespace {
-
-constexpr bool isEntityCode(int code) {
-  switch (code) {
-    case 6:
-    case 8:
-    case 48:
-    case 60:
-    case 62:
-    case 370:
-    case 420:
-    case 430:
-    case 440:
-      return true;
-    default:
-      return false;
-  }
-}
-
-/// Codes of the object itself: names, type, handle, extended data.
-constexpr bool isIdentity(int code) { return code <= 0 || code == 5 || code == 105 || code >= 1000; }
-
-}  // namespace
-
 /// From before the first mark, the mark of entities, and the host's own subclasses, which have no other use
 /// for the codes.
 void ListReader::takeEntityData() {

@@ -27,6 +27,27 @@ std::wstring textGroup(const ListGroups& groups, int code);
 /// The value of a group as a buffer; texts stay the value's. Bytes are put into `bytes`.
 resbuf bufferOf(const ListGroup& group, std::string& bytes);
 
+/// Codes of what every entity has.
+constexpr bool isEntityCode(int code) {
+  switch (code) {
+    case 6:
+    case 8:
+    case 48:
+    case 60:
+    case 62:
+    case 370:
+    case 420:
+    case 430:
+    case 440:
+      return true;
+    default:
+      return false;
+  }
+}
+
+/// Codes of the object itself: names, type, handle, extended data.
+constexpr bool isIdentity(int code) { return code <= 0 || code == 5 || code == 105 || code >= 1000; }
+
 /// Gives objects the groups of a list. Lists of LISP are laxer than files: what all entities have may stand
 /// anywhere, parts of a subclass may lie apart, and a list that lacks a subclass's mark is read as a whole.
 class ListReader : public AcDbDxfFiler {

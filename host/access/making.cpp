@@ -4,8 +4,9 @@
 #include "brx/db_polylines.h"
 #include "host/access/group_checks.h"
 #include "host/access/object_building.h"
+#include "host/access/record_tables.h"
 #include "host/access/refusal.h"
-#include "host/access/spaces.h"
+#include "host/database/spaces.h"
 #include "host/database/stubs.h"
 #include "host/database/subentities.h"
 #include "platform/text/letters.h"
@@ -24,10 +25,10 @@ std::unique_ptr<T> as(std::unique_ptr<AcDbObject> object) {
 
 /// The space that the list names, else the current one.
 AcDbObjectId spaceOf(const AcDbDatabase& drawing, const ListGroups& groups) {
-  const Value* const layout = findGroup(groups, 410);
-  if (layout) {
+  if (const Value* const layout = findGroup(groups, 410)) {
     const AcDbObjectId found = spaceOfLayout(drawing, layout->text());
-    if (!found.isNull()) return found;
+    require(!found.isNull(), Errno::badField);
+    return found;
   }
   return integerGroup(groups, 67, 0) ? drawing.paperSpaceId() : currentSpace(drawing);
 }

@@ -5,9 +5,9 @@
 
 #include "brx/db_proxy.h"
 #include "brx/lisp_calls.h"
-#include "host/access/spaces.h"
 #include "host/access/walk.h"
 #include "host/bridge/values.h"
+#include "host/database/spaces.h"
 #include "host/database/stubs.h"
 #include "host/lisp/wildcard.h"
 #include "platform/text/hex.h"
@@ -36,7 +36,9 @@ class ListWriter : public AcDbDxfFiler {
   bool atSubclassData(const ACHAR*) override { return false; }
 
   Acad::ErrorStatus writeItem(const resbuf& item) override {
-    list_.add(groupPair(item));
+    // A record files the block's units there.
+    const auto* const block = item.restype == 70 ? AcDbBlockTableRecord::cast(&object_) : nullptr;
+    list_.add(block ? pair(70, Value(blockFlags(*block))) : groupPair(item));
     const bool isEntityMark = item.restype == 100 && std::wstring_view(item.resval.rstring) == L"AcDbEntity";
     if (isEntityMark) addSpace();
     return status_;
@@ -142,6 +144,12 @@ Value objectList(const AcDbObject& object, const Value& applications) {
   Value data = xdataList(object, applications);
   if (data.isTrue()) list.add(pair(-3, std::move(data)));
   return list.take();
+}
+
+int32_t blockFlags(const AcDbBlockTableRecord& block) {
+  enum : int32_t { anonymous = 1, withAttributes = 2, external = 4 };
+  return (block.isAnonymous() ? anonymous : 0) | (block.hasAttributeDefinitions() ? withAttributes : 0) |
+         (block.isFromExternalReference() ? external : 0);
 }
 
 std::wstring typeNameOf(const AcDbObject& object) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "brx/db_entity.h"
+#include "brx/db_tables.h"
 #include "host/lisp/value.h"
 
 namespace host {
@@ -19,5 +19,8 @@ lisp::Value xdataList(const AcDbObject& object, const lisp::Value& applications)
 /// The name of an object's type in lists and files: "LINE". What stands for objects of a class that isn't
 /// here has that class's name.
 std::wstring typeNameOf(const AcDbObject& object);
+
+/// What LISP sees of a block under 70: whether it is anonymous, has attributes, comes from elsewhere.
+int32_t blockFlags(const AcDbBlockTableRecord& block);
 
 }  // namespace host

@@ -4,7 +4,7 @@
 #include "host/access/access_state.h"
 #include "host/access/arguments.h"
 #include "host/access/object_list.h"
-#include "host/access/spaces.h"
+#include "host/access/record_tables.h"
 #include "host/access/walk.h"
 #include "host/database/stubs.h"
 
@@ -27,7 +27,8 @@ bool flag(const Call& call, size_t place) { return call.has(place) && call[place
 /// What the lists of tables hold of a record: the old formats' groups. Empty for a table that shows all.
 std::span<const int> shownCodes(std::wstring_view type) {
   static constexpr int layer[] = {0, 2, 70, 62, 6};
-  static constexpr int linetype[] = {0, 2, 70, 3, 72, 73, 40, 49};
+  // Of a dash with a text or shape also what is told of that.
+  static constexpr int linetype[] = {0, 2, 70, 3, 72, 73, 40, 49, 75, 340, 46, 50, 44, 45, 9};
   if (type == L"LAYER") return layer;
   if (type == L"LTYPE") return linetype;
   return {};
@@ -42,15 +43,11 @@ bool isShown(std::span<const int> codes, const Value& group) {
 
 Value blockEntry(const AcDbBlockTableRecord& record) {
   const auto pair = [](int code, Value value) { return lisp::cons(Value(int32_t{code}), std::move(value)); };
-  enum : int32_t { anonymous = 1, withAttributes = 2, external = 4 };
-  const int32_t flags = (record.isAnonymous() ? anonymous : 0) |
-                        (record.hasAttributeDefinitions() ? withAttributes : 0) |
-                        (record.isFromExternalReference() ? external : 0);
   const AcGePoint3d origin = record.origin();
   lisp::ListBuilder list, point;
   list.add(pair(0, Value(std::wstring_view(L"BLOCK"))));
   list.add(pair(2, Value(std::wstring_view(record.getName()))));
-  list.add(pair(70, Value(flags)));
+  list.add(pair(70, Value(blockFlags(record))));
   if (!record.comments().empty()) list.add(pair(4, Value(std::wstring_view(record.comments()))));
   point.add(Value(int32_t{10}));
   for (const double each : {origin.x, origin.y, origin.z}) point.add(Value(each));

@@ -5,7 +5,7 @@
 #include "brx/db_calls.h"
 #include "brx/lisp_calls.h"
 #include "host/access/access_state.h"
-#include "host/access/spaces.h"
+#include "host/database/spaces.h"
 #include "host/database/stubs.h"
 #include "host/database/subentities.h"
 

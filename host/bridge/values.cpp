@@ -1,6 +1,7 @@
 #include "host/bridge/values.h"
 
 #include <array>
+#include <cmath>
 #include <vector>
 
 #include "brx/lisp_calls.h"
@@ -173,6 +174,12 @@ std::wstring hexadecimal(const ads_binary& bytes) {
   return text;
 }
 
+/// Points that are kept as a file has them lack coordinates.
+Value pointOf(const ads_point& kept) {
+  const ads_point shown = {kept[0], std::isnan(kept[1]) ? 0 : kept[1], kept[2]};
+  return listOfNumbers(shown, std::isnan(shown[2]) ? 2 : 3);
+}
+
 }  // namespace
 
 Value groupPair(const resbuf& group) {
@@ -180,7 +187,7 @@ Value groupPair(const resbuf& group) {
   Value value;
   switch (groupKind(code)) {
     case GroupKind::point:
-      value = listOfNumbers(group.resval.rpoint, 3);
+      value = pointOf(group.resval.rpoint);
       break;
     case GroupKind::real:
       value = Value(group.resval.rreal);

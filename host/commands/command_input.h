@@ -24,6 +24,8 @@ class CommandInput : public InputSource {
 
   void prompt(const std::wstring& text) override;
   void say(const std::wstring& text) override;
+  /// What a person must know, whatever CMDECHO says: something was not done.
+  using InputSource::tell;
   /// Ends the command, and says why, whatever CMDECHO says.
   [[noreturn]] void fail(const std::wstring& reason);
   bool ready() const override { return !arguments.empty(); }

@@ -1,10 +1,12 @@
 #include "host/commands/drawing_edit.h"
 
+#include "host/database/spaces.h"
+
 namespace host {
 
 AcDbObjectId currentSpace() {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
-  return drawing ? drawing->modelSpaceId() : AcDbObjectId();
+  return drawing ? currentSpace(*drawing) : AcDbObjectId();
 }
 
 AcDbObjectId appendTo(AcDbObjectId block, std::unique_ptr<AcDbEntity> entity) {
@@ -24,8 +26,36 @@ void eraseAll(const Entities& entities) {
   changeEach(entities, [](AcDbEntity& entity) { entity.erase(); });
 }
 
-void transformAll(const Entities& entities, const AcGeMatrix3d& matrix) {
-  changeEach(entities, [&](AcDbEntity& entity) { entity.transformBy(matrix); });
+namespace {
+
+/// Those that were not transformed.
+Entities transformed(const Entities& entities, const AcGeMatrix3d& matrix) {
+  Entities refused;
+  changeEach(entities, [&](AcDbEntity& entity) {
+    if (entity.transformBy(matrix) != Acad::eOk) refused.push_back(entity.objectId());
+  });
+  return refused;
+}
+
+void sayRefused(CommandInput& input, size_t count) {
+  if (count == 0) return;
+  input.tell(L"\n" + std::to_wstring(count) + (count == 1 ? L" was" : L" were") +
+             L" not changed: entities of this kind can't be transformed so.");
+}
+
+}  // namespace
+
+void transformAll(CommandInput& input, const Entities& entities, const AcGeMatrix3d& matrix) {
+  sayRefused(input, transformed(entities, matrix).size());
+}
+
+Entities transformCopies(CommandInput& input, const Entities& entities, const AcGeMatrix3d& matrix) {
+  Entities copies = copyAll(entities, currentSpace());
+  const Entities refused = transformed(copies, matrix);
+  eraseAll(refused);
+  sayRefused(input, refused.size());
+  for (const AcDbObjectId& each : refused) std::erase(copies, each);
+  return copies;
 }
 
 Entities copyAll(const Entities& entities, AcDbObjectId block) {

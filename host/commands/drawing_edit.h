@@ -4,6 +4,7 @@
 
 #include "brx/db_block.h"
 #include "brx/db_database.h"
+#include "host/commands/command_input.h"
 #include "host/editor/request.h"
 
 namespace host {
@@ -26,7 +27,10 @@ void changeEach(const Entities& entities, Change change) {
 }
 
 void eraseAll(const Entities& entities);
-void transformAll(const Entities& entities, const AcGeMatrix3d& matrix);
+/// Says how many can't be transformed, and leaves them as they are.
+void transformAll(CommandInput& input, const Entities& entities, const AcGeMatrix3d& matrix);
+/// Makes transformed copies in the current space, and gives them; nothing is left of those that can't be transformed.
+Entities transformCopies(CommandInput& input, const Entities& entities, const AcGeMatrix3d& matrix);
 /// Copies in a block, in the same order.
 Entities copyAll(const Entities& entities, AcDbObjectId block);
 

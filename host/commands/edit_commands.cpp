@@ -33,7 +33,7 @@ Task<> move(CommandInput& input) {
   if (chosen.empty()) co_return;
   const Answer base = co_await input.point(L"\nSpecify base point or displacement: ", {}, {}, noNull);
   const auto by = co_await askDisplacement(input, base.point);
-  transformAll(chosen, AcGeMatrix3d::translation(*by));
+  transformAll(input, chosen, AcGeMatrix3d::translation(*by));
 }
 
 /// Copies go on until Enter.
@@ -44,8 +44,7 @@ Task<> copy(CommandInput& input) {
   const auto by = co_await askDisplacement(input, base.point);
   std::vector<Entities> made;
   const auto copyBy = [&](const AcGeVector3d& way) {
-    made.push_back(copyAll(chosen, currentSpace()));
-    transformAll(made.back(), AcGeMatrix3d::translation(way));
+    made.push_back(transformCopies(input, chosen, AcGeMatrix3d::translation(way)));
   };
   copyBy(*by);
   while (true) {
@@ -59,6 +58,14 @@ Task<> copy(CommandInput& input) {
       eraseAll(made.back());
       made.pop_back();
     }
+  }
+}
+
+void transform(CommandInput& input, const Entities& chosen, const AcGeMatrix3d& matrix, bool copies) {
+  if (copies) {
+    transformCopies(input, chosen, matrix);
+  } else {
+    transformAll(input, chosen, matrix);
   }
 }
 
@@ -93,8 +100,7 @@ Task<> rotate(CommandInput& input) {
   if (chosen.empty()) co_return;
   const Answer base = co_await input.point(L"\nSpecify base point: ", {}, {}, noNull);
   const Turn turn = co_await askTurn(input, base.point);
-  const Entities changed = turn.copies ? copyAll(chosen, currentSpace()) : chosen;
-  transformAll(changed, AcGeMatrix3d::rotation(turn.angle, AcGeVector3d::kZAxis, base.point));
+  transform(input, chosen, AcGeMatrix3d::rotation(turn.angle, AcGeVector3d::kZAxis, base.point), turn.copies);
 }
 
 struct Growth {
@@ -130,8 +136,7 @@ Task<> scale(CommandInput& input) {
   if (chosen.empty()) co_return;
   const Answer base = co_await input.point(L"\nSpecify base point: ", {}, {}, noNull);
   const Growth growth = co_await askGrowth(input, base.point);
-  const Entities changed = growth.copies ? copyAll(chosen, currentSpace()) : chosen;
-  transformAll(changed, AcGeMatrix3d::scaling(growth.factor, base.point));
+  transform(input, chosen, AcGeMatrix3d::scaling(growth.factor, base.point), growth.copies);
 }
 
 /// Reflection in the upright plane through two points.
@@ -153,8 +158,7 @@ Task<> mirror(CommandInput& input) {
     input.say(L"\nThe points of the mirror line are the same.");
     co_return;
   }
-  const Entities changed = erases.text == L"Yes" ? chosen : copyAll(chosen, currentSpace());
-  transformAll(changed, mirroring(a.point, b.point));
+  transform(input, chosen, mirroring(a.point, b.point), erases.text != L"Yes");
 }
 
 /// The parts of one entity; nothing when it has none, and stays.
@@ -180,7 +184,7 @@ Task<> explode(CommandInput& input) {
     for (auto& part : parts) appendTo(currentSpace(), std::move(part));
     eraseAll({id});
   }
-  if (kept) input.say(L"\n" + std::to_wstring(kept) + L" could not be exploded.");
+  if (kept) input.tell(L"\n" + std::to_wstring(kept) + L" could not be exploded.");
 }
 
 AcDbObjectIdArray inSpace(const Entities& chosen, AcDbObjectId space) {

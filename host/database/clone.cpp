@@ -110,6 +110,8 @@ class Cloner {
     if (!fromTable) return {};
     const AcDbObjectId tableId = to_.tableId(fromTable->isA());
     AcDbObjectId id;
+    if (const auto* const style = AcDbTextStyleTableRecord::cast(&record); style && style->getName().empty())
+      return map_[record.objectId().stub()] = shapeFileFor(*style, tableId);
     {
       AcDbObjectPointer<AcDbSymbolTable> table(tableId);
       if (table.object() && table->getAt(record.getName().c_str(), id) == Acad::eOk) {
@@ -127,6 +129,25 @@ class Cloner {
     map_[record.objectId().stub()] = id;
     const AcDbBlockTableRecord* const block = AcDbBlockTableRecord::cast(&record);
     if (block) copyEntities(block->entityIds(), id);
+    return id;
+  }
+
+  /// Files of shapes are styles without a name, of which a table has many.
+  AcDbObjectId shapeFileFor(const AcDbTextStyleTableRecord& style, AcDbObjectId tableId) {
+    AcDbObjectPointer<AcDbSymbolTable> table(tableId, AcDb::kForWrite);
+    if (!table.object()) return {};
+    for (const AcDbObjectId& each : table->recordIds()) {
+      const auto* const other = AcDbTextStyleTableRecord::cast(host::objectOf(each));
+      const bool isSame =
+          other && !each.isErased() && other->getName().empty() &&
+          host::symbolKey(other->fileName().c_str()) == host::symbolKey(style.fileName().c_str());
+      if (isSame) return each;
+    }
+    auto* const made = static_cast<AcDbTextStyleTableRecord*>(copy(style));
+    AcDbObjectId id;
+    if (to_.addAcDbObject(id, made, tableId) != Acad::eOk) return delete made, AcDbObjectId();
+    HostAccess::addRecord(*table.object(), L"", id);
+    made->close();
     return id;
   }
 

@@ -1,5 +1,4 @@
 #include <cwchar>
-
 #include "brx/db_calls.h"
 #include "host/database/kept_for_drawing.h"
 #include "host/database/memory_filer.h"
@@ -199,7 +198,6 @@ namespace host {
 std::shared_ptr<void>& keptFor(AcDbDatabase& drawing, std::type_index type) {
   return drawing.imp().keptByOthers[type];
 }
-
 std::wstring symbolKey(const ACHAR* name) { return upperCased(name ? name : L""); }
 
 }  // namespace host

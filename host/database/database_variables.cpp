@@ -1,6 +1,8 @@
 #include <cmath>
 
 #include "brx/db_dictionary.h"
+#include "brx/db_proxy.h"
+#include "brx/lisp_calls.h"
 #include "host/database/drawing_files.h"
 #include "host/database/header_variables.h"
 #include "host/database/stubs.h"
@@ -93,16 +95,25 @@ Acad::ErrorStatus AcDbDatabase::updateExt(bool) {
   AcDbObjectPointer<AcDbBlockTableRecord> space(modelSpaceId());
   if (!space.object()) return space.openStatus();
   AcDbExtents all;
+  bool hasCarried = false;
   for (const AcDbObjectId& id : space->entityIds()) {
     const AcDbEntity* const entity = id.isErased() ? nullptr : AcDbEntity::cast(host::objectOf(id));
     AcDbExtents own;
     if (entity && entity->getGeomExtents(own) == Acad::eOk) all.addExt(own);
+    hasCarried = hasCarried || AcDbProxyEntity::cast(entity);
   }
+  // How far what is carried reaches, only the program that wrote the file knew.
+  if (hasCarried && extmin().x <= extmax().x) all.addPoint(extmin()), all.addPoint(extmax());
   constexpr double empty = 1e20;
   const bool isEmpty = all.isEmpty();
   imp_->setHeader(variable(L"EXTMIN"), isEmpty ? AcGePoint3d{empty, empty, empty} : all.minPoint());
   imp_->setHeader(variable(L"EXTMAX"), isEmpty ? AcGePoint3d{-empty, -empty, -empty} : all.maxPoint());
+  imp_->extentsKnownAt = imp_->changes;
   return Acad::eOk;
+}
+void host::trustExtents(AcDbDatabase& drawing) {
+  const bool isTold = drawing.extmin().x <= drawing.extmax().x;
+  if (isTold) drawing.imp().extentsKnownAt = drawing.imp().changes;
 }
 
 AcDbObjectId AcDbDatabase::namedObjectsDictionaryId() const { return imp_->namedObjects; }
@@ -156,6 +167,8 @@ Acad::ErrorStatus AcDbDatabase::readDwgFile(const ACHAR* path, int) {
   if (!read) return Acad::eNotImplementedYet;
   std::wstring problem;
   const Acad::ErrorStatus status = read(*this, path, problem);
+  // Callers have the status alone, and a person must be told why.
+  if (!problem.empty()) acutPrintf(L"\n%s", problem.c_str());
   if (status == Acad::eOk) imp_->fileName = path;
   return status;
 }

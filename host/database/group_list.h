@@ -22,6 +22,8 @@ class GroupList {
   void clear() { *this = GroupList(); }
   bool empty() const { return !head_; }
   const resbuf* head() const { return head_; }
+  /// Values may be changed in place, texts and bytes among them not.
+  resbuf* head() { return head_; }
   /// First buffer of the code; null without one.
   const resbuf* find(int code) const;
   /// A list of its own for a caller that frees it.

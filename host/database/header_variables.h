@@ -37,6 +37,9 @@ HeaderValue headerValue(const AcDbDatabase& drawing, size_t variable);
 /// `eKeyNotFound` for a name that the drawing doesn't have.
 Acad::ErrorStatus setHeaderValue(AcDbDatabase& drawing, size_t variable, const HeaderValue& value);
 
+/// What a file has told of the extents counts until the drawing changes.
+void trustExtents(AcDbDatabase& drawing);
+
 /// A colour's text; nothing for a text that is none.
 std::wstring colourText(const AcCmColor& colour);
 std::optional<AcCmColor> colourFromText(std::wstring_view text);

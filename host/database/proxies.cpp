@@ -1,5 +1,8 @@
 #include "host/database/proxies.h"
 
+#include <cwchar>
+#include <iterator>
+
 #include "host/database/fields.h"
 #include "host/rx/registry.h"
 
@@ -50,6 +53,23 @@ void readData(AcDbDwgFiler& filer, BrxProxyData& data) {
   reader.list(330, data.references);
 }
 
+// Behind a code 0 among the groups of an entity stand the records of its parts.
+
+/// They are owned by the entity, also those of a copy.
+void writeGroups(AcDbDxfFiler& filer, const host::GroupList& groups, AcDbObjectId owner) {
+  bool inHead = false, inBraces = false;
+  for (const resbuf* each = groups.head(); each; each = each->rbnext) {
+    if (each->restype == 0) inHead = true;
+    if (each->restype == 100) inHead = false;
+    if (each->restype == 102) inBraces = each->resval.rstring[0] == L'{';
+    if (inHead && !inBraces && each->restype == 330) {
+      filer.writeObjectId(330, owner);
+    } else {
+      filer.writeItem(*each);
+    }
+  }
+}
+
 }  // namespace
 
 #define HOST_PROXY(Class, Base)                                                                 \
@@ -72,10 +92,13 @@ void readData(AcDbDwgFiler& filer, BrxProxyData& data) {
   }                                                                                             \
   Acad::ErrorStatus Class::dxfOutFields(AcDbDxfFiler* filer) const {                            \
     Base::dxfOutFields(filer);                                                                  \
-    data_->groups->dxfOut(*filer);                                                              \
+    writeGroups(*filer, *data_->groups, objectId());                                            \
     return filer->filerStatus();                                                                \
   }                                                                                             \
-  Acad::ErrorStatus Class::dxfInFields(AcDbDxfFiler* filer) { return Base::dxfInFields(filer); }
+  Acad::ErrorStatus Class::dxfInFields(AcDbDxfFiler* filer) {                                   \
+    assertWriteEnabled();                                                                       \
+    return Base::dxfInFields(filer);                                                            \
+  }
 HOST_PROXY(AcDbProxyObject, AcDbObject)
 HOST_PROXY(AcDbProxyEntity, AcDbEntity)
 
@@ -92,6 +115,27 @@ std::unique_ptr<Proxy> proxyOf(const std::wstring& dxfName, GroupList groups) {
 }
 
 }  // namespace
+
+void renewParts(AcDbProxyEntity& entity, const std::function<bool(const std::wstring&)>& isTaken) {
+  GroupList& groups = *entity.data().groups;
+  if (!groups.find(0)) return;
+  GroupList renewed;
+  bool inHead = false;
+  for (const resbuf* each = groups.head(); each; each = each->rbnext) {
+    if (each->restype == 0) inHead = true;
+    if (each->restype == 100) inHead = false;
+    if (!inHead || each->restype != 5 || !isTaken(each->resval.rstring)) {
+      renewed.append(*each);
+      continue;
+    }
+    wchar_t digits[24];
+    const auto handle =
+        static_cast<unsigned long long>(entity.database()->imp().make(*entity.database(), 0).handle);
+    std::swprintf(digits, std::size(digits), L"%llX", handle);
+    renewed.append(5, digits);
+  }
+  groups = std::move(renewed);
+}
 
 std::unique_ptr<AcDbProxyEntity> proxyEntity(const std::wstring& dxfName, GroupList groups) {
   return proxyOf<AcDbProxyEntity>(dxfName, std::move(groups));

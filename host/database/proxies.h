@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -13,5 +14,9 @@ namespace host {
 /// entity's own fields by `AcDbEntity::dxfInFields`.
 std::unique_ptr<AcDbProxyEntity> proxyEntity(const std::wstring& dxfName, GroupList groups);
 std::unique_ptr<AcDbProxyObject> proxyObject(const std::wstring& dxfName, GroupList groups);
+
+/// Behind a code 0 among the groups of an entity stand the records of its parts, with handles of their own.
+/// Copies of the entity must not share them: those of which `isTaken` tells that get new ones.
+void renewParts(AcDbProxyEntity& entity, const std::function<bool(const std::wstring&)>& isTaken);
 
 }  // namespace host

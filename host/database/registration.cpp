@@ -52,8 +52,9 @@ void registerAll() {
   add<AcDb2dVertex>(L"AcDb2dVertex", L"AcDbVertex", create<AcDb2dVertex>, L"VERTEX");
   add<AcDb3dPolyline>(L"AcDb3dPolyline", L"AcDbCurve", create<AcDb3dPolyline>, L"POLYLINE");
   add<AcDb2dPolyline>(L"AcDb2dPolyline", L"AcDbCurve", create<AcDb2dPolyline>, L"POLYLINE");
-  add<AcDbProxyEntity>(L"AcDbProxyEntity", L"AcDbEntity", create<AcDbProxyEntity>, L"ACAD_PROXY_ENTITY");
-  add<AcDbProxyObject>(L"AcDbProxyObject", L"AcDbObject", create<AcDbProxyObject>, L"ACAD_PROXY_OBJECT");
+  // Without names of their own in drawing files: what comes as a proxy is carried like any unknown class.
+  add<AcDbProxyEntity>(L"AcDbProxyEntity", L"AcDbEntity", create<AcDbProxyEntity>);
+  add<AcDbProxyObject>(L"AcDbProxyObject", L"AcDbObject", create<AcDbProxyObject>);
   add<AcDbDictionary>(L"AcDbDictionary", L"AcDbObject", create<AcDbDictionary>, L"DICTIONARY");
   add<AcDbDictionaryWithDefault>(L"AcDbDictionaryWithDefault", L"AcDbDictionary",
                                  create<AcDbDictionaryWithDefault>, L"ACDBDICTIONARYWDFLT");

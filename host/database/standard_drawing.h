@@ -9,5 +9,7 @@ namespace host {
 void completeDrawing(AcDbDatabase& drawing);
 /// The records of symbol tables among them.
 void completeTables(AcDbDatabase& drawing);
+/// The linetypes alone, which layers refer to.
+void completeLinetypes(AcDbDatabase& drawing);
 
 }  // namespace host

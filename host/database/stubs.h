@@ -39,7 +39,7 @@ struct AcDbObjectExtras {
 
 /// What a drawing file held that the host has no place for.
 struct KeptGroups {
-  std::wstring version;  // of the file's format; empty for a new drawing
+  std::wstring version;                  // of the file's format; empty for a new drawing
   std::wstring codePage = L"ANSI_1252";  // of the program that made the file
   host::GroupList header, classes, tables, sections;
   std::array<host::GroupList*, 4> lists() { return {&header, &classes, &tables, &sections}; }
@@ -72,6 +72,7 @@ struct AcDbDatabaseImp {
   Adesk::UInt32 markSerial = 0;  // number of the mark set last
   Adesk::UInt64 changes = 0;     // grows with every opening for writing, change, erasing and adding
   Adesk::UInt64 revivals = 0;    // grows when something erased comes back, or the order of entities changes
+  Adesk::UInt64 extentsKnownAt = 0;  // `changes` when the variables last told the extents
   std::vector<UndoRecord> journal;
   std::unique_ptr<AcDbTransactionManager, void (*)(AcDbTransactionManager*)> transactions{nullptr, nullptr};
   /// What rooms above keep for the drawing, by its type.
@@ -122,34 +123,10 @@ struct HostAccess {
       table.byName_.erase(old);
     }
     table.byName_[to] = id;
-  }
-  static void line(auto& v, auto& o) {
-    v(39, o.thickness_), v(10, o.start_), v(11, o.end_), v(210, o.normal_);
-  }
-  static void point(auto& v, auto& o) { v(10, o.position_); }
-  /// Angles have their place behind the circle's subclass, which files have between.
-  static void circle(auto& v, auto& o) {
-    v.plane(10, o.centre_, o.normal_), v(40, o.radius_), v(210, o.normal_);
-  }
-  static void arc(auto& v, auto& o) { v(50, o.startAngle_), v(51, o.endAngle_); }
-  static void text(auto& v, auto& o) {
-    v.plane(10, o.position_, o.normal_), v(40, o.height_), v(1, o.text_), v(50, o.rotation_);
-    v(41, o.widthFactor_), v(51, o.oblique_), v.template named<AcDbTextStyleTable>(7, o.style_);
-    v(71, o.generation_), v(72, o.horizontal_), v.plane(11, o.alignment_, o.normal_), v(210, o.normal_);
-  }
-  /// Has its place behind a second subclass mark.
-  static void textVertical(auto& v, auto& o) { v(73, o.vertical_); }
-  /// Attributes have 73 for another field.
-  static void verticalOfAttribute(auto& v, auto& o) { v(74, o.vertical_); }
-  static void mtext(auto& v, auto& o) {
-    v(10, o.location_), v(40, o.textHeight_), v(41, o.width_), v(71, o.attachment_), v(1, o.contents_);
-    v.template named<AcDbTextStyleTable>(7, o.style_), v(210, o.normal_), v(11, o.direction_), v(72, o.flow_),
-        v(73, o.spacingStyle_), v(44, o.lineSpacing_), v(90, o.background_), v(45, o.backgroundScale_);
+    // Records that are kept by their names may be others now.
+    if (table.database()) table.database()->imp().standards.clear();
   }
   static BrxSubentities* subentities(AcDbEntity& entity);
-  static void scaleWidths(auto& vertex, double factor) {
-    vertex.startWidth_ *= factor, vertex.endWidth_ *= factor;
-  }
   static void setPosition(AcDbStub* stub, size_t position) {
     stub->position = static_cast<Adesk::UInt32>(position);
   }

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "host/commands/colour_names.h"
-#include "host/view/palette.h"
+#include "host/database/palette.h"
 #include "platform/desktop/desktop.h"
 #include "platform/desktop/form.h"
 
@@ -41,7 +41,7 @@ std::optional<uint32_t> rgbOf(const AcCmColor& colour) {
   if (colour.isByColor()) return colour.rgb();
   const unsigned index = colour.colorIndex();
   if (index < 1 || index > lastIndex) return std::nullopt;
-  return view::colourOfIndex(index);
+  return colourOfIndex(index);
 }
 
 std::wstring describe(const AcCmColor& colour) {
@@ -117,7 +117,7 @@ void ColourDialog::addPalette(int number, std::vector<int> indexes, int perRow) 
   std::vector<uint32_t> colours;
   std::vector<std::wstring> names;
   for (const int index : indexes) {
-    colours.push_back(view::colourOfIndex(static_cast<unsigned>(index)));
+    colours.push_back(colourOfIndex(static_cast<unsigned>(index)));
     names.push_back(nameOf(indexed(index)));
   }
   palettes_.push_back({number, std::move(indexes)});

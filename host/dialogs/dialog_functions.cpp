@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "host/database/palette.h"
 #include "host/dialogs/colour_dialog.h"
 #include "host/dialogs/shell_words.h"
 #include "host/lisp/builtins.h"
-#include "host/view/palette.h"
 
 namespace host {
 namespace {
@@ -26,22 +26,6 @@ AcCmColor indexed(int index) {
 Value colourDialog(const Call& call) {
   const auto chosen = chooseColour({indexed(call.integer(0)), !call.has(1) || call[1].isTrue()});
   return chosen ? Value(int32_t{chosen->colorIndex()}) : Value();
-}
-
-/// The index whose colour is nearest.
-int nearestIndex(uint32_t rgb) {
-  const auto part = [](uint32_t colour, int shift) { return static_cast<int>(colour >> shift & 255); };
-  int nearest = 1, least = 3 * 256 * 256;
-  for (int index = 1; index < byLayer; ++index) {
-    const uint32_t other = view::colourOfIndex(static_cast<unsigned>(index));
-    int distance = 0;
-    for (const int shift : {0, 8, 16}) {
-      const int difference = part(rgb, shift) - part(other, shift);
-      distance += difference * difference;
-    }
-    if (distance < least) least = distance, nearest = index;
-  }
-  return nearest;
 }
 
 /// ((62 . index) (420 . mixed)), or one such pair; what isn't given is by layer.
@@ -70,7 +54,7 @@ Value trueColourDialog(const Call& call) {
   if (!chosen) return {};
   lisp::ListBuilder list;
   if (chosen->isByColor()) {
-    list.add(pair(indexGroup, nearestIndex(chosen->rgb())));
+    list.add(pair(indexGroup, static_cast<int>(nearestIndex(chosen->rgb()))));
     list.add(pair(mixedGroup, static_cast<int>(chosen->rgb())));
   } else {
     list.add(pair(indexGroup, chosen->colorIndex()));

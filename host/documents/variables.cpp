@@ -6,8 +6,9 @@
 #include <map>
 
 #include "host/database/header_variables.h"
-#include "host/documents/documents.h"
+#include "host/database/spaces.h"
 #include "host/database/stubs.h"
+#include "host/documents/documents.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -37,8 +38,6 @@ Variables& stored() {
       {L"CMDDIA", {1}},
       {L"CMDECHO", {1}},
       {L"COORDS", {1}},
-      {L"CTAB", {std::wstring(L"Model")}},
-      {L"CVPORT", {2}},
       {L"DELOBJ", {1}},
       {L"DISTANCE", {0.0, true}},
       {L"DRAGMODE", {2}},
@@ -217,6 +216,22 @@ SetVariable setInDrawing(AcDbDatabase& drawing, size_t index, const VariableValu
   return status == Acad::eOk ? SetVariable::done : SetVariable::wrongType;
 }
 
+/// What tells the space that is current besides TILEMODE: the layout's name, and the viewport, which is 1
+/// for a sheet and 2 for the one of the model.
+std::optional<VariableValue> ofSpace(const AcDbDatabase& drawing, std::wstring_view name) {
+  if (name == L"CTAB") return layoutNameOf(currentSpace(drawing));
+  if (name == L"CVPORT") return currentSpace(drawing) == drawing.modelSpaceId() ? 2 : 1;
+  return std::nullopt;
+}
+
+SetVariable setOfSpace(AcDbDatabase& drawing, std::wstring_view name, const VariableValue& value) {
+  const auto* const layout = std::get_if<std::wstring>(&value);
+  const auto* const viewport = std::get_if<int>(&value);
+  const bool taken = name == L"CTAB" ? layout && switchToLayout(drawing, *layout)
+                                     : viewport && *viewport == std::get<int>(*ofSpace(drawing, name));
+  return taken ? SetVariable::done : SetVariable::wrongType;
+}
+
 std::vector<std::wstring>& folders() {
   static std::vector<std::wstring> all;
   return all;
@@ -232,6 +247,9 @@ std::optional<VariableValue> getVariable(std::wstring_view name) {
     if (key.starts_with(L"EXTM")) drawing->updateExt();
     return fromHeader(headerVariables()[*index], headerValue(*drawing, *index));
   }
+  if (drawing) {
+    if (auto value = ofSpace(*drawing, key)) return value;
+  }
   const auto found = stored().find(key);
   if (found == stored().end()) return std::nullopt;
   return found->second.value;
@@ -244,6 +262,7 @@ SetVariable setVariable(std::wstring_view name, const VariableValue& value) {
   if (const auto index = findHeaderVariable(key); index && drawing) {
     return setInDrawing(*drawing, *index, value);
   }
+  if (drawing && ofSpace(*drawing, key)) return setOfSpace(*drawing, key, value);
   const auto found = stored().find(key);
   if (found == stored().end()) return SetVariable::unknown;
   Variable& variable = found->second;

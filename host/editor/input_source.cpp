@@ -6,7 +6,7 @@ namespace host {
 
 void InputSource::show(const std::wstring& prompt) {
   const bool behindTold = toldUpTo_ == commandLine().printed();
-  if (behindTold && !prompt.starts_with(L'\n')) commandLine().print(L"\n");
+  if (behindTold && !prompt.empty() && !prompt.starts_with(L'\n')) commandLine().print(L"\n");
   commandLine().print(prompt);
 }
 

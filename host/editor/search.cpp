@@ -4,6 +4,7 @@
 
 #include "brx/db_block.h"
 #include "host/database/nested_visits.h"
+#include "host/database/spaces.h"
 #include "host/documents/variables.h"
 
 namespace host {
@@ -54,16 +55,9 @@ const std::vector<AcDbObjectId>* entityIdsOf(AcDbObjectId space) {
   return record.object() ? &record->entityIds() : nullptr;
 }
 
-std::vector<AcDbObjectId> spacesOf(AcDbDatabase& drawing, Spaces spaces) {
-  std::vector<AcDbObjectId> found = {drawing.modelSpaceId()};
-  if (spaces == Spaces::current) return found;
-  AcDbObjectPointer<AcDbBlockTable> table(drawing.tableId(AcDbBlockTable::desc()));
-  if (!table.object()) return found;
-  for (const AcDbObjectId& id : table->recordIds()) {
-    AcDbObjectPointer<AcDbBlockTableRecord> record(id);
-    if (record.object() && record->isLayout() && !(id == found.front())) found.push_back(id);
-  }
-  return found;
+std::vector<AcDbObjectId> searched(const AcDbDatabase& drawing, Spaces spaces) {
+  if (spaces == Spaces::current) return {currentSpace(drawing)};
+  return spacesOf(drawing);
 }
 
 }  // namespace
@@ -71,7 +65,7 @@ std::vector<AcDbObjectId> spacesOf(AcDbDatabase& drawing, Spaces spaces) {
 void forEachEntity(AcDbDatabase& drawing, Spaces spaces,
                    const std::function<void(AcDbEntity&, VisibleLayers::State)>& visit) {
   const VisibleLayers layers(drawing);
-  for (const AcDbObjectId& space : spacesOf(drawing, spaces)) {
+  for (const AcDbObjectId& space : searched(drawing, spaces)) {
     const auto* const ids = entityIdsOf(space);
     if (!ids) continue;
     for (const AcDbObjectId& id : *ids) {
@@ -102,7 +96,7 @@ std::optional<Hit> entityAt(AcDbDatabase& drawing, const AcGePoint3d& point) {
   const NestedOperation operation;
   const VisibleLayers layers(drawing);
   const Region aperture = apertureAt(point);
-  const auto* const ids = entityIdsOf(drawing.modelSpaceId());
+  const auto* const ids = entityIdsOf(currentSpace(drawing));
   if (!ids) return std::nullopt;
   for (auto each = ids->rbegin(); each != ids->rend(); ++each) {
     AcDbObjectPointer<AcDbEntity> entity(*each);

@@ -10,52 +10,43 @@ using host::wrapped;
 
 static constexpr double turn = host::fullTurn;
 
-Acad::ErrorStatus AcDbArc::dwgOutFields(AcDbDwgFiler* filer) const {
-  AcDbEntity::dwgOutFields(filer);
-  host::DwgWriter visitor{*filer};
-  HostAccess::circle(visitor, *this);
-  HostAccess::arc(visitor, *this);
-  return filer->filerStatus();
+namespace {
+
+/// Of the whole circle, for any parameter.
+AcGePoint3d pointOnCircle(const AcDbArc& arc, double param) {
+  const AcGeVector3d local{arc.radius() * std::cos(param), arc.radius() * std::sin(param), 0};
+  return arc.center() + AcGeMatrix3d::planeToWorld(arc.normal()) * local;
 }
-Acad::ErrorStatus AcDbArc::dwgInFields(AcDbDwgFiler* filer) {
-  assertWriteEnabled();
-  AcDbEntity::dwgInFields(filer);
-  host::DwgReader visitor{*filer};
-  HostAccess::circle(visitor, *this);
-  HostAccess::arc(visitor, *this);
-  return filer->filerStatus();
+
+/// In the direction of a point. Before the start, but nearer to it than to the end, below the start's.
+double paramTowards(const AcDbArc& arc, const AcGePoint3d& point) {
+  const AcGeVector3d local = AcGeMatrix3d::worldToPlane(arc.normal()) * (point - arc.center());
+  double beyond = wrapped(std::atan2(local.y, local.x) - arc.startAngle());
+  if (beyond - arc.sweep() > turn - beyond) beyond -= turn;
+  return wrapped(arc.startAngle()) + beyond;
 }
-Acad::ErrorStatus AcDbCircle::dxfOutFields(AcDbDxfFiler* filer) const {
-  AcDbEntity::dxfOutFields(filer);
-  filer->writeSubclass(L"AcDbCircle");
-  host::DxfWriter visitor{*filer};
-  HostAccess::circle(visitor, static_cast<const AcDbArc&>(*this));
-  return filer->filerStatus();
+
+double nearestParam(const AcDbArc& arc, const AcGePoint3d& point) {
+  const double start = wrapped(arc.startAngle());
+  return std::clamp(paramTowards(arc, point), start, start + arc.sweep());
 }
-Acad::ErrorStatus AcDbCircle::dxfInFields(AcDbDxfFiler* filer) {
-  assertWriteEnabled();
-  const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
-  if (status != Acad::eOk) return status;
-  AcDbArc& self = *this;
-  return host::readDxf(filer, L"AcDbCircle", [&self](auto& v) { HostAccess::circle(v, self); });
+
+bool isWithin(const AcDbArc& arc, double& param) {
+  const double start = wrapped(arc.startAngle());
+  return host::within(param, start, start + arc.sweep());
 }
-Acad::ErrorStatus AcDbArc::dxfOutFields(AcDbDxfFiler* filer) const {
-  AcDbEntity::dxfOutFields(filer);
-  host::DxfWriter visitor{*filer};
-  filer->writeSubclass(L"AcDbCircle");
-  HostAccess::circle(visitor, *this);
-  filer->writeSubclass(L"AcDbArc");
-  HostAccess::arc(visitor, *this);
-  return filer->filerStatus();
+
+}  // namespace
+
+/// Arcs have their angles behind a mark of their own, and circles none in exchange files.
+template <class Visitor, class Self>
+void AcDbArc::fields(Visitor& v, Self& o) {
+  v.plane(10, o.centre_, o.normal_), v(40, o.radius_), v(210, o.normal_);
+  if (Visitor::isDxf && o.isA() == AcDbCircle::desc()) return;
+  v.subclass(L"AcDbArc");
+  v(50, o.startAngle_), v(51, o.endAngle_);
 }
-Acad::ErrorStatus AcDbArc::dxfInFields(AcDbDxfFiler* filer) {
-  assertWriteEnabled();
-  Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
-  if (status != Acad::eOk) return status;
-  status = host::readDxf(filer, L"AcDbCircle", [this](auto& v) { HostAccess::circle(v, *this); });
-  if (status != Acad::eOk) return status;
-  return host::readDxf(filer, L"AcDbArc", [this](auto& v) { HostAccess::arc(v, *this); });
-}
+HOST_FILING_AS(AcDbArc, AcDbEntity, fields, L"AcDbCircle")
 
 Acad::ErrorStatus AcDbArc::setCenter(const AcGePoint3d& centre) {
   return assertWriteEnabled(), centre_ = centre, Acad::eOk;
@@ -80,52 +71,34 @@ Acad::ErrorStatus AcDbArc::getStartParam(double& param) const {
 Acad::ErrorStatus AcDbArc::getEndParam(double& param) const {
   return param = wrapped(startAngle_) + sweep(), Acad::eOk;
 }
-static AcGePoint3d pointOfCircle(const AcDbArc& arc, double angle) {
-  const AcGeVector3d local{arc.radius() * std::cos(angle), arc.radius() * std::sin(angle), 0};
-  return arc.center() + AcGeMatrix3d::planeToWorld(arc.normal()) * local;
-}
-/// The parameter of the place on the circle that is nearest. A point before the start, but nearer to it than
-/// to the end, gets a parameter below the start's.
-static double nearestParam(const AcDbArc& arc, const AcGePoint3d& point) {
-  const AcGeVector3d local = AcGeMatrix3d::worldToPlane(arc.normal()) * (point - arc.center());
-  const double sweep = arc.sweep();
-  double beyond = wrapped(std::atan2(local.y, local.x) - arc.startAngle());
-  if (beyond - sweep > turn - beyond) beyond -= turn;
-  return wrapped(arc.startAngle()) + beyond;
-}
-static bool takeParam(const AcDbArc& arc, double& param) {
-  const double start = wrapped(arc.startAngle());
-  return host::takeInRange(param, start, start + arc.sweep());
-}
 Acad::ErrorStatus AcDbArc::getPointAtParam(double param, AcGePoint3d& point) const {
-  if (!takeParam(*this, param)) return Acad::eInvalidInput;
-  return point = pointOfCircle(*this, param), Acad::eOk;
+  if (!isWithin(*this, param)) return Acad::eInvalidInput;
+  return point = pointOnCircle(*this, param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getParamAtPoint(const AcGePoint3d& point, double& param) const {
-  const double start = wrapped(startAngle_);
-  param = std::clamp(nearestParam(*this, point), start, start + sweep());
-  return host::isOnCurve(pointOfCircle(*this, param), point) ? Acad::eOk : Acad::eInvalidInput;
+  const double found = nearestParam(*this, point);
+  if (!host::isOnCurve(point, pointOnCircle(*this, found))) return Acad::eInvalidInput;
+  return param = found, Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getDistAtParam(double param, double& distance) const {
-  if (!takeParam(*this, param)) return Acad::eInvalidInput;
+  if (!isWithin(*this, param)) return Acad::eInvalidInput;
   return distance = (param - wrapped(startAngle_)) * radius_, Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getParamAtDist(double distance, double& param) const {
   if (!(radius_ > 0)) return Acad::eDegenerateGeometry;
-  if (!host::takeInRange(distance, 0, length())) return Acad::eInvalidInput;
+  if (!host::within(distance, 0, sweep() * radius_)) return Acad::eInvalidInput;
   return param = wrapped(startAngle_) + distance / radius_, Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getFirstDeriv(double param, AcGeVector3d& derivative) const {
-  if (!takeParam(*this, param)) return Acad::eInvalidInput;
+  if (!isWithin(*this, param)) return Acad::eInvalidInput;
   derivative = AcGeMatrix3d::planeToWorld(normal_) *
                AcGeVector3d{-radius_ * std::sin(param), radius_ * std::cos(param), 0};
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
                                              bool extend) const {
-  const double start = wrapped(startAngle_), param = nearestParam(*this, given);
-  return closest = pointOfCircle(*this, extend ? param : std::clamp(param, start, start + sweep())),
-         Acad::eOk;
+  const double param = extend ? paramTowards(*this, given) : nearestParam(*this, given);
+  return closest = pointOnCircle(*this, param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbArc::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                              AcGePoint3d& closest, bool extend) const {
@@ -150,7 +123,7 @@ bool AcDbArc::subWorldDraw(AcGiWorldDraw* draw) {
 Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
   if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
   assertWriteEnabled();
-  const AcGePoint3d start = pointOfCircle(*this, startAngle_);
+  const AcGePoint3d start = pointOnCircle(*this, startAngle_);
   const double swept = sweep();
   // A mirrored arc would run to the right; its normal turned over, it runs to the left again.
   normal_ = (matrix * normal_ * (matrix.det() < 0 ? -1 : 1)).normalize();
@@ -165,7 +138,7 @@ Acad::ErrorStatus AcDbArc::subTransformBy(const AcGeMatrix3d& matrix) {
 /// Ends, and the points where the tangent lies across an axis of the world.
 Acad::ErrorStatus AcDbArc::subGetGeomExtents(AcDbExtents& extents) const {
   const AcGeMatrix3d plane = AcGeMatrix3d::planeToWorld(normal_);
-  const auto add = [&](double param) { extents.addPoint(pointOfCircle(*this, param)); };
+  const auto add = [&](double param) { extents.addPoint(pointOnCircle(*this, param)); };
   if (!isClosed()) add(startAngle_), add(endAngle_);
   for (int axis = 0; axis < 3; ++axis) {
     const double extreme = std::atan2(plane(axis, 1), plane(axis, 0));
@@ -193,7 +166,7 @@ Acad::ErrorStatus AcDbArc::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64,
     case AcDb::kOsModeEnd:
       return isClosed() ? Acad::eOk : subGetStretchPoints(points);
     case AcDb::kOsModeMid:
-      if (!isClosed()) points.append(pointOfCircle(*this, startAngle_ + sweep() / 2));
+      if (!isClosed()) points.append(pointOnCircle(*this, startAngle_ + sweep() / 2));
       break;
     case AcDb::kOsModeNear:
       getClosestPointTo(pick, found), points.append(found);
@@ -202,7 +175,7 @@ Acad::ErrorStatus AcDbArc::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64,
       for (int quarter = 0; quarter < 4; ++quarter) {
         const double param = quarter * turn / 4;
         if (!isClosed() && wrapped(param - startAngle_) > sweep()) continue;
-        points.append(pointOfCircle(*this, param));
+        points.append(pointOnCircle(*this, param));
       }
       break;
     default:

@@ -9,15 +9,13 @@ ACRX_DEFINE_MEMBERS(AcDbAttribute)
 
 template <class Visitor, class Self>
 void AcDbAttributeDefinition::fields(Visitor& v, Self& o) {
-  v(3, o.prompt_), v(2, o.tag_), v(70, o.flags_), v(73, o.fieldLength_);
-  HostAccess::verticalOfAttribute(v, static_cast<host::LikeConst<Self, AcDbText>&>(o));
+  v(3, o.prompt_), v(2, o.tag_), v(70, o.flags_), v(73, o.fieldLength_), v(74, o.vertical_);
 }
 HOST_FILING(AcDbAttributeDefinition, AcDbText, fields)
 
 template <class Visitor, class Self>
 void AcDbAttribute::fields(Visitor& v, Self& o) {
-  v(2, o.tag_), v(70, o.flags_), v(73, o.fieldLength_);
-  HostAccess::verticalOfAttribute(v, static_cast<host::LikeConst<Self, AcDbText>&>(o));
+  v(2, o.tag_), v(70, o.flags_), v(73, o.fieldLength_), v(74, o.vertical_);
 }
 HOST_FILING(AcDbAttribute, AcDbText, fields)
 

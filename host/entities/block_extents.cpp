@@ -73,13 +73,11 @@ void forEachEntityOf(AcDbObjectId record, Visit visit) {
   }
 }
 
-/// The first and last place of a reference's grid in each direction.
+/// The ways to the first and last place of a reference's grid in each direction.
 template <class Visit>
 void forEachOuterCell(const AcDbBlockReference& reference, Visit visit) {
-  const AcGeMatrix3d first = reference.blockTransform();
   for (const int column : {0, std::max(reference.columns() - 1, 0)}) {
-    for (const int row : {0, std::max(reference.rows() - 1, 0)})
-      visit(cellShift(reference, column, row) * first);
+    for (const int row : {0, std::max(reference.rows() - 1, 0)}) visit(cellShift(reference, column, row));
   }
 }
 
@@ -134,12 +132,13 @@ class Finder {
   }
 
   AcDbExtents boxOfReference(const AcDbBlockReference& reference, const AcGeMatrix3d& turn) const {
+    const AcGeMatrix3d first = reference.blockTransform();
     AcDbExtents box;
     forEachOuterCell(reference, [&](const AcGeMatrix3d& cell) {
-      box.addExt(boxOf(reference.blockTableRecord(), turn * cell));
-    });
-    forEachSubentity<AcDbAttribute>(*subentitiesOf(reference), [&](const AcDbAttribute& attribute) {
-      box.addExt(extentsOfCopy(attribute, turn));
+      box.addExt(boxOf(reference.blockTableRecord(), turn * cell * first));
+      forEachSubentity<AcDbAttribute>(*subentitiesOf(reference), [&](const AcDbAttribute& attribute) {
+        box.addExt(extentsOfCopy(attribute, turn * cell));
+      });
     });
     return box;
   }

@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "brx/db_attributes.h"
 #include "brx/lisp_calls.h"
 #include "host/database/nested_visits.h"
@@ -17,7 +19,8 @@ void AcDbBlockReference::fields(Visitor& v, Self& o) {
   v(44, o.columnSpacing_), v(45, o.rowSpacing_), v(210, o.normal_);
   host::visitSubentities(v, o.attributes_);
 }
-HOST_FILING(AcDbBlockReference, AcDbEntity, fields)
+HOST_FILING_MARKED(AcDbBlockReference, AcDbEntity, fields, L"AcDbBlockReference",
+                   isGrid() ? L"AcDbMInsertBlock" : L"AcDbBlockReference")
 
 Acad::ErrorStatus AcDbBlockReference::appendAttribute(AcDbAttribute* attribute) {
   return host::appendSubentity(*this, attribute);
@@ -77,25 +80,37 @@ Acad::ErrorStatus forEachEntity(AcDbObjectId recordId, Cost cost, Visit visit) {
 
 }  // namespace
 
-/// The block in each place of the grid, and the attributes, which stand for the block's definitions of
-/// them. Files may ask for more places than could be drawn.
-bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
+/// Places of a grid, of which files may ask for more than could be drawn.
+static int cellsOf(const AcDbBlockReference& reference) {
   constexpr int mostCells = 1'000'000;
+  return std::min(std::max<int>(reference.columns(), 1) * std::max<int>(reference.rows(), 1), mostCells);
+}
+static AcGeMatrix3d shiftOf(const AcDbBlockReference& reference, int cell) {
+  const int columns = std::max<int>(reference.columns(), 1);
+  return host::cellShift(reference, cell % columns, cell / columns);
+}
+
+/// The block in each place of the grid, and the attributes, which stand for the block's definitions of
+/// them.
+bool AcDbBlockReference::subWorldDraw(AcGiWorldDraw* draw) {
   AcGiGeometry& geometry = draw->geometry();
   const AcGeMatrix3d first = blockTransform();
-  const int columns = std::max<int>(columns_, 1),
-            cells = std::min(columns * std::max<int>(rows_, 1), mostCells);
+  const int cells = cellsOf(*this);
   bool stopped = false;
   const auto drawOne = [&](AcDbEntity& entity) {
     const AcDbAttributeDefinition* const definition = AcDbAttributeDefinition::cast(&entity);
     if (!stopped && (!definition || definition->isConstant())) stopped = geometry.draw(&entity);
   };
   for (int cell = 0; cell < cells && !stopped; ++cell) {
-    geometry.pushModelTransform(host::cellShift(*this, cell % columns, cell / columns) * first);
+    const AcGeMatrix3d shifted = shiftOf(*this, cell);
+    geometry.pushModelTransform(shifted * first);
     if (forEachEntity(record_, drawn, drawOne) != Acad::eOk) stopped = true;
     geometry.popModelTransform();
+    if (attributes_.ids.empty()) continue;
+    if (cell) geometry.pushModelTransform(shifted);
+    host::forEachSubentity<AcDbAttribute>(attributes_, [&](AcDbAttribute& each) { geometry.draw(&each); });
+    if (cell) geometry.popModelTransform();
   }
-  host::forEachSubentity<AcDbAttribute>(attributes_, [&](AcDbAttribute& each) { geometry.draw(&each); });
   return true;
 }
 
@@ -110,20 +125,30 @@ Acad::ErrorStatus AcDbBlockReference::subTransformBy(const AcGeMatrix3d& matrix)
   rotation_ = local.convert2d().angle();
   position_.transformBy(matrix);
   const double factor = matrix.scale();
-  scale_ = {scale_.sx * factor, scale_.sy * (matrix.det() < 0 ? -factor : factor), scale_.sz * factor};
-  columnSpacing_ *= factor, rowSpacing_ *= factor;
+  const double upFactor = matrix.det() < 0 ? -factor : factor;
+  scale_ = {scale_.sx * factor, scale_.sy * upFactor, scale_.sz * factor};
+  columnSpacing_ *= factor, rowSpacing_ *= upFactor;
   return host::changeSubentities<AcDbAttribute>(attributes_,
                                                 [&](AcDbAttribute& each, int) { each.transformBy(matrix); });
 }
 
+/// Of all places of a grid. A reference to no block has no parts. Parts that can't be transformed are left
+/// out, and the status tells of them.
 Acad::ErrorStatus AcDbBlockReference::subExplode(AcDbVoidPtrArray& entities) const {
-  const AcGeMatrix3d matrix = blockTransform();
+  if (record_.isNull()) return Acad::eOk;
+  const host::NestedOperation operation;
+  const AcGeMatrix3d first = blockTransform();
+  const int cells = cellsOf(*this);
   Acad::ErrorStatus result = Acad::eOk;
-  const Acad::ErrorStatus status = forEachEntity(record_, copied, [&](AcDbEntity& entity) {
-    const Acad::ErrorStatus moved = host::appendTransformed(entity, matrix, entities);
-    if (moved != Acad::eOk) result = moved;
-  });
-  return status == Acad::eOk ? result : status;
+  for (int cell = 0; cell < cells; ++cell) {
+    const AcGeMatrix3d placed = shiftOf(*this, cell) * first;
+    const Acad::ErrorStatus status = forEachEntity(record_, copied, [&](AcDbEntity& entity) {
+      const Acad::ErrorStatus moved = host::appendTransformed(entity, placed, entities);
+      if (moved != Acad::eOk) result = moved;
+    });
+    if (status != Acad::eOk) return status;
+  }
+  return result;
 }
 
 namespace {

@@ -3,6 +3,7 @@
 #include "host/database/fields.h"
 #include "host/entities/entity_pieces.h"
 #include "host/geometry/curve_range.h"
+#include "host/geometry/ellipse_arc.h"
 #include "host/geometry/flatten.h"
 
 ACRX_DEFINE_MEMBERS(AcDbEllipse)
@@ -41,24 +42,24 @@ Acad::ErrorStatus AcDbEllipse::getEndParam(double& param) const {
 }
 Acad::ErrorStatus AcDbEllipse::getPointAtParam(double param, AcGePoint3d& point) const {
   const host::EllipseArc arc = host::arcOf(*this);
-  if (!host::takeInRange(param, arc.start, arc.end)) return Acad::eInvalidInput;
+  if (!host::within(param, arc.start, arc.end)) return Acad::eInvalidInput;
   return point = arc.at(param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getParamAtPoint(const AcGePoint3d& point, double& param) const {
   const host::EllipseArc arc = host::arcOf(*this);
   param = arc.closestParam(point);
-  return host::isOnCurve(arc.at(param), point) ? Acad::eOk : Acad::eInvalidInput;
+  return host::isOnCurve(point, arc.at(param)) ? Acad::eOk : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbEllipse::getDistAtParam(double param, double& distance) const {
   const host::EllipseArc arc = host::arcOf(*this);
-  if (!host::takeInRange(param, arc.start, arc.end)) return Acad::eInvalidInput;
+  if (!host::within(param, arc.start, arc.end)) return Acad::eInvalidInput;
   return distance = arc.length(arc.start, param), Acad::eOk;
 }
 /// Newton's steps on the length, whose slope is the speed of the parameter.
 Acad::ErrorStatus AcDbEllipse::getParamAtDist(double distance, double& param) const {
   const host::EllipseArc arc = host::arcOf(*this);
   const double whole = arc.length(arc.start, arc.end);
-  if (!host::takeInRange(distance, 0, whole)) return Acad::eInvalidInput;
+  if (!host::within(distance, 0, whole)) return Acad::eInvalidInput;
   double low = arc.start, high = arc.end;
   param = low + (high - low) * distance / whole;
   for (int i = 0; i < 60; ++i) {
@@ -72,7 +73,7 @@ Acad::ErrorStatus AcDbEllipse::getParamAtDist(double distance, double& param) co
 }
 Acad::ErrorStatus AcDbEllipse::getFirstDeriv(double param, AcGeVector3d& derivative) const {
   const host::EllipseArc arc = host::arcOf(*this);
-  if (!host::takeInRange(param, arc.start, arc.end)) return Acad::eInvalidInput;
+  if (!host::within(param, arc.start, arc.end)) return Acad::eInvalidInput;
   return derivative = arc.derivative(param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbEllipse::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,

@@ -66,6 +66,7 @@ void AcDbEntity::setDatabaseDefaults(AcDbDatabase* database) {
   linetype_ = database->celtype();
   linetypeScale_ = database->celtscale();
   color_ = database->cecolor();
+  subSetDatabaseDefaults(*database);
 }
 void AcDbEntity::setPropertiesFrom(const AcDbEntity* other) {
   assertWriteEnabled();
@@ -89,18 +90,32 @@ AcCmColor host::exactColour(Adesk::Int32 rgb) {
               static_cast<Adesk::UInt8>(rgb));
   return made;
 }
+
+namespace {
+
+/// What stands before a colour in filed fields. Snapshots of the first format have no index beside an
+/// exact colour.
+enum : Adesk::UInt8 { anIndex = 0, exactAlone = 1, exactWithIndex = 2 };
+
+}  // namespace
+
 void host::putColour(AcDbDwgFiler& filer, const AcCmColor& colour) {
-  filer.writeBool(colour.isByColor());
+  filer.writeUInt8(colour.isByColor() ? exactWithIndex : anIndex);
   filer.writeInt32(static_cast<Adesk::Int32>(colour.isByColor() ? colour.rgb() : colour.colorIndex()));
+  if (colour.isByColor()) filer.writeInt16(static_cast<Adesk::Int16>(colour.colorIndex()));
 }
 AcCmColor host::getColour(AcDbDwgFiler& filer) {
-  bool exact = false;
+  Adesk::UInt8 kind = anIndex;
   Adesk::Int32 value = 256;
-  filer.readBool(&exact);
+  Adesk::Int16 index = 0;
+  filer.readUInt8(&kind);
   filer.readInt32(&value);
   AcCmColor colour;
-  if (exact) return exactColour(value);
-  colour.setColorIndex(static_cast<Adesk::UInt16>(value));
+  if (kind == anIndex) return colour.setColorIndex(static_cast<Adesk::UInt16>(value)), colour;
+  colour = exactColour(value);
+  if (kind == exactWithIndex && filer.readInt16(&index) == Acad::eOk) {
+    colour.setIndexBeside(static_cast<Adesk::UInt16>(index));
+  }
   return colour;
 }
 
@@ -121,10 +136,7 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
   if (!linetype_.isNull() && !(database() && linetype_ == database()->byLayerLinetype())) {
     filer->writeString(6, host::nameOfRecord(linetype_).c_str());
   }
-  if (!color_.isByLayer() && !color_.isByColor()) {
-    filer->writeInt16(62, static_cast<Adesk::Int16>(color_.colorIndex()));
-  }
-  if (color_.isByColor()) filer->writeInt32(420, static_cast<Adesk::Int32>(color_.rgb()));
+  host::DxfWriter{*filer}.colour(62, 420, color_);
   if (lineWeight_ != -1) filer->writeInt16(370, lineWeight_);
   if (linetypeScale_ != 1) filer->writeDouble(48, linetypeScale_);
   if (invisible_) filer->writeInt16(60, 1);
@@ -134,14 +146,13 @@ Acad::ErrorStatus AcDbEntity::dxfOutFields(AcDbDxfFiler* filer) const {
 Acad::ErrorStatus AcDbEntity::dxfInFields(AcDbDxfFiler* filer) {
   if (!filer->atSubclassData(L"AcDbEntity")) return Acad::eBadDxfSequence;
   resbuf item{};
+  host::DxfReader reader{*filer, item};
   while (filer->readItem(&item) == Acad::eOk) {
-    host::DxfReader reader{*filer, item};
     reader.named<AcDbLayerTable>(8, layer_);
     reader.named<AcDbLinetypeTable>(6, linetype_);
     if (reader.status != Acad::eOk) return reader.status;
     reader(48, linetypeScale_), reader(370, lineWeight_), reader(60, invisible_);
-    if (item.restype == 62) color_.setColorIndex(static_cast<Adesk::UInt16>(item.resval.rint));
-    if (item.restype == 420) color_ = host::exactColour(item.resval.rlong);
+    reader.colour(62, 420, color_);
   }
   return filer->filerStatus();
 }

@@ -26,6 +26,11 @@ host::Path host::pathOf(const AcDbLeader& leader) {
 }
 HOST_FOLLOWS_PATH(AcDbLeader)
 
+/// Readers of drawing files refuse a leader without a dimension style.
+void AcDbLeader::subSetDatabaseDefaults(AcDbDatabase& database) {
+  if (style_.isNull()) style_ = database.dimstyle();
+}
+
 bool AcDbLeader::appendVertex(const AcGePoint3d& vertex) {
   AcGePoint3d placed = vertex;
   if (vertices_.size() >= 2) {

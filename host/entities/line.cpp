@@ -5,10 +5,17 @@
 ACRX_DEFINE_MEMBERS(AcDbLine)
 ACRX_DEFINE_MEMBERS(AcDbPoint)
 
-static constexpr auto lineFields = [](auto& v, auto& o) { HostAccess::line(v, o); };
-static constexpr auto pointFields = [](auto& v, auto& o) { HostAccess::point(v, o); };
-HOST_FILING(AcDbLine, AcDbEntity, lineFields)
-HOST_FILING(AcDbPoint, AcDbEntity, pointFields)
+template <class Visitor, class Self>
+void AcDbLine::fields(Visitor& v, Self& o) {
+  v(39, o.thickness_), v(10, o.start_), v(11, o.end_), v(210, o.normal_);
+}
+HOST_FILING(AcDbLine, AcDbEntity, fields)
+
+template <class Visitor, class Self>
+void AcDbPoint::fields(Visitor& v, Self& o) {
+  v(10, o.position_);
+}
+HOST_FILING(AcDbPoint, AcDbEntity, fields)
 
 Acad::ErrorStatus AcDbLine::setStartPoint(const AcGePoint3d& point) {
   return assertWriteEnabled(), start_ = point, Acad::eOk;
@@ -20,32 +27,29 @@ Acad::ErrorStatus AcDbLine::getEndParam(double& param) const {
   return param = start_.distanceTo(end_), Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getPointAtParam(double param, AcGePoint3d& point) const {
-  if (!host::takeInRange(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
+  if (!host::within(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
   return point = start_ + (end_ - start_).normal() * param, Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getParamAtPoint(const AcGePoint3d& point, double& param) const {
   AcGePoint3d nearest;
   getClosestPointTo(point, nearest);
-  if (!host::isOnCurve(nearest, point)) return Acad::eInvalidInput;
+  if (!host::isOnCurve(point, nearest)) return Acad::eInvalidInput;
   return param = start_.distanceTo(nearest), Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getDistAtParam(double param, double& distance) const {
-  if (!host::takeInRange(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
+  if (!host::within(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
   return distance = param, Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getParamAtDist(double distance, double& param) const {
   return getDistAtParam(distance, param);
 }
 Acad::ErrorStatus AcDbLine::getFirstDeriv(double param, AcGeVector3d& derivative) const {
-  if (!host::takeInRange(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
+  if (!host::within(param, 0, start_.distanceTo(end_))) return Acad::eInvalidInput;
   return derivative = (end_ - start_).normal(), Acad::eOk;
 }
 Acad::ErrorStatus AcDbLine::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest,
                                               bool extend) const {
-  const AcGeVector3d along = (end_ - start_).normal();
-  double way = (given - start_).dotProduct(along);
-  if (!extend) way = std::clamp(way, 0.0, start_.distanceTo(end_));
-  return closest = start_ + along * way, Acad::eOk;
+  return getClosestPointTo(given, AcGeVector3d{}, closest, extend);
 }
 Acad::ErrorStatus AcDbLine::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                               AcGePoint3d& closest, bool extend) const {

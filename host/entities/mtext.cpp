@@ -4,6 +4,29 @@
 
 ACRX_DEFINE_MEMBERS(AcDbMText)
 
+template <class Visitor, class Self>
+void AcDbMText::fields(Visitor& v, Self& o) {
+  v(10, o.location_), v(40, o.textHeight_), v(41, o.width_), v(71, o.attachment_);
+  v.contents(1, 3, o.contents_), v.template named<AcDbTextStyleTable>(7, o.style_), v(210, o.normal_);
+  v.direction(11, 50, o.direction_, o.normal_), v(72, o.flow_), v(73, o.spacingStyle_), v(44, o.lineSpacing_);
+  if constexpr (std::is_same_v<Visitor, host::DxfWriter>) {
+    if (!o.backgroundFillOn()) return;
+    // The index stands here also where it follows the layer.
+    if (o.backgroundColor_.isByLayer()) v(63, static_cast<Adesk::Int16>(o.backgroundColor_.colorIndex()));
+  }
+  v.wide(90, o.background_), v(45, o.backgroundScale_), v.colour(63, 421, o.backgroundColor_);
+  if constexpr (std::is_same_v<Visitor, host::PlaneToWorld>) o.settle();
+}
+HOST_FILING(AcDbMText, AcDbEntity, fields)
+
+/// Brings what a file may leave out into order.
+void AcDbMText::settle() {
+  // A value of 2 alone means the ground as well.
+  if ((background_ & 3) == 2) background_ |= 1;
+  if (normal_.isZeroLength()) normal_ = AcGeVector3d::kZAxis;
+  if (direction_.isZeroLength()) setRotation(0);
+}
+
 namespace {
 
 host::TextFrame frameOf(const AcDbMText& text) {
@@ -219,101 +242,4 @@ void AcDbMText::subList() const {
   acutPrintf(L"                   Contents: \"%s\"\n", contents_.c_str());
   acutPrintf(L"                   Location = %f, %f, %f  Width = %f  Text height = %f\n", location_.x,
              location_.y, location_.z, width_, textHeight_);
-}
-
-Acad::ErrorStatus AcDbMText::dwgOutFields(AcDbDwgFiler* filer) const {
-  AcDbEntity::dwgOutFields(filer);
-  host::DwgWriter visitor{*filer};
-  HostAccess::mtext(visitor, *this);
-  filer->writeBool(backgroundColor_.isByColor());
-  return filer->writeInt32(static_cast<Adesk::Int32>(
-      backgroundColor_.isByColor() ? backgroundColor_.rgb() : backgroundColor_.colorIndex()));
-}
-
-namespace {
-
-void setExact(AcCmColor& colour, Adesk::Int32 rgb) {
-  colour.setRGB(static_cast<Adesk::UInt8>(rgb >> 16), static_cast<Adesk::UInt8>(rgb >> 8),
-                static_cast<Adesk::UInt8>(rgb));
-}
-
-/// Contents are cut into pieces of at most 250 letters: all but the last under code 3.
-constexpr size_t longestPiece = 250;
-
-void writeContents(AcDbDxfFiler& filer, std::wstring_view contents) {
-  while (contents.size() > longestPiece) {
-    filer.writeString(3, std::wstring(contents.substr(0, longestPiece)).c_str());
-    contents.remove_prefix(longestPiece);
-  }
-  filer.writeString(1, std::wstring(contents).c_str());
-}
-
-}  // namespace
-
-Acad::ErrorStatus AcDbMText::dwgInFields(AcDbDwgFiler* filer) {
-  assertWriteEnabled();
-  AcDbEntity::dwgInFields(filer);
-  host::DwgReader visitor{*filer};
-  HostAccess::mtext(visitor, *this);
-  bool exact = false;
-  Adesk::Int32 value = 256;
-  filer->readBool(&exact);
-  const Acad::ErrorStatus status = filer->readInt32(&value);
-  if (exact) setExact(backgroundColor_, value);
-  if (!exact) backgroundColor_.setColorIndex(static_cast<Adesk::UInt16>(value));
-  return status;
-}
-
-Acad::ErrorStatus AcDbMText::dxfOutFields(AcDbDxfFiler* filer) const {
-  AcDbEntity::dxfOutFields(filer);
-  filer->writeSubclass(L"AcDbMText");
-  filer->writePoint3d(10, location_);
-  filer->writeDouble(40, textHeight_);
-  filer->writeDouble(41, width_);
-  filer->writeInt16(71, attachment_);
-  filer->writeInt16(72, flow_);
-  writeContents(*filer, contents_);
-  host::DxfWriter{*filer}.named<AcDbTextStyleTable>(7, style_);
-  filer->writeVector3d(210, normal_);
-  filer->writeVector3d(11, direction_);
-  filer->writeInt16(73, spacingStyle_);
-  filer->writeDouble(44, lineSpacing_);
-  if (!backgroundFillOn()) return filer->filerStatus();
-  filer->writeInt32(90, background_);
-  // The index stands here also where another colour is used.
-  filer->writeInt16(63, static_cast<Adesk::Int16>(backgroundColor_.colorIndex()));
-  if (backgroundColor_.isByColor()) filer->writeInt32(421, static_cast<Adesk::Int32>(backgroundColor_.rgb()));
-  return filer->writeDouble(45, backgroundScale_);
-}
-
-Acad::ErrorStatus AcDbMText::dxfInFields(AcDbDxfFiler* filer) {
-  assertWriteEnabled();
-  const Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
-  if (status != Acad::eOk) return status;
-  if (!filer->atSubclassData(L"AcDbMText")) return Acad::eBadDxfSequence;
-  resbuf item{};
-  std::wstring former;
-  double rotation = 0;
-  bool turned = false;
-  while (filer->readItem(&item) == Acad::eOk) {
-    host::DxfReader reader{*filer, item};
-    const Adesk::Int16 background = background_;
-    HostAccess::mtext(reader, *this);
-    if (reader.status != Acad::eOk) return reader.status;
-    if (item.restype == 3) former += item.resval.rstring;
-    if (item.restype == 63) backgroundColor_.setColorIndex(static_cast<Adesk::UInt16>(item.resval.rint));
-    if (item.restype == 421) setExact(backgroundColor_, item.resval.rlong);
-    background_ = background;
-    if (item.restype == 90) background_ = static_cast<Adesk::Int16>(item.resval.rlong & 0x7FFF);
-    // Of direction and angle the one that comes last counts.
-    if (item.restype == 50) rotation = item.resval.rreal, turned = true;
-    if (item.restype == 11) turned = false;
-  }
-  contents_ = former + contents_;
-  // A value of 2 alone means the ground as well.
-  if ((background_ & 3) == 2) background_ |= 1;
-  if (normal_.isZeroLength()) normal_ = AcGeVector3d::kZAxis;
-  if (turned) setRotation(rotation);
-  if (direction_.isZeroLength()) setRotation(0);
-  return filer->filerStatus();
 }

@@ -2,7 +2,6 @@
 
 #include "host/entities/wide_path.h"
 #include "host/geometry/curve_range.h"
-
 namespace host {
 
 EllipseArc arcOf(const Segment& s) {
@@ -54,7 +53,7 @@ std::unique_ptr<AcDbCurve> Segment::curve(bool& reversed) const {
 }
 
 bool Path::place(double param, size_t& index, double& share) const {
-  if (segments_.empty() || !takeInRange(param, 0, endParam())) return false;
+  if (segments_.empty() || !within(param, 0, endParam())) return false;
   index = std::min(static_cast<size_t>(param), segments_.size() - 1);
   share = param - static_cast<double>(index);
   return true;
@@ -80,18 +79,16 @@ Acad::ErrorStatus Path::distanceAt(double param, double& distance) const {
   return Acad::eOk;
 }
 Acad::ErrorStatus Path::paramAtDistance(double distance, double& param) const {
-  const double limit = AcGeContext::gTol.equalPoint();
-  if (!(distance >= -limit)) return Acad::eInvalidInput;
-  distance = std::max(distance, 0.0);
+  double whole = 0;
+  for (const Segment& each : segments_) whole += each.length();
+  if (!within(distance, 0, whole)) return Acad::eInvalidInput;
   for (size_t i = 0; i < segments_.size(); ++i) {
     const double length = segments_[i].length();
-    const bool isLast = i + 1 == segments_.size();
-    if (length > 0 && distance <= length + (isLast ? limit : 0)) {
-      return param = static_cast<double>(i) + std::min(distance / length, 1.0), Acad::eOk;
-    }
+    if (length > 0 && distance <= length)
+      return param = static_cast<double>(i) + distance / length, Acad::eOk;
     distance -= length;
   }
-  return Acad::eInvalidInput;
+  return segments_.empty() ? Acad::eInvalidInput : (param = endParam(), Acad::eOk);
 }
 Acad::ErrorStatus Path::closest(const AcGePoint3d& given, const AcGeVector3d* direction, bool extend,
                                 AcGePoint3d& found, double* param) const {
@@ -116,7 +113,7 @@ Acad::ErrorStatus Path::paramOf(const AcGePoint3d& point, double& param) const {
   AcGePoint3d near;
   const Acad::ErrorStatus status = closest(point, nullptr, false, near, &param);
   if (status != Acad::eOk) return status;
-  return isOnCurve(near, point) ? Acad::eOk : Acad::eInvalidInput;
+  return isOnCurve(point, near) ? Acad::eOk : Acad::eInvalidInput;
 }
 
 void Path::draw(AcGiWorldDraw& draw) const {

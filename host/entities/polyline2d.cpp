@@ -135,7 +135,7 @@ Acad::ErrorStatus AcDb2dPolyline::subTransformBy(const AcGeMatrix3d& matrix) {
   return host::changeSubentities<AcDb2dVertex>(vertices_, [&](AcDb2dVertex& vertex, int) {
     const AcGePoint3d own = vertex.position();
     vertex.setPosition(moved * AcGePoint3d{own.x, own.y, height});
-    HostAccess::scaleWidths(vertex, matrix.scale());
+    vertex.scaleWidths(matrix.scale());
   });
 }
 Acad::ErrorStatus AcDb2dPolyline::subGetStretchPoints(AcGePoint3dArray& points) const {

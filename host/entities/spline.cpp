@@ -28,10 +28,19 @@ void AcDbSpline::fields(Visitor& v, Self& o) {
     v(74, static_cast<Adesk::Int16>(o.fitPoints_.size()));
   }
   v.list(40, o.curve_->knots), v.list(41, o.curve_->weights), v.list(10, o.curve_->points);
-  v.list(11, o.fitPoints_);
+  v.list(11, o.fitPoints_), v.optional(12, o.startTangent_), v.optional(13, o.endTangent_);
+  if constexpr (!std::is_const_v<Self>) o.fitted_.reset();
 }
 HOST_FILING(AcDbSpline, AcDbEntity, fields)
 
+const host::BSpline& AcDbSpline::curve() const {
+  if (curve_->isValid() || fitPoints_.size() < 2) return *curve_;
+  if (!fitted_) {
+    fitted_ = std::make_unique<host::BSpline>(
+        host::splineThrough(fitPoints_, startTangent_, endTangent_, (flags_ & closedFlag) != 0));
+  }
+  return *fitted_;
+}
 int AcDbSpline::degree() const { return curve_->degree; }
 int AcDbSpline::numControlPoints() const { return static_cast<int>(curve_->points.size()); }
 Acad::ErrorStatus AcDbSpline::getControlPointAt(int index, AcGePoint3d& point) const {
@@ -48,18 +57,9 @@ Acad::ErrorStatus AcDbSpline::setNurbsData(int degree, const AcGeDoubleArray& kn
   if (!made.isValid()) return Acad::eInvalidInput;
   assertWriteEnabled();
   *curve_ = std::move(made);
+  fitPoints_.clear(), startTangent_ = endTangent_ = {};
   flags_ = static_cast<Adesk::Int16>(weights.isEmpty() ? flags_ & ~rationalFlag : flags_ | rationalFlag);
   return Acad::eOk;
-}
-
-const host::BSpline& AcDbSpline::curve() const {
-  if (curve_->isValid() || fitPoints_.empty()) return *curve_;
-  if (!through_ || throughPoints_ != fitPoints_) {
-    through_ =
-        std::make_unique<host::BSpline>(host::interpolatingSpline(fitPoints_, (flags_ & closedFlag) != 0));
-    throughPoints_ = fitPoints_;
-  }
-  return *through_;
 }
 
 namespace {
@@ -118,70 +118,70 @@ double closestParam(const host::BSpline& curve, const AcGePoint3d& given, const 
 
 }  // namespace
 
-#define HOST_NEEDS_CURVE                \
-  const host::BSpline& shape = curve(); \
-  if (!shape.isValid()) return Acad::eDegenerateGeometry
+#define HOST_NEEDS_CURVE              \
+  const host::BSpline& own = curve(); \
+  if (!own.isValid()) return Acad::eDegenerateGeometry
 
 bool AcDbSpline::isClosed() const {
-  const host::BSpline& shape = curve();
-  return (flags_ & closedFlag) || (shape.isValid() && shape.at(shape.first()) == shape.at(shape.last()));
+  const host::BSpline& own = curve();
+  return (flags_ & closedFlag) || (own.isValid() && own.at(own.first()) == own.at(own.last()));
 }
 Acad::ErrorStatus AcDbSpline::getStartParam(double& param) const {
   HOST_NEEDS_CURVE;
-  return param = shape.first(), Acad::eOk;
+  return param = own.first(), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getEndParam(double& param) const {
   HOST_NEEDS_CURVE;
-  return param = shape.last(), Acad::eOk;
+  return param = own.last(), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getPointAtParam(double param, AcGePoint3d& point) const {
   HOST_NEEDS_CURVE;
-  if (!host::takeInRange(param, shape.first(), shape.last())) return Acad::eInvalidInput;
-  return point = shape.at(param), Acad::eOk;
+  if (!host::within(param, own.first(), own.last())) return Acad::eInvalidInput;
+  return point = own.at(param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getParamAtPoint(const AcGePoint3d& point, double& param) const {
   HOST_NEEDS_CURVE;
-  param = closestParam(shape, point, nullptr);
-  return host::isOnCurve(shape.at(param), point) ? Acad::eOk : Acad::eInvalidInput;
+  param = closestParam(own, point, nullptr);
+  return host::isOnCurve(point, own.at(param)) ? Acad::eOk : Acad::eInvalidInput;
 }
 Acad::ErrorStatus AcDbSpline::getDistAtParam(double param, double& distance) const {
   HOST_NEEDS_CURVE;
-  if (!host::takeInRange(param, shape.first(), shape.last())) return Acad::eInvalidInput;
-  return distance = lengthOf(shape, shape.first(), param), Acad::eOk;
+  if (!host::within(param, own.first(), own.last())) return Acad::eInvalidInput;
+  return distance = lengthOf(own, own.first(), param), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getParamAtDist(double distance, double& param) const {
   HOST_NEEDS_CURVE;
-  const double whole = lengthOf(shape, shape.first(), shape.last());
-  if (!host::takeInRange(distance, 0, whole)) return Acad::eInvalidInput;
-  double low = shape.first(), high = shape.last();
+  const double whole = lengthOf(own, own.first(), own.last());
+  if (!host::within(distance, 0, whole)) return Acad::eInvalidInput;
+  double low = own.first(), high = own.last();
   for (int step = 0; step < 60 && low < high; ++step) {
     param = (low + high) / 2;
-    (lengthOf(shape, shape.first(), param) < distance ? low : high) = param;
+    (lengthOf(own, own.first(), param) < distance ? low : high) = param;
   }
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getFirstDeriv(double param, AcGeVector3d& derivative) const {
   HOST_NEEDS_CURVE;
-  if (!host::takeInRange(param, shape.first(), shape.last())) return Acad::eInvalidInput;
-  return shape.evaluate(param, &derivative), Acad::eOk;
+  if (!host::within(param, own.first(), own.last())) return Acad::eInvalidInput;
+  return own.evaluate(param, &derivative), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getClosestPointTo(const AcGePoint3d& given, AcGePoint3d& closest, bool) const {
   HOST_NEEDS_CURVE;
-  return closest = shape.at(closestParam(shape, given, nullptr)), Acad::eOk;
+  return closest = own.at(closestParam(own, given, nullptr)), Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::getClosestPointTo(const AcGePoint3d& given, const AcGeVector3d& direction,
                                                 AcGePoint3d& closest, bool) const {
   HOST_NEEDS_CURVE;
-  return closest = shape.at(closestParam(shape, given, &direction)), Acad::eOk;
+  return closest = own.at(closestParam(own, given, &direction)), Acad::eOk;
 }
 bool AcDbSpline::subWorldDraw(AcGiWorldDraw* draw) {
-  const host::BSpline& shape = curve();
-  if (!shape.isValid()) return true;
-  const std::vector<double> spans = shape.spans();
+  const host::BSpline& own = curve();
+  if (!own.isValid()) return true;
+  const std::vector<double> spans = own.spans();
   std::vector<AcGePoint3d> points;
   for (size_t i = 0; i + 1 < spans.size(); ++i) {
     const auto piece =
-        host::flattened(spans[i], spans[i + 1], 2, draw->deviation(), [&](double t) { return shape.at(t); });
+        host::flattened(spans[i], spans[i + 1], 2, draw->deviation(), [&](double t) { return own.at(t); });
     points.insert(points.end(), piece.begin() + (i ? 1 : 0), piece.end());
   }
   draw->geometry().polyline(static_cast<Adesk::UInt32>(points.size()), points.data());
@@ -191,19 +191,21 @@ Acad::ErrorStatus AcDbSpline::subTransformBy(const AcGeMatrix3d& matrix) {
   assertWriteEnabled();
   for (AcGePoint3d& each : curve_->points) each.transformBy(matrix);
   for (AcGePoint3d& each : fitPoints_) each.transformBy(matrix);
+  startTangent_.transformBy(matrix), endTangent_.transformBy(matrix);
+  fitted_.reset();
   normal_ = (matrix * normal_).normalize();
   return Acad::eOk;
 }
 /// Extremes lie where the derivative along an axis changes its sign.
 Acad::ErrorStatus AcDbSpline::subGetGeomExtents(AcDbExtents& extents) const {
-  const host::BSpline& shape = curve();
-  if (!shape.isValid()) return Acad::eInvalidExtents;
-  const std::vector<double> spans = shape.spans();
-  const int samples = 4 * shape.degree;
+  const host::BSpline& own = curve();
+  if (!own.isValid()) return Acad::eInvalidExtents;
+  const std::vector<double> spans = own.spans();
+  const int samples = 4 * own.degree;
   for (const AcGeVector3d& axis : {AcGeVector3d{1, 0, 0}, AcGeVector3d{0, 1, 0}, AcGeVector3d{0, 0, 1}}) {
     const auto rise = [&](double t) {
       AcGeVector3d derivative;
-      shape.evaluate(t, &derivative);
+      own.evaluate(t, &derivative);
       return derivative.dotProduct(axis);
     };
     for (size_t i = 0; i + 1 < spans.size(); ++i) {
@@ -216,26 +218,27 @@ Acad::ErrorStatus AcDbSpline::subGetGeomExtents(AcDbExtents& extents) const {
           const double middle = (low + high) / 2;
           ((rise(middle) > 0) == rising ? low : high) = middle;
         }
-        extents.addPoint(shape.at(low));
+        extents.addPoint(own.at(low));
       }
     }
   }
-  extents.addPoint(shape.at(shape.first()));
-  return extents.addPoint(shape.at(shape.last()));
+  extents.addPoint(own.at(own.first()));
+  return extents.addPoint(own.at(own.last()));
 }
 Acad::ErrorStatus AcDbSpline::subGetStretchPoints(AcGePoint3dArray& points) const {
-  for (const AcGePoint3d& each : curve_->isValid() ? curve_->points : fitPoints_) points.append(each);
+  const bool isFitted = !curve_->isValid();
+  for (const AcGePoint3d& each : isFitted ? fitPoints_ : curve_->points) points.append(each);
   return Acad::eOk;
 }
 Acad::ErrorStatus AcDbSpline::subGetOsnapPoints(AcDb::OsnapMode mode, Adesk::Int64, const AcGePoint3d& pick,
                                                 const AcGePoint3d& last, const AcGeMatrix3d&,
                                                 AcGePoint3dArray& points, AcDbIntArray&) const {
-  const host::BSpline& shape = curve();
-  if (!shape.isValid()) return Acad::eOk;
+  const host::BSpline& own = curve();
+  if (!own.isValid()) return Acad::eOk;
   if (mode == AcDb::kOsModeEnd) {
-    points.append(shape.at(shape.first())), points.append(shape.at(shape.last()));
+    points.append(own.at(own.first())), points.append(own.at(own.last()));
   } else if (mode == AcDb::kOsModeNear || mode == AcDb::kOsModePerp) {
-    points.append(shape.at(closestParam(shape, mode == AcDb::kOsModeNear ? pick : last, nullptr)));
+    points.append(own.at(closestParam(own, mode == AcDb::kOsModeNear ? pick : last, nullptr)));
   }
   return Acad::eOk;
 }

@@ -7,6 +7,19 @@
 
 ACRX_DEFINE_MEMBERS(AcDbText)
 
+/// In files the vertical mode stands behind a second mark of the same name, which is read as one with the
+/// first, and in attributes among their own fields.
+template <class Visitor, class Self>
+void AcDbText::fields(Visitor& v, Self& o) {
+  v.plane(10, o.position_, o.normal_), v(40, o.height_), v(1, o.text_), v(50, o.rotation_);
+  v(41, o.widthFactor_), v(51, o.oblique_), v.template named<AcDbTextStyleTable>(7, o.style_);
+  v(71, o.generation_), v(72, o.horizontal_), v.plane(11, o.alignment_, o.normal_), v(210, o.normal_);
+  if (Visitor::isDxf && o.isA() != desc()) return;
+  if constexpr (std::is_same_v<Visitor, host::DxfWriter>) v.subclass(L"AcDbText");
+  v(73, o.vertical_);
+}
+HOST_FILING(AcDbText, AcDbEntity, fields)
+
 namespace {
 
 constexpr double turn = 2 * std::numbers::pi;
@@ -18,11 +31,11 @@ struct Placed {
   host::text::Layout layout;
   host::text::Measure ink;
   host::text::Format format;
-  /// From the left end of the base line to the alignment point.
+  /// From the beginning of the base line to the alignment point.
   double along = 0, above = 0;
-  /// Backward text runs to the left from its origin, upside-down text stands below its base line.
-  double x = 1, y = 1;
-  AcGePoint3d point(double right, double up) const { return frame.point(x * right, y * up); }
+  /// -1 where the text is backward or upside down: it runs and rises the other way from the frame's origin.
+  double runs = 1, rises = 1;
+  AcGePoint3d point(double x, double y) const { return frame.point(runs * x, rises * y); }
 };
 
 host::text::Layout layOutParts(const std::wstring& text, host::text::Format format,
@@ -80,6 +93,7 @@ Placed place(const AcDbText& text) {
                            AcGeVector3d{std::cos(text.rotation()), std::sin(text.rotation()), 0};
   const bool filling = fills(text);
   if (filling) direction = text.alignmentPoint() - text.position();
+  placed.runs = text.isMirroredInX() ? -1 : 1, placed.rises = text.isMirroredInY() ? -1 : 1;
   placed.format = host::formatOf(text.textStyle());
   placed.format.height = text.height();
   placed.format.widthFactor = text.widthFactor();
@@ -92,7 +106,6 @@ Placed place(const AcDbText& text) {
     placed.ink = {};
     placed.layout = layOutParts(text.textString(), placed.format, placed.ink);
   }
-  placed.x = text.isMirroredInX() ? -1 : 1, placed.y = text.isMirroredInY() ? -1 : 1;
   placed.frame = host::TextFrame(text.position(), direction, text.normal());
   if (filling && text.isMirroredInX()) placed.frame.origin = text.alignmentPoint();
   if (filling || text.isDefaultAlignment()) return placed;
@@ -169,7 +182,7 @@ Acad::ErrorStatus AcDbText::setVerticalMode(AcDb::TextVertMode mode) {
   return assertWriteEnabled(), vertical_ = static_cast<Adesk::Int16>(mode), adjustAlignment();
 }
 
-/// Backward and upside-down text is mirrored about its alignment point, as which its origin has been found.
+/// Backward and upside-down text is mirrored about the point at which it stands.
 bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
   if (!(height_ > 0)) return true;
   const Placed placed = place(*this);
@@ -177,7 +190,7 @@ bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
   if (!isMirroredInX() && !isMirroredInY()) return drawText(*draw, frame, placed.layout, color()), true;
   AcGeMatrix3d local, mirror;
   local.setToCoordSystem(frame.origin, frame.x, frame.y, frame.normal);
-  mirror(0, 0) = placed.x, mirror(1, 1) = placed.y;
+  mirror(0, 0) = placed.runs, mirror(1, 1) = placed.rises;
   draw->geometry().pushModelTransform(local * mirror * local.inverse());
   drawText(*draw, frame, placed.layout, color());
   draw->geometry().popModelTransform();
@@ -186,8 +199,9 @@ bool AcDbText::subWorldDraw(AcGiWorldDraw* draw) {
 Acad::ErrorStatus AcDbText::subGetGeomExtents(AcDbExtents& extents) const {
   const Placed placed = place(*this);
   if (placed.ink.blank()) return extents.addPoint(placed.frame.origin);
-  placed.frame.addBox(extents, placed.x * placed.ink.left, placed.y * std::min(placed.ink.bottom, 0.0),
-                      placed.x * placed.ink.right, placed.y * placed.ink.top);
+  const double x = placed.runs, y = placed.rises;
+  placed.frame.addBox(extents, x * placed.ink.left, y * std::min(placed.ink.bottom, 0.0),
+                      x * placed.ink.right, y * placed.ink.top);
   return Acad::eOk;
 }
 
@@ -210,9 +224,8 @@ Acad::ErrorStatus AcDbText::subTransformBy(const AcGeMatrix3d& matrix) {
     if (moved.swapsSides) std::swap(position_, alignment_);
   } else {
     position_ = frame.origin;
-    alignment_ = isDefaultAlignment()
-                     ? matrix * alignment_
-                     : frame.point(placed.x * placed.along * scale, placed.y * placed.above * scale);
+    const double along = placed.runs * placed.along * scale, above = placed.rises * placed.above * scale;
+    if (!isDefaultAlignment()) alignment_ = frame.point(along, above);
   }
   return Acad::eOk;
 }
@@ -230,45 +243,4 @@ void AcDbText::subList() const {
   acutPrintf(L"                   Text: \"%s\"\n", text_.c_str());
   acutPrintf(L"                   at point = %f, %f, %f  Height = %f\n", position_.x, position_.y,
              position_.z, height_);
-}
-
-Acad::ErrorStatus AcDbText::dwgOutFields(AcDbDwgFiler* filer) const {
-  AcDbEntity::dwgOutFields(filer);
-  host::DwgWriter visitor{*filer};
-  HostAccess::text(visitor, *this), HostAccess::textVertical(visitor, *this);
-  return filer->filerStatus();
-}
-Acad::ErrorStatus AcDbText::dwgInFields(AcDbDwgFiler* filer) {
-  assertWriteEnabled();
-  AcDbEntity::dwgInFields(filer);
-  host::DwgReader visitor{*filer};
-  HostAccess::text(visitor, *this), HostAccess::textVertical(visitor, *this);
-  return filer->filerStatus();
-}
-Acad::ErrorStatus AcDbText::dxfOutFields(AcDbDxfFiler* filer) const {
-  AcDbEntity::dxfOutFields(filer);
-  host::DxfWriter visitor{*filer};
-  filer->writeSubclass(L"AcDbText");
-  HostAccess::text(visitor, *this);
-  if (isA() != desc()) return filer->filerStatus();
-  filer->writeSubclass(L"AcDbText");
-  HostAccess::textVertical(visitor, *this);
-  return filer->filerStatus();
-}
-/// Classes derived from this one have the vertical mode among their own fields.
-Acad::ErrorStatus AcDbText::dxfInFields(AcDbDxfFiler* filer) {
-  assertWriteEnabled();
-  Acad::ErrorStatus status = AcDbEntity::dxfInFields(filer);
-  if (status != Acad::eOk) return status;
-  status = host::readDxf(filer, L"AcDbText", [this](auto& visitor) {
-    HostAccess::text(visitor, *this);
-    HostAccess::textVertical(visitor, *this);
-  });
-  if (status != Acad::eOk || isA() != desc() || !filer->atSubclassData(L"AcDbText")) return status;
-  resbuf item{};
-  while (filer->readItem(&item) == Acad::eOk) {
-    host::DxfReader reader{*filer, item};
-    HostAccess::textVertical(reader, *this);
-  }
-  return filer->filerStatus();
 }

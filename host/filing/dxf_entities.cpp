@@ -8,6 +8,7 @@
 #include "host/filing/block_ends.h"
 #include "host/filing/dxf_tables.h"
 #include "host/filing/handles.h"
+#include "host/filing/old_marks.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -75,13 +76,21 @@ class EntityReader {
     AcDbProxyEntity* const proxy = AcDbProxyEntity::cast(&owner);
     while (isSubentity(walk_.comes()) && walk_.next()) {
       if (proxy) {
-        objects_.keepRecord(walk_.record, *proxy->data().groups);
+        keepSubentity(*proxy);
       } else if (subentitiesOf(owner)) {
         addSubentity(owner, walk_.record, objects_);
       }
       if (walk_.record.name == "SEQEND") return;
     }
     objects_.complain(walk_.record, L"the end of the sequence that belongs to it is missing");
+  }
+
+  /// What old files leave out is given: marks, a handle, the owner.
+  void keepSubentity(AcDbProxyEntity& owner) {
+    DxfRecord record = withMarks(walk_.record);
+    if (!record.handle) record.handle = objects_.drawing().imp().make(objects_.drawing(), 0).handle;
+    if (!record.owner) record.owner = owner.handle();
+    objects_.keepRecord(record, *owner.data().groups);
   }
 
   DxfWalk& walk_;

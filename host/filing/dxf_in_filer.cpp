@@ -126,7 +126,7 @@ void DxfInFiler::takeTextInPieces(resbuf& item) {
     whole += record_->body[index_++].raw;
   }
   // Letters and marks may be cut apart between pieces, so that they are decoded together.
-  texts_.decode(whole, text_);
+  texts_.decode(whole, text_, Carets::plain);
   item = {};
   item.restype = 1;
   item.resval.rstring = text_.data();

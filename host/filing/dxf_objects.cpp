@@ -5,6 +5,7 @@
 #include "brx/db_proxy.h"
 #include "host/filing/handles.h"
 #include "host/filing/object_walk.h"
+#include "host/filing/old_marks.h"
 #include "host/rx/registry.h"
 #include "platform/text/hex.h"
 #include "platform/text/utf.h"
@@ -64,6 +65,12 @@ void DxfObjects::ensure(std::string_view name, const DxfRecord& asking, const wc
   HostAccess::setName(*record, wide);
   id = addWithHandle(drawing_, record, tableId, 0);
   HostAccess::addRecord(*table.object(), symbolKey(wide.c_str()), id);
+}
+
+void DxfObjects::ensureLinetype(const DxfRecord& record) {
+  if (const DxfGroup* const name = record.find(6)) {
+    ensure<AcDbLinetypeTable, AcDbLinetypeTableRecord>(name->raw, record, L"linetype");
+  }
 }
 
 /// Objects look their names up; a name that isn't there would cost the whole object.
@@ -130,14 +137,15 @@ std::unique_ptr<AcDbEntity> DxfObjects::makeEntity(const DxfRecord& record, AcRx
   return made;
 }
 
-std::unique_ptr<AcDbEntity> DxfObjects::makeProxyEntity(const DxfRecord& record) {
+std::unique_ptr<AcDbEntity> DxfObjects::makeProxyEntity(const DxfRecord& given) {
+  const DxfRecord record = withMarks(given);
   auto made = std::make_unique<AcDbProxyEntity>();
   readHead(*made, record);
   filer_.begin(record);
   made->AcDbEntity::dxfInFields(&filer_);
   made->data().dxfName = fromUtf8(record.name);
   std::vector<DxfGroup> own;
-  bool common = true;  // as old files have no marks, their common fields can't be told from others
+  bool common = true;
   for (const DxfGroup& each : record.body) {
     if (each.code == 100) common = each.raw == "AcDbEntity";
     if (!common) own.push_back(each);

@@ -31,6 +31,8 @@ class DxfObjects {
   std::unique_ptr<AcDbEntity> makeEntity(const DxfRecord& record);
   std::unique_ptr<AcDbEntity> makeEntity(const DxfRecord& record, AcRxClass* type);
   std::unique_ptr<AcDbObject> makeObject(const DxfRecord& record);
+  /// Makes the linetype that a layer names, with a message, when there is none.
+  void ensureLinetype(const DxfRecord& record);
   /// Gives an object that is there the record's fields. False, and a message, when it can't read them.
   bool readFields(AcDbObject& object, const DxfRecord& record);
   /// Gives a table what every object may have beside its fields.

@@ -9,6 +9,7 @@
 #include "brx/db_database.h"
 #include "host/database/group_codes.h"
 #include "host/filing/dxf_in_filer.h"
+#include "host/filing/dxf_record.h"
 
 namespace host {
 namespace {
@@ -74,7 +75,7 @@ Acad::ErrorStatus DxfOutFiler::writeItem(const resbuf& item) {
   }
   if (isMark(item)) {
     endSection();
-    section_ = item.resval.rstring;
+    section_ = sectionName(item.resval.rstring);
     if (kept_) written_.push_back(section_);
     put(item);
     if (paperSpace_ && section_ == L"AcDbEntity") sink_.integer(67, 1);
@@ -120,13 +121,14 @@ void DxfOutFiler::end() {
 }
 
 void DxfOutFiler::put(const resbuf& item) {
-  if (item.restype != 1 || section_ != L"AcDbMText") return putGroup(item, sink_);
+  const bool isContents = (item.restype == 1 || item.restype == 3) && section_ == L"AcDbMText";
+  if (!isContents) return putGroup(item, sink_);
   std::wstring_view text = item.resval.rstring ? item.resval.rstring : L"";
   for (size_t length = pieceLength(text); length < text.size(); length = pieceLength(text)) {
-    sink_.text(3, text.substr(0, length));
+    sink_.text(3, text.substr(0, length), Carets::plain);
     text.remove_prefix(length);
   }
-  sink_.text(1, text);
+  sink_.text(item.restype, text, Carets::plain);
 }
 
 void putGroup(const resbuf& item, DxfSink& sink) {

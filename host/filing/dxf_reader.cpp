@@ -10,6 +10,7 @@
 #include "host/filing/dxf_index.h"
 #include "host/filing/dxf_tables.h"
 #include "host/filing/handles.h"
+#include "host/filing/layout_links.h"
 #include "host/filing/object_walk.h"
 #include "host/rx/registry.h"
 #include "platform/text/letters.h"
@@ -33,6 +34,7 @@ class DrawingReader {
     forEachSection("BLOCKS", [&](DxfWalk& walk) { readDxfBlocks(walk, objects); });
     forEachSection("ENTITIES", [&](DxfWalk& walk) { readDxfEntities(walk, objects); });
     forEachSection("OBJECTS", [&](DxfWalk& walk) { readObjects(walk, objects); });
+    linkLayouts(drawing_);
     completeDrawing(drawing_);
     for (const DxfIndex::Section& each : index_.sections) {
       if (each.name == "HEADER") readDxfHeader(tokens_, each.start, objects);
@@ -40,6 +42,7 @@ class DrawingReader {
     keepOtherSections(objects);
     breakBlockCycles(drawing_, report_);
     settleNextHandle(drawing_, handleSeed_);
+    trustExtents(drawing_);
     return Acad::eOk;
   }
 
@@ -72,10 +75,13 @@ class DrawingReader {
   /// Everything that entities refer to by name.
   void readNames(DxfObjects& objects) {
     forEachSection("CLASSES", [&](DxfWalk& walk) { keepClasses(walk, objects); });
-    for (const DxfTableTurn turn :
-         {DxfTableTurn::applications, DxfTableTurn::referredTo, DxfTableTurn::others}) {
+    const auto readTables = [&](DxfTableTurn turn) {
       forEachSection("TABLES", [&](DxfWalk& walk) { readDxfTables(walk, objects, turn); });
-    }
+    };
+    readTables(DxfTableTurn::applications);
+    readTables(DxfTableTurn::referredTo);
+    completeLinetypes(drawing_);
+    readTables(DxfTableTurn::others);
     forEachSection("BLOCKS", [&](DxfWalk& walk) { readDxfBlockNames(walk, objects); });
     completeTables(drawing_);
   }

@@ -26,7 +26,6 @@ bool DxfRecord::read(DxfTokens& tokens, DxfGroup& next) {
     } else if (marked || next.code == 100) {
       marked = true;
       if (next.code == 100) inEntity = next.raw == "AcDbEntity";
-      // Grids of a block have the same fields as a single reference.
       if (next.is(100, "AcDbMInsertBlock")) next.raw = "AcDbBlockReference";
       body.push_back(next);
     } else if (next.code == handleCode && !handle) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "host/filing/dxf_tokens.h"
@@ -23,5 +24,11 @@ struct DxfRecord {
   /// As a whole number; 0 without one.
   int64_t integer(int code) const;
 };
+
+/// Grids of a block have the fields of a single reference under another mark. The name by which the sections
+/// of both are known here.
+inline std::wstring sectionName(const wchar_t* mark) {
+  return std::wstring_view(mark) == L"AcDbMInsertBlock" ? L"AcDbBlockReference" : mark;
+}
 
 }  // namespace host

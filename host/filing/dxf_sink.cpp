@@ -3,7 +3,6 @@
 #include <charconv>
 #include <cmath>
 
-#include "host/filing/dxf_text.h"
 #include "platform/files/whole_file.h"
 #include "platform/text/hex.h"
 
@@ -35,9 +34,9 @@ bool DxfSink::flush() {
   return good_;
 }
 
-void DxfSink::text(int group, std::wstring_view value) {
+void DxfSink::text(int group, std::wstring_view value, Carets carets) {
   code(group);
-  encodeDxfText(value, buffer_);
+  encodeDxfText(value, buffer_, carets);
   endGroup();
 }
 

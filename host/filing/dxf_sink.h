@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "brx/adesk.h"
+#include "host/filing/dxf_text.h"
 
 namespace platform {
 class WholeFile;
@@ -18,7 +19,7 @@ class DxfSink {
   DxfSink() = default;
   explicit DxfSink(platform::WholeFile& file) : file_(&file) {}
 
-  void text(int code, std::wstring_view value);
+  void text(int code, std::wstring_view value, Carets carets = Carets::marks);
   /// Bytes that need no encoding: names of the format itself.
   void word(int code, std::string_view value);
   /// The shortest decimal that reads back as the same value; what is not finite is written as 0.

@@ -39,6 +39,7 @@ void readRecord(const DxfRecord& record, const TableName& type, AcDbSymbolTable&
   auto* const made = static_cast<AcDbSymbolTableRecord*>(type.record()->create());
   HostAccess::setName(*made, name);
   const AcDbObjectId id = objects.add(made, table.objectId(), record);
+  if (made->isKindOf(AcDbLayerTableRecord::desc())) objects.ensureLinetype(record);
   id.stub()->writing = true;
   objects.readFields(*made, record);
   id.stub()->writing = false;

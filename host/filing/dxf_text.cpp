@@ -40,13 +40,13 @@ size_t takeUnicodeMark(const std::wstring& text, size_t at, wchar_t& c) {
 }
 
 /// Resolves the marks in place.
-void resolveMarks(std::wstring& text) {
+void resolveMarks(std::wstring& text, Carets carets) {
   size_t to = 0;
   for (size_t from = 0; from < text.size(); ++to) {
     const wchar_t c = text[from];
     wchar_t made = c;
     size_t used = 1;
-    if (c == L'^' && from + 1 < text.size()) {
+    if (c == L'^' && carets == Carets::marks && from + 1 < text.size()) {
       const wchar_t next = text[from + 1];
       if (next == L' ') used = 2;
       // A NUL would end the text for its readers.
@@ -70,16 +70,16 @@ bool DxfTextDecoder::useCodePage(std::string_view name) {
   return true;
 }
 
-void DxfTextDecoder::decode(std::string_view bytes, std::wstring& text) {
+void DxfTextDecoder::decode(std::string_view bytes, std::wstring& text, Carets carets) {
   if (isPlain(bytes)) {
     text.assign(bytes.begin(), bytes.end());
   } else {
     text = utf8_ && isValidUtf8(bytes) ? fromUtf8(bytes) : page_.decode(bytes);
   }
-  if (text.find_first_of(L"^\\") != std::wstring::npos) resolveMarks(text);
+  if (text.find_first_of(L"^\\") != std::wstring::npos) resolveMarks(text, carets);
 }
 
-void encodeDxfText(std::wstring_view text, std::string& bytes) {
+void encodeDxfText(std::wstring_view text, std::string& bytes, Carets carets) {
   for (size_t i = 0; i < text.size(); ++i) {
     const wchar_t c = text[i];
     if (c >= 0x80) {
@@ -92,7 +92,7 @@ void encodeDxfText(std::wstring_view text, std::string& bytes) {
       bytes += static_cast<char>(c + L'@');
     } else {
       bytes += static_cast<char>(c);
-      if (c == L'^') bytes += ' ';
+      if (c == L'^' && carets == Carets::marks) bytes += ' ';
     }
   }
 }

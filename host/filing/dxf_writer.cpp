@@ -1,9 +1,12 @@
 #include "host/filing/dxf_writer.h"
 
-#include <map>
+#include <set>
+#include <string>
 
+#include "brx/db_block.h"
 #include "brx/db_proxy.h"
 #include "brx/solid_bodies.h"
+#include "host/database/proxies.h"
 #include "host/database/standard_drawing.h"
 #include "host/filing/block_ends.h"
 #include "host/filing/dxf_classes.h"
@@ -38,6 +41,12 @@ void writeMeshFields(const BrxSolidBody& body, DxfSink& sink) {
     for (; begin < end; ++begin) sink.integer(90, body.corners[begin]);
   }
   sink.integer(94, 0), sink.integer(95, 0), sink.integer(90, 0);
+}
+
+/// Other programs refuse a file with a reference to a block that isn't in it.
+bool namesNothing(const AcDbEntity& entity) {
+  const auto* const reference = AcDbBlockReference::cast(&entity);
+  return reference && !isLiving(reference->blockTableRecord());
 }
 
 class DrawingWriter {
@@ -78,10 +87,16 @@ class DrawingWriter {
 
   /// Handles are given before the header tells the next free one.
   void prepare() {
+    const AcDbDatabaseImp& imp = drawing_.imp();
+    const bool knowsExtents = imp.extentsKnownAt == imp.changes;
     completeDrawing(drawing_);
-    forEachBlock([](AcDbBlockTableRecord& each) {
+    if (!knowsExtents) drawing_.updateExt();
+    std::set<std::wstring> partHandles;
+    const auto isTaken = [&](const std::wstring& handle) { return !partHandles.insert(handle).second; };
+    forEachBlock([&](AcDbBlockTableRecord& each) {
       prepareBlockEnds(each);
-      forEachEntity(each, [](AcDbEntity& entity) {
+      forEachEntity(each, [&](AcDbEntity& entity) {
+        if (auto* const proxy = AcDbProxyEntity::cast(&entity)) renewParts(*proxy, isTaken);
         const BrxSubentities* const list = subentitiesOf(entity);
         if (list && !list->ids.empty()) sequenceEnd(entity);
       });
@@ -152,6 +167,7 @@ class DrawingWriter {
   void contents(AcDbBlockTableRecord& block) {
     const bool inPaperSpace = block.objectId() == drawing_.paperSpaceId();
     forEachEntity(block, [&](AcDbEntity& entity) {
+      if (namesNothing(entity)) return;
       object(entity, 5, inPaperSpace);
       if (meshes_ == DxfMeshes::besideSolids) meshes(entity);
       forEachFiledSubentity(entity, [&](AcDbEntity& each) { object(each, 5, inPaperSpace); });

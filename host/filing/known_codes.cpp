@@ -18,7 +18,7 @@ class KnownCodes::Probe : public AcDbDxfFiler {
   bool atSubclassData(const ACHAR*) override { return false; }
   Acad::ErrorStatus writeItem(const resbuf& item) override {
     if (item.restype == 100) {
-      at_ = find(toUtf8(item.resval.rstring));
+      at_ = find(toUtf8(sectionName(item.resval.rstring)));
     } else if (item.restype >= 0 && item.restype <= lastGroupCode) {
       if (at_ == none) at_ = find("");
       sections_[at_].codes.set(static_cast<size_t>(item.restype));

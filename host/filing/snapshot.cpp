@@ -177,6 +177,7 @@ class SnapshotLoader {
     completeDrawing(drawing_);
     breakBlockCycles(drawing_, report_);
     settleNextHandle(drawing_, static_cast<AcDbHandle>(seed));
+    trustExtents(drawing_);
   }
 
  private:

@@ -12,7 +12,7 @@ namespace host {
 /// the content; numbers have their lowest byte first.
 
 inline constexpr std::string_view snapshotMark = "\x89ZBDWG\r\n";
-inline constexpr uint32_t snapshotVersion = 1;
+inline constexpr uint32_t snapshotVersion = 2;
 
 struct SnapshotChunk {
   std::string_view tag, content;

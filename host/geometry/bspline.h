@@ -30,9 +30,10 @@ struct BSpline {
 /// around a closed one. The degree falls where there are too few points.
 BSpline uniformSpline(std::vector<AcGePoint3d> frame, int degree, bool closed);
 
-/// The cubic spline through points, whose curvature never jumps: straight at open ends, the same at both
-/// sides of a closed one's seam. Its parameter is the length of the chords. Not valid for fewer than two
-/// points that differ.
-BSpline interpolatingSpline(std::vector<AcGePoint3d> points, bool closed);
+/// The cubic spline through points; its parameter is the length of the chords. It leaves the first and
+/// reaches the last in the directions given, or without curvature where they are null; `closed` it runs on to
+/// the first smoothly. Not valid for less than two places.
+BSpline splineThrough(const std::vector<AcGePoint3d>& points, const AcGeVector3d& start,
+                      const AcGeVector3d& end, bool closed);
 
 }  // namespace host

@@ -6,20 +6,21 @@
 
 namespace host {
 
-/// One rule for the questions to all curves: what lies before the start or behind the end is refused, and
-/// so is a point that isn't on the curve. Both allow for the rounding of what was calculated on the curve.
+/// One rule for the queries of all curves: what lies outside the curve is `eInvalidInput`. Rounding is not
+/// outside.
 
-/// False when a parameter or distance is out of range; brings one that is there but for rounding into it.
-inline bool takeInRange(double& value, double first, double last) {
-  const double slack = AcGeContext::gTol.equalPoint() * std::max(1.0, std::abs(last));
-  if (!(value >= first - slack && value <= last + slack)) return false;
-  value = std::clamp(value, first, std::max(first, last));
+/// False for a parameter or distance outside; one that rounding took over an end is brought back to it.
+inline bool within(double& value, double low, double high) {
+  const double slack = AcGeContext::gTol.equalPoint() * std::max({1.0, std::abs(low), std::abs(high)});
+  if (!(value >= low - slack && value <= high + slack)) return false;
+  value = std::clamp(value, low, high);
   return true;
 }
 
-/// `nearest` is the point of the curve that lies nearest to `point`.
-inline bool isOnCurve(const AcGePoint3d& nearest, const AcGePoint3d& point) {
-  return nearest.distanceTo(point) <= 1e-6 * std::max(1.0, point.asVector().length());
+/// Whether a point is on the curve, by the curve's nearest point. Points come from calculations, whose
+/// rounding grows with the coordinates.
+inline bool isOnCurve(const AcGePoint3d& point, const AcGePoint3d& nearest) {
+  return point.distanceTo(nearest) <= 1e-6 * std::max(1.0, point.asVector().length());
 }
 
 }  // namespace host

@@ -1,6 +1,6 @@
 #include "host/view/traits.h"
 
-#include "host/view/palette.h"
+#include "host/database/palette.h"
 
 namespace host::view {
 namespace {

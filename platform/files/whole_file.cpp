@@ -1,13 +1,17 @@
 #include "platform/files/whole_file.h"
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <atomic>
+#include <cctype>
 #include <cerrno>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 
 #include "platform/files/native_path.h"
@@ -32,7 +36,73 @@ std::optional<std::string> refused(int reason) {
   return std::nullopt;
 }
 
-std::string hiddenStart(const std::string& target) { return splitPath(target).folder + "/.zarbo-"; }
+constexpr std::string_view hiddenPrefix = ".zarbo-";
+constexpr std::string_view sixLetters = "XXXXXX";  // which `mkostemp` fills in
+
+std::string hiddenStart(const std::string& target) {
+  return splitPath(target).folder + "/" + std::string(hiddenPrefix);
+}
+
+bool isNumber(std::string_view text) {
+  return !text.empty() &&
+         std::all_of(text.begin(), text.end(), [](unsigned char c) { return std::isdigit(c); });
+}
+
+/// Six letters, or the number of a process and a count.
+bool isHiddenName(std::string_view name) {
+  if (!name.starts_with(hiddenPrefix)) return false;
+  name.remove_prefix(hiddenPrefix.size());
+  const size_t dash = name.find('-');
+  if (dash == std::string_view::npos) return name.size() == sixLetters.size();
+  return isNumber(name.substr(0, dash)) && isNumber(name.substr(dash + 1));
+}
+
+/// Whoever grows a file holds a lock on it until the end of the process, so that one without a lock was
+/// left by a process that was killed.
+void removeIfLeft(const std::string& path) {
+  const int descriptor = open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
+  if (descriptor < 0) return;
+  struct stat about;
+  const bool isFile = fstat(descriptor, &about) == 0 && S_ISREG(about.st_mode);
+  if (isFile && flock(descriptor, LOCK_EX | LOCK_NB) == 0) unlink(path.c_str());
+  close(descriptor);
+}
+
+void removeLeftFiles(const std::string& folder) {
+  std::error_code ignored;
+  for (auto each = std::filesystem::directory_iterator(folder, ignored);
+       each != std::filesystem::directory_iterator(); each.increment(ignored)) {
+    if (isHiddenName(each->path().filename().string())) removeIfLeft(each->path().string());
+  }
+}
+
+/// Before it was locked, another process may have taken it for one that was left.
+bool isThere(int descriptor) {
+  struct stat about;
+  return fstat(descriptor, &about) == 0 && about.st_nlink > 0;
+}
+
+/// A locked file under a hidden name, which replaces `path`; -1, and no name, on failure.
+int createHidden(const std::string& start, std::string& path) {
+  constexpr int mostTries = 100;
+  for (int tries = 0; tries < mostTries; ++tries) {
+    path = start + std::string(sixLetters);
+    const int descriptor = mkostemp(path.data(), O_CLOEXEC);
+    if (descriptor < 0) break;
+    flock(descriptor, LOCK_EX);
+    if (isThere(descriptor)) return descriptor;
+    close(descriptor);
+  }
+  path.clear();
+  return -1;
+}
+
+/// Locked before it gets a name, so that nobody takes it for one that was left.
+int createNameless(const std::string& folder) {
+  const int descriptor = open(folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
+  if (descriptor >= 0) flock(descriptor, LOCK_EX);
+  return descriptor;
+}
 
 }  // namespace
 
@@ -52,11 +122,10 @@ WholeFile::WholeFile(const std::string& target) {
   if (!place) return;
   target_ = *place;
   mode_ = modeFor(target_);
-  descriptor_ = open(splitPath(target_).folder.c_str(), O_TMPFILE | O_RDWR | O_CLOEXEC, 0600);
-  if (descriptor_ >= 0) return;
-  temporary_ = hiddenStart(target_) + "XXXXXX";
-  descriptor_ = mkostemp(temporary_.data(), O_CLOEXEC);
-  if (descriptor_ < 0) temporary_.clear();
+  const std::string folder = splitPath(target_).folder;
+  removeLeftFiles(folder);
+  descriptor_ = createNameless(folder);
+  if (descriptor_ < 0) descriptor_ = createHidden(hiddenStart(target_), temporary_);
 }
 
 WholeFile::~WholeFile() { abandon(); }

@@ -15,7 +15,8 @@ std::optional<std::string> replaceableFile(const std::string& path);
 
 /// A file that appears under its name only when it is complete: it grows in the target's folder without a
 /// name (where the file system can't do that, under a hidden one), and `commit` brings it to the disk and
-/// names it. Without `commit`, nothing is left, also when the process is killed.
+/// names it. Without `commit`, nothing is left, also when the process is killed; a hidden name that was left
+/// goes when the next file begins to grow in the folder.
 class WholeFile {
  public:
   /// UTF-8. The target must be a `replaceableFile`.

@@ -6,6 +6,7 @@
 #include "brx/db_leader.h"
 #include "brx/db_polylines.h"
 #include "brx/db_spline.h"
+#include "host/geometry/bspline.h"
 
 namespace {
 
@@ -146,6 +147,74 @@ TEST(FittedPolylines, FollowASplineWhoseFrameIsKept) {
   EXPECT_TRUE(middle.isEqualTo({6, 1.75, 0}));
   ASSERT_EQ(line->straighten(), Acad::eOk);
   EXPECT_EQ(verticesOf(*line).size(), 4u);
+}
+
+TEST(Splines, GoThroughFitPointsAlone) {
+  const AcDbDatabase drawing;
+  const auto through = [](std::initializer_list<AcGePoint3d> points, bool closed, AcGeVector3d start = {}) {
+    return host::splineThrough(points, start, {}, closed);
+  };
+  // Natural, through (0,0) (1,1) (2,0) with chords of the root of 2: slopes of y at the ends are 3/2 of
+  // the chord's, and the height of the first piece's middle is 1/2 + 3/16.
+  const host::BSpline natural = through({{0, 0, 0}, {1, 1, 0}, {2, 0, 0}}, false);
+  ASSERT_TRUE(natural.isValid());
+  const double chord = std::sqrt(2);
+  EXPECT_NEAR(natural.last(), 2 * chord, 1e-12);
+  EXPECT_TRUE(natural.at(chord).isEqualTo({1, 1, 0}));
+  EXPECT_NEAR(natural.at(chord / 2).y, 0.6875, 1e-12);
+  AcGeVector3d along;
+  through({{0, 0, 0}, {1, 1, 0}, {2, 0, 0}}, false, {0, 5, 0}).evaluate(0, &along);
+  EXPECT_TRUE(along.isEqualTo({0, 1, 0}));
+  // Around a square it is the same at each corner, and joins itself.
+  const host::BSpline ring = through({{1, 0, 0}, {0, 1, 0}, {-1, 0, 0}, {0, -1, 0}}, true);
+  AcGeVector3d first, last, next;
+  ring.evaluate(0, &first), ring.evaluate(ring.last(), &last), ring.evaluate(chord, &next);
+  EXPECT_TRUE(first.isEqualTo(last, AcGeTol().setEqualVector(1e-8)));
+  EXPECT_NEAR(first.x, 0, 1e-8);
+  EXPECT_NEAR(first.y, next.x * -1, 1e-8);
+  EXPECT_FALSE(through({{3, 3, 0}, {3, 3, 0}}, false).isValid());
+}
+
+TEST(Curves, FailOutsideTheirRangeAndForgiveRounding) {
+  AcDbDatabase drawing;
+  const AcDbLine line({0, 0, 0}, {10, 0, 0});
+  const AcDbArc arc({0, 0, 0}, 10, 0, quarter);
+  const AcDbCircle circle({0, 0, 0}, {0, 0, 1}, 10);
+  const AcDbEllipse ellipse({0, 0, 0}, {0, 0, 1}, {10, 0, 0}, 0.5, 0, quarter);
+  AcDbPolyline bent;
+  bent.addVertexAt(0, {0, 0}), bent.addVertexAt(1, {10, 0}), bent.addVertexAt(2, {10, 10});
+  AcDbSpline spline;
+  AcGeDoubleArray knots;
+  for (const double k : {0, 0, 0, 0, 1, 1, 1, 1}) knots.append(k);
+  AcGePoint3dArray frame;
+  for (const AcGePoint3d& each : {AcGePoint3d{0, 0, 0}, {3, 5, 0}, {6, -5, 0}, {9, 0, 0}}) frame.append(each);
+  ASSERT_EQ(spline.setNurbsData(3, knots, frame, AcGeDoubleArray()), Acad::eOk);
+  for (const AcDbCurve* const curve :
+       std::initializer_list<const AcDbCurve*>{&line, &arc, &circle, &ellipse, &bent, &spline}) {
+    double first = 0, last = 0, value = 0;
+    AcGePoint3d point;
+    AcGeVector3d along;
+    curve->getStartParam(first), curve->getEndParam(last);
+    const double length = lengthOf(*curve);
+    for (const double beyond : {first - 1e-3, last + 1e-3, std::nan("")}) {
+      EXPECT_EQ(curve->getPointAtParam(beyond, point), Acad::eInvalidInput) << curve->isA()->dxfName();
+      EXPECT_EQ(curve->getDistAtParam(beyond, value), Acad::eInvalidInput);
+      EXPECT_EQ(curve->getFirstDeriv(beyond, along), Acad::eInvalidInput);
+    }
+    for (const double beyond : {-1e-3, length + 1e-3}) {
+      EXPECT_EQ(curve->getPointAtDist(beyond, point), Acad::eInvalidInput);
+      EXPECT_EQ(curve->getParamAtDist(beyond, value), Acad::eInvalidInput);
+    }
+    EXPECT_EQ(curve->getParamAtPoint({40, 50, 0}, value), Acad::eInvalidInput);
+    EXPECT_EQ(curve->getDistAtPoint({40, 50, 0}, value), Acad::eInvalidInput);
+    EXPECT_EQ(curve->getPointAtParam(last + 1e-12, point), Acad::eOk);
+    EXPECT_EQ(curve->getPointAtDist(length + 1e-10, point), Acad::eOk);
+    ASSERT_EQ(curve->getPointAtDist(length, point), Acad::eOk);
+    EXPECT_EQ(curve->getDistAtPoint(point + AcGeVector3d{1e-9, -1e-9, 0}, value), Acad::eOk);
+    if (!curve->isClosed()) {
+      EXPECT_NEAR(value, length, 1e-8) << curve->isA()->dxfName();
+    }
+  }
 }
 
 TEST(Curves, RefuseWhatIsOutOfRange) {

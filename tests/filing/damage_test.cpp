@@ -5,6 +5,7 @@
 #include "brx/db_proxy.h"
 #include "host/database/stubs.h"
 #include "host/filing/files.h"
+#include "host/filing/snapshot_chunks.h"
 #include "tests/filing/drawings.h"
 #include "tests/filing/mixed_drawing.h"
 #include "tests/support/temporary_folder.h"
@@ -151,7 +152,7 @@ TEST_F(SnapshotDamage, OtherFilesAreToldApart) {
   EXPECT_EQ(read("no drawing at all"), Acad::eFilerError);
   EXPECT_EQ(read(""), Acad::eFilerError);
   std::string newer = bytes;
-  newer[8] = 2;
+  newer[8] = static_cast<char>(host::snapshotVersion + 1);
   EXPECT_EQ(read(newer), Acad::eInvalidDwgVersion);
   AcDbDatabase drawing(false);
   EXPECT_EQ(host::readDrawingFile(drawing, folder.wide("none.dwg"), report), Acad::eFileNotFound);

@@ -1,7 +1,9 @@
 #include "platform/files/files.h"
 
+#include <fcntl.h>
 #include <gtest/gtest.h>
 #include <signal.h>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -51,6 +53,28 @@ TEST(Files, CopiesWholeFilesAndNeverOverAReadOnlyOne) {
   EXPECT_FALSE(moveFile(folder.wide("a"), folder.wide("c"))) << "something is there";
   EXPECT_TRUE(moveFile(folder.wide("a"), folder.wide("d")));
   EXPECT_EQ(folder.count(), 3u) << "no half files";
+}
+
+TEST(WholeFiles, TakeAwayWhatWasLeftAndNothingElse) {
+  const TemporaryFolder folder;
+  for (const char* left : {".zarbo-AbCdEf", ".zarbo-4321-7"}) folder.write(left, "left without a lock");
+  const char* const kept[] = {".zarbo-notes", ".zarbo-7-notes", ".zarbo-4321-", ".zarbo-GrOwIn",
+                              ".zarbo-1-2"};
+  for (const char* name : kept) folder.write(name, "the user's own, or growing");
+  std::vector<int> locks;
+  for (const char* growing : {".zarbo-GrOwIn", ".zarbo-1-2"}) {
+    locks.push_back(open((folder / growing).c_str(), O_RDONLY | O_CLOEXEC));
+    ASSERT_EQ(flock(locks.back(), LOCK_EX | LOCK_NB), 0);
+  }
+  WholeFile other(folder / "other.dxf");
+  ASSERT_TRUE(other.write("still growing"));
+  WholeFile file(folder / "plan.dxf");
+  EXPECT_TRUE(file.write("whole") && file.commit() && other.commit());
+  for (const char* name : kept) EXPECT_TRUE(std::filesystem::exists(folder / name)) << name;
+  EXPECT_EQ(folder.read("plan.dxf"), "whole");
+  EXPECT_EQ(folder.read("other.dxf"), "still growing");
+  EXPECT_EQ(folder.count(), std::size(kept) + 2);
+  for (const int lock : locks) close(lock);
 }
 
 TEST(Files, NeverWaitAtAPipe) {

@@ -56,6 +56,31 @@ TEST_F(TextEntities, StandAtTheirAlignmentPoint) {
   }
 }
 
+TEST_F(TextEntities, AreBackwardAndUpsideDownAboutTheirAlignmentPoint) {
+  const AcGePoint3d at{100, 50, 0};
+  for (const auto horizontal : {AcDb::kTextLeft, AcDb::kTextCenter, AcDb::kTextRight}) {
+    for (const auto vertical : {AcDb::kTextBase, AcDb::kTextTop}) {
+      AcDbText text({0, 0, 0}, L"HHE", {}, 2.5);
+      text.setHorizontalMode(horizontal), text.setVerticalMode(vertical);
+      text.setAlignmentPoint(at), text.setPosition(at);
+      const AcDbExtents plain = boxOf(text);
+      text.mirrorInX(true), text.mirrorInY(true);
+      const AcDbExtents mirrored = boxOf(text);
+      // Turned by half a turn about the point.
+      EXPECT_TRUE(mirrored.minPoint().isEqualTo(at - (plain.maxPoint() - at), AcGeTol().setEqualPoint(1e-6)));
+      EXPECT_TRUE(mirrored.maxPoint().isEqualTo(at - (plain.minPoint() - at), AcGeTol().setEqualPoint(1e-6)));
+      AcGeMatrix3d mirror;
+      mirror(0, 0) = -1;
+      text.transformBy(mirror);
+      EXPECT_NEAR(boxOf(text).minPoint().x, -mirrored.maxPoint().x, 0.5);
+      EXPECT_NEAR(boxOf(text).minPoint().y, mirrored.minPoint().y, 1e-6);
+    }
+  }
+  AcDbText plain({3, 4, 0}, L"HHE", {}, 2.5);
+  plain.transformBy(AcGeMatrix3d::translation({10, 10, 0}));
+  EXPECT_TRUE(plain.alignmentPoint().isEqualTo({0, 0, 0})) << "means nothing for it, and stays";
+}
+
 TEST_F(TextEntities, FillTheWayBetweenTwoPoints) {
   for (const auto mode : {AcDb::kTextAlign, AcDb::kTextFit}) {
     AcDbText text({0, 0, 0}, L"HHHH", {}, 1);

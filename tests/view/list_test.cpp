@@ -2,9 +2,9 @@
 
 #include "brx/db_attributes.h"
 #include "brx/db_dictionary.h"
+#include "host/database/palette.h"
 #include "host/view/clip.h"
 #include "host/view/dashes.h"
-#include "host/view/palette.h"
 #include "tests/view/drawn.h"
 
 namespace {
@@ -211,7 +211,7 @@ TEST(Clipping, KeepsWhatLiesInside) {
 TEST(Palette, HasTheUsualColours) {
   const std::pair<unsigned, std::uint32_t> colours[] = {{1, 0xFF0000},  {30, 0xFF7F00},  {41, 0xFFDF7F},
                                                         {92, 0x00A500}, {174, 0x00007F}, {253, 0x828282}};
-  for (const auto& [index, rgb] : colours) EXPECT_EQ(view::colourOfIndex(index), rgb) << index;
+  for (const auto& [index, rgb] : colours) EXPECT_EQ(host::colourOfIndex(index), rgb) << index;
 }
 
 }  // namespace

@@ -24,6 +24,18 @@
 ;=> (10.0 0.0 0.0)
 (AcDbCurve::getDistAtPoint bent '(6 4 0))
 ;=> 8.0
+; What lies outside is a failure on every curve.
+(mapcar '(lambda (curve) (list (AcDbCurve::getPointAtDist curve 50.0) (AcDbCurve::getPointAtDist curve -1.0) (AcDbCurve::getDistAtPoint curve '(90 90))))
+        (list line bent ring))
+;=> ((nil nil nil) (nil nil nil) (nil nil nil))
+(setq through (entmakex '((0 . "SPLINE") (100 . "AcDbEntity") (100 . "AcDbSpline") (70 . 1024) (71 . 3) (74 . 3) (11 0 0 0) (11 3 4 0) (11 6 0 0))))
+(list (< 10 (AcDbCurve::getLength through) 12) (rounded (AcDbCurve::getPointAtDist through (/ (AcDbCurve::getLength through) 2))))
+;=> (T (3.0 4.0 0.0))
+(rounded (cdr (assoc "max" (AcDbEntity::getGeomExtents through))))
+;=> (6.0 4.0 0.0)
+(mapcar 'car (cdr (member '(100 . "AcDbSpline") (entget through))))
+;=> (210 70 71 72 73 74 11 11 11)
+(entdel through)
 (AcDbCurve::getLength)
 ;=> ; error: ADS request error
 ;| Too few arguments passed.
@@ -96,8 +108,8 @@
 ;| Wrong type of arguments passed.
 
 ; Colours, order, extents
-(progn (kv_kv-setColor line 255 128 0) (cdr (assoc 420 (entget line))))
-;=> 16744448
+(progn (kv_kv-setColor line 255 128 0) (mapcar '(lambda (code) (cdr (assoc code (entget line)))) '(62 420)))
+;=> (30 16744448)
 (progn (AcDbEntity::setColor line 3) (list (cdr (assoc 62 (entget line))) (assoc 420 (entget line))))
 ;=> (3 nil)
 (AcDbEntity::setColor foreign 3)
@@ -118,6 +130,8 @@
 (setq arrow (AcDbLeader::create '(0 0) '(5 5) '(9 5) "end"))
 (vl-remove-if-not '(lambda (pair) (= (car pair) 10)) (entget arrow))
 ;=> ((10 0.0 0.0 0.0) (10 5.0 5.0 0.0) (10 9.0 5.0 0.0))
+(cdr (assoc 3 (entget arrow)))
+;=> "Standard"
 (setq face (entmakex '((0 . "3DFACE") (10 0 0 0) (11 1 0 0) (12 1 1 0) (13 0 1 0))))
 (list (AcDbFace::makeEdgeInvisibleAt face 1) (AcDbFace::makeEdgeInvisibleAt face 3) (cdr (assoc 70 (entget face))))
 ;=> (T T 10)

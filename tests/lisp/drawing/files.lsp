@@ -53,3 +53,7 @@
 (behind-path (message "genuine.dwg"))
 ;=> "enuine.dwg: this is a DWG file (AC1032), which can't be read here; saved as DXF by the program that made it, it can"
 (behind-path (message "none.dxf"))              ;=> "one.dxf: there is no such file"
+; A block that only a genuine file has: why it can't be had is told.
+(host-output)
+(kv_kv-leader-insert '((0 0 0) (1 1 0) (2 1 0)) "PIPES" "genuine" 0.125)   ;=> nil
+(wcmatch (host-output) "*genuine.dwg: this is a DWG file (AC1032)*")   ;=> T

@@ -88,6 +88,22 @@
 (list (renamed "BLOCK" "*Model_Space" "x") (renamed "LTYPE" "ByLayer" "x") (renamed "LTYPE" "Continuous" "x"))   ;=> (nil nil nil)
 (mapcar '(lambda (code) (car (assoc code (entget (tblobjname "BLOCK" "*Model_Space"))))) '(10 -2))   ;=> (10 -2)
 (entdel (tblobjname "LAYER" "0"))               ;=> nil
+(entmake '((0 . "BLOCK") (2 . "*U") (70 . 1) (10 0 0)))
+(entmake '((0 . "ATTDEF") (10 0 0) (40 . 1) (1 . "v") (2 . "TAG") (3 . "p") (70 . 0)))
+(setq made (entmake '((0 . "ENDBLK"))))
+(defun flags () (cdr (assoc 70 (entget (tblobjname "BLOCK" made)))))
+(flags)                                         ;=> 3
+(progn (entmod (subst '(70 . 0) '(70 . 3) (entget (tblobjname "BLOCK" made)))) (flags))   ;=> 3
+; Linetypes with texts, as lines for gas and water have them
+(setq style (tblobjname "STYLE" "Standard"))
+(type (record "LTYPE" "Gas" (list '(3 . "Gas") '(72 . 65) '(73 . 3) '(40 . 0.95) '(49 . 0.5) '(74 . 0) '(49 . -0.2) '(74 . 2) '(75 . 0) (cons 340 style)
+                                  '(46 . 0.1) '(50 . 0.5) '(44 . -0.1) '(45 . -0.05) '(9 . "GAS") '(49 . -0.25) '(74 . 0))))   ;=> ENAME
+(vl-remove-if '(lambda (g) (member (car g) '(0 2 70 3 72 73 40 340))) (tblsearch "LTYPE" "gas"))
+;=> ((49 . 0.5) (49 . -0.2) (75 . 0) (46 . 0.1) (50 . 0.5) (44 . -0.1) (45 . -0.05) (9 . "GAS") (49 . -0.25))
+(eq style (cdr (assoc 340 (tblsearch "LTYPE" "gas"))))   ;=> T
+; Letters beyond ASCII have upper and lower case too.
+(type (record "LAYER" "Wände" '((62 . 4))))     ;=> ENAME
+(list (record "LAYER" "WÄNDE" '((62 . 4))) (cdr (assoc 2 (tblsearch "LAYER" "wÄNDE"))))   ;=> (nil "Wände")
 (entdel (namedobjdict))                         ;=> nil
 ; Names are found whatever the case of their letters, beyond ASCII too.
 (type (record "LAYER" "Ölleitung" '((62 . 3))))  ;=> ENAME

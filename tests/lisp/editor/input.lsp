@@ -63,7 +63,7 @@
 (getdist '(0 0 0))                              ;=> 13.0
 (answers 64 '(getdist "D: "))                   ;=> 5.0
 (getdist)                                       ;=> 13.0
-(host-output)                                   ;=> "D: \nSpecify second point: \nSpecify second point: "
+(host-output)                                   ;=> "\nD: \nSpecify second point: \nSpecify second point: "
 (getdist '(3 4 12))                             ;=> 12.0
 (host-input "90" "0.5r" "N45dE" '(0 5) '(0 0) '(-1 0) 1.25)
 (rtos (getangle) 2 6)                           ;=> "1.570796"
@@ -100,7 +100,7 @@
 (getkword)                                      ;=> nil
 (host-output)
 (progn (initget "Yes No") (host-input "maybe" "y") (getkword "Sure? [Yes/No]: "))   ;=> "Yes"
-(host-output)                                   ;=> "Sure? [Yes/No]: \nInvalid option keyword.Sure? [Yes/No]: "
+(host-output)                                   ;=> "\nSure? [Yes/No]: \nInvalid option keyword.\nSure? [Yes/No]: "
 (progn (initget "Yes") (host-input "maybe" 1) (getdist '(0 0)))   ;=> 1.0
 (host-output)                                   ;=> "\nRequires numeric distance, second point, or option keyword."
 (initget 5 5)                                   ;=> ; error: bad argument type: stringp 5

@@ -1,8 +1,12 @@
-#include "host/view/palette.h"
+#include "host/database/palette.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 
-namespace host::view {
+#include "brx/db_entity.h"
+
+namespace host {
 namespace {
 
 constexpr std::uint32_t named[] = {0x000000, 0xFF0000, 0xFFFF00, 0x00FF00, 0x00FFFF,
@@ -35,4 +39,34 @@ std::uint32_t colourOfIndex(unsigned index) {
   return red << 16 | green << 8 | blue;
 }
 
-}  // namespace host::view
+namespace {
+
+std::array<std::uint32_t, 256> wholePalette() {
+  std::array<std::uint32_t, 256> all{};
+  for (unsigned index = 0; index < all.size(); ++index) all[index] = colourOfIndex(index);
+  return all;
+}
+
+int difference(std::uint32_t a, std::uint32_t b) {
+  int sum = 0;
+  for (const int shift : {16, 8, 0}) {
+    const int apart = static_cast<int>(a >> shift & 0xFF) - static_cast<int>(b >> shift & 0xFF);
+    sum += apart * apart;
+  }
+  return sum;
+}
+
+}  // namespace
+
+unsigned nearestIndex(std::uint32_t rgb) {
+  static const std::array<std::uint32_t, 256> palette = wholePalette();
+  const auto isNearer = [rgb](std::uint32_t a, std::uint32_t b) {
+    return difference(a, rgb) < difference(b, rgb);
+  };
+  return static_cast<unsigned>(std::min_element(palette.begin() + 1, palette.end(), isNearer) -
+                               palette.begin());
+}
+
+}  // namespace host
+
+Adesk::UInt16 AcCmColor::nearestIndex() const { return static_cast<Adesk::UInt16>(host::nearestIndex(rgb_)); }

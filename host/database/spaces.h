@@ -16,13 +16,12 @@ std::wstring layoutNameOf(AcDbObjectId block);
 bool isPaperSpace(AcDbObjectId block);
 /// Null when no layout has the name, case ignored.
 AcDbObjectId spaceOfLayout(const AcDbDatabase& drawing, const std::wstring& layout);
-/// In which entities are made.
+/// In which entities are made, chosen and counted: model space, or the current layout's paper space where
+/// TILEMODE is 0.
 AcDbObjectId currentSpace(const AcDbDatabase& drawing);
+/// Makes the layout's space the current one. False when no layout has the name.
+bool switchToLayout(AcDbDatabase& drawing, const std::wstring& layout);
 /// Model space first, then paper spaces in the order of their making.
 std::vector<AcDbObjectId> spacesOf(const AcDbDatabase& drawing);
-
-/// The table of a record's class or of a name that LISP has for it ("LAYER", "BLOCK"); null for none.
-AcDbObjectId tableOfRecord(const AcDbDatabase& drawing, const AcRxClass& recordClass);
-AcDbObjectId tableNamed(const AcDbDatabase& drawing, const std::wstring& name);
 
 }  // namespace host

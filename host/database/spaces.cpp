@@ -1,9 +1,9 @@
-#include "host/access/spaces.h"
+#include "host/database/spaces.h"
 
 #include "brx/db_dictionary.h"
+#include "host/database/fields.h"
 #include "host/database/header_variables.h"
 #include "host/database/stubs.h"
-#include "host/rx/registry.h"
 #include "platform/text/letters.h"
 
 namespace host {
@@ -11,6 +11,11 @@ namespace {
 
 const AcDbBlockTableRecord* recordOf(AcDbObjectId block) {
   return AcDbBlockTableRecord::cast(objectOf(block));
+}
+
+size_t tileMode() {
+  static const size_t index = findHeaderVariable(L"TILEMODE").value();
+  return index;
 }
 
 }  // namespace
@@ -52,24 +57,34 @@ AcDbObjectId spaceOfLayout(const AcDbDatabase& drawing, const std::wstring& layo
 }
 
 AcDbObjectId currentSpace(const AcDbDatabase& drawing) {
-  static const size_t tileMode = findHeaderVariable(L"TILEMODE").value();
-  return std::get<int>(headerValue(drawing, tileMode)) ? drawing.modelSpaceId() : drawing.paperSpaceId();
+  return std::get<int>(headerValue(drawing, tileMode())) ? drawing.modelSpaceId() : drawing.paperSpaceId();
 }
 
-AcDbObjectId tableOfRecord(const AcDbDatabase& drawing, const AcRxClass& recordClass) {
-  constexpr std::wstring_view suffix = L"Record";
-  std::wstring name = recordClass.name();
-  if (!name.ends_with(suffix)) return {};
-  name.erase(name.size() - suffix.size());
-  const AcRxClass* const table = findClass(name);
-  return table ? drawing.tableId(table) : AcDbObjectId{};
+namespace {
+
+void rename(AcDbObjectId block, const std::wstring& name) {
+  AcDbObjectPointer<AcDbBlockTableRecord> record(block, AcDb::kForWrite);
+  if (record.object()) record->setName(name.c_str());
 }
 
-AcDbObjectId tableNamed(const AcDbDatabase& drawing, const std::wstring& name) {
-  std::wstring type = upperCased(name);
-  if (type == L"BLOCK") type = L"BLOCK_RECORD";
-  const AcRxClass* const record = findClassByDxfName(type);
-  return record ? tableOfRecord(drawing, *record) : AcDbObjectId{};
+/// Files know the paper space of the current layout by its name.
+void makeCurrentPaper(AcDbDatabase& drawing, AcDbObjectId space) {
+  const AcDbObjectId former = drawing.paperSpaceId();
+  if (former == space) return;
+  const std::wstring name = nameOfRecord(space);
+  rename(space, L"*Paper_Space_changing");
+  rename(former, name);
+  rename(space, ACDB_PAPER_SPACE);
+}
+
+}  // namespace
+
+bool switchToLayout(AcDbDatabase& drawing, const std::wstring& layout) {
+  const AcDbObjectId space = spaceOfLayout(drawing, layout);
+  if (space.isNull()) return false;
+  const bool isModel = space == drawing.modelSpaceId();
+  if (!isModel) makeCurrentPaper(drawing, space);
+  return setHeaderValue(drawing, tileMode(), isModel ? 1 : 0) == Acad::eOk;
 }
 
 }  // namespace host
