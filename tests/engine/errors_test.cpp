@@ -67,7 +67,7 @@ class ErrorsTest : public testing::Test {
       Told expected = {fault.told.number, fault.told.text};
       if (const size_t mark = expected.text.find(L'%'); mark != std::wstring::npos)
         expected.text.replace(mark, 1, fromUtf8(file));
-      const std::wstring query = L"q" + std::to_wstring(ways.size());
+      const std::wstring query = L"q" + std::to_wstring(++queries);
       TestEngine preparing;
       EXPECT_EQ(preparing.connect(path), L"OK");
       EXPECT_EQ(preparing.createQuery(query, fault.sql), 0) << toUtf8(preparing.errorText());
@@ -95,6 +95,7 @@ class ErrorsTest : public testing::Test {
   TemporaryFolder folder;
   const std::string path = folder.file("a.kv"), other = folder.file("b.kv");
   std::string file = path;
+  int queries = 0;
 };
 
 int addFar(TestEngine& engine) {
