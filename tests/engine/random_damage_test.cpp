@@ -141,9 +141,7 @@ class RandomDamage : public testing::Test {
     std::set<std::string> marks;
     const size_t page = begin / pageSize * pageSize;
     // A row's numbers stand beside its mark; one whose page says where it goes on has marks right behind.
-    // What damages a row's length may cost its neighbour, too, whose mark is a row without a long text
-    // farther.
-    constexpr size_t beside = 100;
+    constexpr size_t beside = 40;
     const size_t from = begin > page + beside ? begin - beside : page;
     const std::string near =
         good.substr(from, std::min(end + beside, (end - 1) / pageSize * pageSize + pageSize) - from);
