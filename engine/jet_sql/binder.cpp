@@ -35,12 +35,16 @@ std::string withoutBrackets(std::string name) {
   return name;
 }
 
+bool isFor(const Parameter& given, std::string_view name) {
+  return sameText(given.name, name) || sameText(withoutBrackets(given.name), name);
+}
+
 }  // namespace
 
 const Parameter* Binder::nextGiven(const std::string& name) {
   for (const Parameter& parameter : given_) {
     if (parameter.name.empty()) continue;
-    if (sameText(parameter.name, name) || sameText(withoutBrackets(parameter.name), name)) return &parameter;
+    if (isFor(parameter, name)) return &parameter;
   }
   while (nextGiven_ < given_.size() && !given_[nextGiven_].name.empty()) ++nextGiven_;
   return nextGiven_ < given_.size() ? &given_[nextGiven_++] : nullptr;
@@ -72,9 +76,8 @@ void Binder::bindParameter(Expression& expression, const std::string& name) {
 void Binder::checkNames() const {
   for (const Parameter& given : given_) {
     if (given.name.empty()) continue;
-    const bool known = std::any_of(slots_.begin(), slots_.end(), [&](const ParameterSlot& slot) {
-      return sameText(slot.name, given.name);
-    });
+    const bool known = std::any_of(slots_.begin(), slots_.end(),
+                                   [&](const ParameterSlot& slot) { return isFor(given, slot.name); });
     if (!known) ::fail(itemNotFound, "parameter '" + given.name + "' in the query");
   }
 }
