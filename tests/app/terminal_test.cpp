@@ -179,8 +179,8 @@ TEST(Terminal, CompletesByTabAndHelps) {
   terminal.enter("mark\t");
   ASSERT_TRUE(terminal.shows("\"marked\""));
   ASSERT_TRUE(terminal.shows("Command: "));
-  terminal.enter("(strca\t \"x\" \"yz\")");
-  ASSERT_TRUE(terminal.shows("\"xyz\""));
+  terminal.enter("(strle\t \"xyz\")");
+  ASSERT_TRUE(terminal.shows("\n3"));
   ASSERT_TRUE(terminal.shows("Command: "));
   terminal.enter("(getvar \"cmdec\t\")");
   ASSERT_TRUE(terminal.shows("\n1"));

@@ -188,12 +188,20 @@ TEST_F(SnapshotDamage, AFullOrForbiddenPlaceLeavesTheOldFile) {
   EXPECT_EQ(host::writeDrawingFile(drawing, folder.path().wstring()), Acad::eFileAccessErr);
 }
 
+class TestMark : public AcDbPoint {
+ public:
+  ACRX_DECLARE_MEMBERS(TestMark)
+};
+ACRX_DEFINE_MEMBERS(TestMark)
+
 /// A module's class of entities, known to drawing files as TESTMARK.
 struct ModuleClass {
-  AcRxClass* const descriptor = newAcRxClass(
-      L"TestMark", L"AcDbPoint", []() -> AcRxObject* { return new AcDbPoint; }, L"TESTMARK");
-  ModuleClass() { acrxBuildClassHierarchy(); }
-  ~ModuleClass() { deleteAcRxClass(descriptor); }
+  ModuleClass() {
+    TestMark::gpDesc =
+        newAcRxClass(L"TestMark", L"AcDbPoint", []() -> AcRxObject* { return new TestMark; }, L"TESTMARK");
+    acrxBuildClassHierarchy();
+  }
+  ~ModuleClass() { deleteAcRxClass(TestMark::gpDesc); }
 };
 
 TEST(DxfDamage, AModulesClassRevivesWhatIsItsOwnAlone) {
