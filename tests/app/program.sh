@@ -6,7 +6,7 @@ host=$1
 work=$(mktemp -d)
 trap 'rm -rf "$work"' EXIT
 failed=0
-run() { timeout 60 "$host" --settings "$work/settings" "$@" >"$work/out" 2>"$work/err"; status=$?; }
+run() { timeout 150 "$host" --settings "$work/settings" "$@" >"$work/out" 2>"$work/err"; status=$?; }
 check() { # WHAT STATUS [PATTERN …]: the exit status, and lines that standard output must hold
   local what=$1 wanted=$2
   shift 2

@@ -197,8 +197,8 @@ ACRX_DEFINE_MEMBERS(TestMark)
 /// A module's class of entities, known to drawing files as TESTMARK.
 struct ModuleClass {
   ModuleClass() {
-    TestMark::gpDesc =
-        newAcRxClass(L"TestMark", L"AcDbPoint", []() -> AcRxObject* { return new TestMark; }, L"TESTMARK");
+    TestMark::gpDesc = newAcRxClass(
+        L"TestMark", L"AcDbPoint", []() -> AcRxObject* { return new TestMark; }, L"TESTMARK");
     acrxBuildClassHierarchy();
   }
   ~ModuleClass() { deleteAcRxClass(TestMark::gpDesc); }
