@@ -39,8 +39,8 @@ class Database {
   const std::string& path() const { return path_; }
   bool readOnly() const { return readOnly_; }
 
-  /// True when somebody has put another file in the place of the open one. Fails when there is none now. Looks
-  /// a hundred times a second at most, since a walk through a table asks at every step.
+  /// True when somebody has put another file in the place of the open one. Fails when there is none now.
+  /// Looks a hundred times a second at most, since a walk through a table asks at every step.
   bool isReplaced();
   /// Opens the file that is at the path now, in the mode of before; `examine` comes next. What was prepared
   /// and attached is gone.

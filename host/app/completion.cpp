@@ -11,8 +11,8 @@
 #include <editline/readline.h>
 
 #include "host/bridge/document_lisp.h"
-#include "host/documents/variables.h"
 #include "host/commands/commands.h"
+#include "host/documents/variables.h"
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"
 

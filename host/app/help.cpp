@@ -5,9 +5,9 @@
 #include <map>
 
 #include "host/bridge/document_lisp.h"
+#include "host/commands/commands.h"
 #include "host/console/command_line.h"
 #include "host/documents/variables.h"
-#include "host/commands/commands.h"
 #include "host/lisp/builtins.h"
 #include "host/lisp/code.h"
 #include "host/lisp/printer.h"

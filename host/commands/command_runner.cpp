@@ -89,8 +89,8 @@ CommandResult finish(DrawingState& state) {
 namespace {
 
 auto commandTables() {
-  return std::array{drawCommands(),  textCommands(), blockCommands(), editCommands(),
-                    layerCommands(), viewCommands(), fileCommands(),  undoCommands(), solidCommands()};
+  return std::array{drawCommands(), textCommands(), blockCommands(), editCommands(), layerCommands(),
+                    viewCommands(), fileCommands(), undoCommands(),  solidCommands()};
 }
 
 }  // namespace

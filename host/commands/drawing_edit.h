@@ -29,7 +29,8 @@ void changeEach(const Entities& entities, Change change) {
 void eraseAll(const Entities& entities);
 /// Says how many can't be transformed, and leaves them as they are.
 void transformAll(CommandInput& input, const Entities& entities, const AcGeMatrix3d& matrix);
-/// Makes transformed copies in the current space, and gives them; nothing is left of those that can't be transformed.
+/// Makes transformed copies in the current space, and gives them; nothing is left of those that can't be
+/// transformed.
 Entities transformCopies(CommandInput& input, const Entities& entities, const AcGeMatrix3d& matrix);
 /// Copies in a block, in the same order.
 Entities copyAll(const Entities& entities, AcDbObjectId block);

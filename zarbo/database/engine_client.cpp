@@ -42,7 +42,8 @@ bool Engine::isReadOnly() {
 }
 bool Engine::openPrivate(const std::wstring& path, bool& readOnly) {
   short onlyRead = VARIANT_FALSE;
-  const bool ok = asked([&](short* opened) { return object().OpenPrivate(Bstr(path).get(), &onlyRead, opened); });
+  const bool ok =
+      asked([&](short* opened) { return object().OpenPrivate(Bstr(path).get(), &onlyRead, opened); });
   readOnly = onlyRead != VARIANT_FALSE;
   return ok;
 }
