@@ -38,12 +38,20 @@ std::wstring moduleOf(const Function& function) {
   return fromUtf8(std::filesystem::path(toUtf8(application.fileName)).stem().string());
 }
 
-std::wstring meaningOf(const Function& function) {
+/// What the module tells of its function, where it tells something.
+std::wstring toldByModule(const std::wstring& name, const Function& function) {
+  const FunctionHelp* const told = static_cast<const Application*>(function.context)->helpOn(name);
+  if (!told) return {};
+  const std::wstring arguments = *told->arguments ? std::wstring(L" ") + told->arguments : std::wstring();
+  return std::wstring(L"\n  (") + told->name + arguments + L") -> " + told->result + L"\n  " + told->meaning;
+}
+
+std::wstring meaningOf(const std::wstring& name, const Function& function) {
   switch (function.kind) {
     case Function::Kind::specialForm:
       return L"special form of the language";
     case Function::Kind::external:
-      return L"function of the module " + moduleOf(function);
+      return L"function of the module " + moduleOf(function) + toldByModule(name, function);
     case Function::Kind::usubr: {
       const lisp::Value parameters = lisp::car(function.lambda->source);
       return L"function of the program, " + printed(parameters, lisp::Style::readable);
@@ -67,7 +75,7 @@ Names meaningsOf(const std::wstring& name) {
   Names found;
   const lisp::Symbol* const symbol = currentInterpreter().find(name);
   if (symbol && symbol->value.isFunction()) {
-    found.push_back(meaningOf(*symbol->value.function()));
+    found.push_back(meaningOf(name, *symbol->value.function()));
   } else if (symbol && symbol->value.isTrue()) {
     found.push_back(L"symbol with the value " + printed(symbol->value, lisp::Style::readable));
   }

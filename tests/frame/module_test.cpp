@@ -128,7 +128,7 @@ TEST_F(ModuleTest, CanBeUnloadedAndLoadedAgain) {
   EXPECT_EQ(served.real, 8.0);
 }
 
-TEST_F(ModuleTest, RowsStillToBeBuiltAndRowsWithoutAConnectionAnswerNil) {
+TEST_F(ModuleTest, RowsWithoutAConnectionAnswerNil) {
   ASSERT_TRUE(load());
   for (const wchar_t* name : {L"zb_top", L"zb_count", L"zb_mdb"}) {
     PlainCall served;

@@ -10,6 +10,7 @@
 #include "platform/text/letters.h"
 #include "zarbo/database/failure.h"
 #include "zarbo/database/find_database.h"
+#include "zarbo/frame/application_call.h"
 #include "zarbo/frame/guarded_call.h"
 #include "zarbo/frame/lisp_args.h"
 #include "zarbo/frame/list_builder.h"
@@ -170,14 +171,8 @@ bool readRequest(ConnectRequest& request) {
 
 /// Asks the application to repair the file, and whether it did.
 bool repairByApplication(const std::wstring& path) {
-  resbuf* const call =
-      acutBuildList(RTSTR, L"compactDatabase", RTSTR, path.c_str(), RTNIL, RTSTR, L"Repair", RTNONE);
-  resbuf* result = nullptr;
-  const int status = acedInvoke(call, &result);
-  const bool repaired = status == RTNORM && result && result->restype != RTNIL;
-  if (result) acutRelRb(result);
-  acutRelRb(call);
-  return repaired;
+  ApplicationCall call(L"compactDatabase");
+  return call.text(path).nil().text(L"Repair").invoke() && !call.answersNil();
 }
 
 /// Connects, with one repair in between when the file asks for it.

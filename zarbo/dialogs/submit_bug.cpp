@@ -5,6 +5,7 @@
 #include "platform/desktop/desktop.h"
 #include "platform/text/trim.h"
 #include "zarbo/dialogs/attachment_dialog.h"
+#include "zarbo/frame/application_call.h"
 #include "zarbo/frame/framework_exception.h"
 #include "zarbo/support/desktop_report.h"
 #include "zarbo/support/report_text.h"
@@ -41,19 +42,14 @@ constexpr unsigned exclamation = unsigned{okBox} | unsigned{exclamationIcon};
 
 /// The texts that the application's callback returns; none when it fails.
 std::wstring identificationLines() {
-  resbuf* const call = acutBuildList(RTSTR, identification, RTNONE);
-  resbuf* answer = nullptr;
+  ApplicationCall call(identification);
+  call.invoke();
   std::wstring lines;
-  if (call && acedInvoke(call, &answer) == RTNORM) {
-    int count = 0;
-    for (const resbuf* each = answer; each && count < 2; each = each->rbnext) {
-      if (each->restype != RTSTR) continue;
-      ++count;
-      if (each->resval.rstring && *each->resval.rstring) lines += std::wstring(each->resval.rstring) + L"\n";
-    }
-  }
-  for (resbuf* const each : {call, answer}) {
-    if (each) acutRelRb(each);
+  int count = 0;
+  for (const resbuf* each = call.answer(); each && count < 2; each = each->rbnext) {
+    if (each->restype != RTSTR) continue;
+    ++count;
+    if (each->resval.rstring && *each->resval.rstring) lines += std::wstring(each->resval.rstring) + L"\n";
   }
   return lines;
 }

@@ -2,6 +2,7 @@
 
 #include "brx/db_services.h"
 #include "brx/lisp_calls.h"
+#include "zarbo/frame/application_call.h"
 #include "zarbo/support/current_drawing.h"
 
 namespace {
@@ -10,13 +11,7 @@ constexpr int pathRoom = 1024;
 constexpr int allMayShare = 3;
 
 /// The application shows its own message.
-void alertMissing(const std::wstring& name) {
-  resbuf* const call = acutBuildList(RTSTR, L"kvBlock-alertMissing", RTSTR, name.c_str(), RTNONE);
-  resbuf* result = nullptr;
-  acedInvoke(call, &result);
-  if (result) acutRelRb(result);
-  acutRelRb(call);
-}
+void alertMissing(const std::wstring& name) { ApplicationCall(L"kvBlock-alertMissing").text(name).invoke(); }
 
 }  // namespace
 

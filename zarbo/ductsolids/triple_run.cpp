@@ -1,9 +1,9 @@
 #include "zarbo/ductsolids/triple_run.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "platform/text/letters.h"
+#include "zarbo/frame/application_call.h"
 #include "zarbo/support/plane_geometry.h"
 #include "zarbo/support/utilities.h"
 
@@ -29,19 +29,12 @@ bool readAlignment(ArgCursor& cursor, TripleRun& run) {
          getLong(cursor, run.offsetFlag) && getNumber(cursor, run.verticalOffset);
 }
 
-struct FreesBuffers {
-  void operator()(resbuf* list) const { acutRelRb(list); }
-};
-using Buffers = std::unique_ptr<resbuf, FreesBuffers>;
-
 /// Where the application draws a point; the point itself when the call fails or gives something else.
 AcGePoint3d convertedPoint(const AcGePoint3d& point, int32_t coordMode) {
-  const Buffers call(acutBuildList(RTSTR, L"convert_rp_dp", RTLB, RTREAL, point.x, RTREAL, point.y, RTREAL,
-                                   point.z, RTLE, RTLONG, coordMode, RTNONE));
-  resbuf* answer = nullptr;
-  const int status = acedInvoke(call.get(), &answer);
-  const Buffers owned(answer);
-  return status == RTNORM && answer && answer->restype == RT3DPOINT ? asPnt3d(answer->resval.rpoint) : point;
+  ApplicationCall call(L"convert_rp_dp");
+  call.reals({point.x, point.y, point.z}).longInteger(coordMode).invoke();
+  const resbuf* const answer = call.answer();
+  return answer && answer->restype == RT3DPOINT ? asPnt3d(answer->resval.rpoint) : point;
 }
 
 double heightShift(const TripleRun& run) {

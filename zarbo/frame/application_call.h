@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <initializer_list>
 #include <optional>
 #include <string>
 
@@ -17,6 +18,9 @@ class ApplicationCall {
   ApplicationCall& text(const std::wstring& value) { return appendValue(call_, value), *this; }
   ApplicationCall& longInteger(int32_t value) { return appendValue(call_, value), *this; }
   ApplicationCall& shortInteger(int16_t value);
+  ApplicationCall& real(double value) { return appendValue(call_, value), *this; }
+  /// A list of reals.
+  ApplicationCall& reals(std::initializer_list<double> values);
   ApplicationCall& nil() { return appendValue(call_, nullptr), *this; }
 
   /// False when the function isn't there or fails; the answer is nil then.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "brx/lisp_calls.h"
 #include "zarbo/database/connections.h"
 #include "zarbo/frame/guarded_call.h"
 
@@ -16,10 +15,4 @@ template <Body body>
 int zbEntry() {
   ensureConnection();
   return guardedCall(body);
-}
-
-/// Stands where the body of a row is still to come.
-inline int notBuilt() {
-  acedRetNil();
-  return done;
 }

@@ -1,7 +1,6 @@
 #include "zarbo/support/desktop_report.h"
 
 #include <algorithm>
-#include <memory>
 
 #include "brx/lisp_calls.h"
 #include "platform/archive/archive_writer.h"
@@ -10,6 +9,7 @@
 #include "platform/files/native_path.h"
 #include "platform/files/whole_file.h"
 #include "platform/text/utf.h"
+#include "zarbo/frame/application_call.h"
 #include "zarbo/support/paths.h"
 
 namespace {
@@ -46,13 +46,7 @@ std::wstring pack(ArchiveWriter& writer, const std::wstring& archive,
 }
 
 void showInExplorer(const std::wstring& archive) {
-  const std::wstring command = L"explorer.exe /select," + archive;
-  resbuf* const call = acutBuildList(RTSTR, L"startapp", RTSTR, command.c_str(), RTNONE);
-  resbuf* answer = nullptr;
-  if (call) acedInvoke(call, &answer);
-  for (resbuf* const each : {call, answer}) {
-    if (each) acutRelRb(each);
-  }
+  ApplicationCall(L"startapp").text(L"explorer.exe /select," + archive).invoke();
 }
 
 }  // namespace

@@ -9,8 +9,8 @@ constexpr int fullScale = 1000;
 
 }  // namespace
 
-ProgressMeter::ProgressMeter(std::wstring label)
-    : label_(std::move(label)), next_(std::chrono::steady_clock::now() + patience) {}
+ProgressMeter::ProgressMeter(std::wstring label, Clock::time_point begun)
+    : label_(std::move(label)), next_(begun + patience) {}
 
 ProgressMeter::~ProgressMeter() {
   if (!shown_) return;
@@ -23,8 +23,7 @@ ProgressMeter::~ProgressMeter() {
   platform::desktop().setMainWindow(std::move(state));
 }
 
-void ProgressMeter::show(int64_t come, int64_t total) {
-  const auto now = std::chrono::steady_clock::now();
+void ProgressMeter::show(int64_t come, int64_t total, Clock::time_point now) {
   if (now < next_) return;
   next_ = now + interval;
   platform::Desktop::MainWindow state = platform::desktop().mainWindow();

@@ -1,18 +1,13 @@
 #include "zarbo/support/utilities.h"
 
 #include <cmath>
-#include <memory>
 
 #include "brx/lisp_calls.h"
 #include "platform/desktop/desktop.h"
 #include "platform/text/letters.h"
+#include "zarbo/frame/application_call.h"
 
 namespace {
-
-struct ListOwner {
-  void operator()(resbuf* list) const { acutRelRb(list); }
-};
-using OwnedList = std::unique_ptr<resbuf, ListOwner>;
 
 /// The first row that holds the code decides.
 struct GroupRange {
@@ -42,20 +37,13 @@ int resultTypeOfGroupCode(int groupCode) {
 }
 
 std::wstring rtosRound(double value, int mode, int precision) {
-  const OwnedList call(
-      acutBuildList(RTSTR, L"rtosRound", RTREAL, value, RTLONG, mode, RTLONG, precision, RTNONE));
-  resbuf* answer = nullptr;
-  if (!call || acedInvoke(call.get(), &answer) != RTNORM) return {};
-  const OwnedList owner(answer);
-  return answer && answer->restype == RTSTR && answer->resval.rstring ? answer->resval.rstring : L"";
+  ApplicationCall call(L"rtosRound");
+  call.real(value).longInteger(mode).longInteger(precision).invoke();
+  return call.textAnswer().value_or(L"");
 }
 
 void timerMark(const std::wstring& name, bool start) {
-  const OwnedList call(
-      acutBuildList(RTSTR, start ? L"clocks-start" : L"clocks-end", RTSTR, name.c_str(), RTNONE));
-  resbuf* answer = nullptr;
-  acedInvoke(call.get(), &answer);
-  const OwnedList owner(answer);
+  ApplicationCall(start ? L"clocks-start" : L"clocks-end").text(name).invoke();
 }
 
 int echoOff() {
