@@ -2,6 +2,8 @@
 // actions ask and what the handlers hear must be the same.
 #include <gtest/gtest.h>
 
+#include <memory>
+
 #include "platform/desktop/form_script.h"
 #include "platform/desktop/toolkit.h"
 
@@ -131,7 +133,7 @@ std::wstring shown(const ScriptList& values) {
 std::wstring w(const wchar_t* text) { return text; }
 
 TEST(BothWays, SayTheSame) {
-  FormStage* const stage = makeFormStage();
+  const std::unique_ptr<FormStage> stage(makeFormStage());
   const FormScript readAll = {
       {L"title", {}},     {L"get", {name}},     {L"get", {notes}},     {L"get", {box}},    {L"get", {list}},
       {L"items", {list}}, {L"get", {colours}},  {L"get", {status}},    {L"grid", {table}}, {L"get", {table}},
@@ -203,19 +205,19 @@ TEST(BothWays, SayTheSame) {
       {{{L"fold", {table, 1, true}}, {L"fail", {-1}}}},
   };
   for (size_t i = 0; i < cases.size(); ++i) {
-    const Outcome plain = play(cases[i], nullptr), widgets = play(cases[i], stage);
+    const Outcome plain = play(cases[i], nullptr), widgets = play(cases[i], stage.get());
     EXPECT_EQ(plain.result, widgets.result) << i;
     EXPECT_EQ(shown(plain.log), shown(widgets.log)) << i;
     EXPECT_EQ(shown(plain.heard), shown(widgets.heard)) << i;
   }
   // And it is what was meant.
-  const Outcome picked = play(cases[9], stage);
+  const Outcome picked = play(cases[9], stage.get());
   EXPECT_EQ(
       shown(picked.heard),
       L"\"heard: row 2\"\n\"heard: begin 2 3\"\n\"heard: choice Pick. . . over \"\n\"heard: more 1 inside\"\n"
       L"\"heard: end 2 3 >picked\"\n\"heard: row 1\"\n\"heard: begin 1 3\"\n\"heard: end 1 3 >typed\"\n"
       L"\"heard: row 3\"\n\"heard: begin 3 3\"\n\"heard: choice plain over \"\n\"heard: end 3 3 >plain\"\n");
-  EXPECT_EQ(play(cases[13], stage).result, -1);
+  EXPECT_EQ(play(cases[13], stage.get()).result, -1);
 }
 
 }  // namespace
