@@ -1,7 +1,5 @@
 #include "engine/mended_copy.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 
 #include "engine/catalog.h"
@@ -24,10 +22,10 @@ MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::m
 
 // What can't be read is left empty.
 void MendedCopy::copyPages(const Database& damaged) {
-  struct stat attributes {};
-  if (::stat(damaged.path().c_str(), &attributes) != 0) fail(diskOrNetwork);
+  const auto facts = platform::factsOf(damaged.path());
+  if (!facts) fail(diskOrNetwork);
   PageFile copy(path_);
-  for (off_t place = 0; place < attributes.st_size; place += FileHeader::pageSize) {
+  for (int64_t place = 0; place < facts->size; place += FileHeader::pageSize) {
     Page page{};
     damaged.readBytes(place, page.data(), static_cast<int>(page.size()));
     copy.append(page);
