@@ -15,11 +15,17 @@ if(ZARBO_SANITIZE)
 endif()
 link_libraries(zarbo_flags)
 
-# zarbo_room(NAME OBJECT|STATIC|SHARED|PROGRAM [EXCEPT file …]): a target of all sources of the folder, those of its
-# subfolders apart.
+# The set of sources that calls the operating system stands in a folder of its own beside what needs none.
+set(ZARBO_SYSTEM posix)
+if(WIN32)
+  set(ZARBO_SYSTEM windows)
+endif()
+
+# zarbo_room(NAME OBJECT|STATIC|SHARED|PROGRAM [EXCEPT file …]): a target of all sources of the folder and its set for
+# the operating system, those of other subfolders apart.
 function(zarbo_room name type)
   cmake_parse_arguments(arg "" "" "EXCEPT" ${ARGN})
-  file(GLOB sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp)
+  file(GLOB sources CONFIGURE_DEPENDS RELATIVE ${CMAKE_CURRENT_SOURCE_DIR} *.cpp ${ZARBO_SYSTEM}/*.cpp)
   if(arg_EXCEPT)
     list(REMOVE_ITEM sources ${arg_EXCEPT})
   endif()

@@ -1,11 +1,5 @@
 #include "engine/database.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/vfs.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <filesystem>
 #include <mutex>
 #include <random>
@@ -59,7 +53,7 @@ class SuspectFiles {
 // How often this process has each file open.
 class OpenFiles {
  public:
-  using Identity = std::pair<uint64_t, uint64_t>;
+  using Identity = platform::FileIdentity;
   static OpenFiles& all() {
     static OpenFiles instance;
     return instance;
@@ -83,30 +77,16 @@ class OpenFiles {
 // Only by its attributes: opening and closing a database file by other hands than SQLite's would drop the
 // locks that this process has on it, and opening a pipe would wait for its other end.
 void requireUsableFile(const std::string& path, bool forWriting) {
-  struct stat attributes {};
-  if (stat(path.c_str(), &attributes) != 0) {
-    if (errno == ENOENT) fail(fileNotFound, path);
-    if (errno == EACCES) fail(noRight, path);
-    fail(errno == EIO ? diskOrNetwork : badPath, path);
+  const auto facts = platform::factsOf(path);
+  if (!facts) {
+    const platform::FileProblem problem = platform::lastFileProblem();
+    if (problem == platform::FileProblem::notFound) fail(fileNotFound, path);
+    failAtFile(problem, path);
   }
-  if (S_ISDIR(attributes.st_mode)) fail(noRight, path);
-  if (!S_ISREG(attributes.st_mode) || attributes.st_size == 0) fail(notADatabase, path);
-  if (access(path.c_str(), forWriting ? R_OK | W_OK : R_OK) != 0) fail(noRight, path);
-}
-
-bool onNetwork(const std::string& path) {
-  constexpr long networkKinds[] = {0x6969 /* NFS */,
-                                   0x517B /* SMB */,
-                                   static_cast<long>(0xFF534D42) /* CIFS */,
-                                   static_cast<long>(0xFE534D42) /* SMB2 */,
-                                   0x65735546 /* FUSE */,
-                                   0x01021997 /* 9P */};
-  struct statfs system {};
-  if (statfs(path.c_str(), &system) != 0) return true;
-  for (const long kind : networkKinds) {
-    if (static_cast<uint32_t>(system.f_type) == static_cast<uint32_t>(kind)) return true;
-  }
-  return false;
+  if (facts->kind == platform::FileFacts::Kind::folder) fail(noRight, path);
+  if (facts->kind != platform::FileFacts::Kind::plain || facts->size == 0) fail(notADatabase, path);
+  const auto use = forWriting ? platform::FileUse::readAndWrite : platform::FileUse::read;
+  if (!platform::mayUse(path, use)) fail(noRight, path);
 }
 
 }  // namespace
@@ -168,7 +148,7 @@ void Database::close() try {
   if (mine && !readOnly_) leaveLog(handle());
   const bool left = mine && hasLog();
   handle_.reset();
-  if (!left || access(path_.c_str(), W_OK) != 0) return;
+  if (!left || !platform::mayUse(path_, platform::FileUse::readAndWrite)) return;
   // Others that close in this moment have found each other in the way.
   sqlite3* opened = nullptr;
   const int code = sqlite3_open_v2(path_.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
@@ -180,7 +160,7 @@ void Database::close() try {
 }
 
 void Database::openChecked(Mode mode) {
-  onNetwork_ = onNetwork(path_);
+  onNetwork_ = platform::isOnNetwork(path_);
   if (onNetwork_) flows_ = false;
   removeForeignLog(path_);
   open(mode == Mode::Read    ? SQLITE_OPEN_READONLY
@@ -302,13 +282,13 @@ Database::Health Database::examine() {
 }
 
 bool Database::contentIsGood() {
-  struct stat attributes {};
-  if (stat(path_.c_str(), &attributes) != 0) fail(diskOrNetwork);
+  const auto facts = platform::factsOf(path_);
+  if (!facts) fail(diskOrNetwork);
   const bool suspect = SuspectFiles::all().contains(path_);
   const char* check = nullptr;
-  if (suspect || attributes.st_size <= fullCheckBytes) {
+  if (suspect || facts->size <= fullCheckBytes) {
     check = "PRAGMA integrity_check(1)";
-  } else if (attributes.st_size <= quickCheckBytes) {
+  } else if (facts->size <= quickCheckBytes) {
     check = "PRAGMA quick_check(1)";
   }
   try {
@@ -319,7 +299,7 @@ bool Database::contentIsGood() {
     if (hasLog()) return true;  // whose pages the file doesn't have yet
     Statement pages(handle(), "PRAGMA page_count", Access::Open, 0);
     Statement size(handle(), "PRAGMA page_size", Access::Open, 0);
-    return pages.step() && size.step() && pages.integer(0) * size.integer(0) <= attributes.st_size;
+    return pages.step() && size.step() && pages.integer(0) * size.integer(0) <= facts->size;
   } catch (const jet::Failure& failure) {
     if (failure.error.number == notADatabase || failure.error.number == unexpectedFailure) return false;
     throw;
@@ -453,9 +433,7 @@ void Database::settle() {
 }
 
 Database::Identity Database::fileIdentity(const std::string& path) {
-  struct stat attributes {};
-  if (stat(path.c_str(), &attributes) != 0) return {};
-  return {attributes.st_dev, attributes.st_ino};
+  return platform::factsOf(path).value_or(platform::FileFacts()).identity;
 }
 
 void Database::attach(const std::string& path, const std::string& schema) {

@@ -50,7 +50,7 @@ class Database {
   Database& operator=(const Database&) = delete;
 
   /// Device and number of a file.
-  using Identity = std::pair<uint64_t, uint64_t>;
+  using Identity = platform::FileIdentity;
 
   sqlite3* handle() const { return handle_.get(); }
   const std::string& path() const { return path_; }

@@ -1,10 +1,7 @@
 #include "engine/file_log.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <chrono>
-#include <cstring>
+#include <filesystem>
 #include <memory>
 #include <thread>
 
@@ -23,8 +20,8 @@ struct Close {
 };
 
 bool isThere(const std::string& path) {
-  struct stat attributes {};
-  return lstat(path.c_str(), &attributes) == 0;
+  std::error_code ignored;
+  return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
 }
 
 sqlite3_file* fileOf(sqlite3* connection) {
@@ -34,7 +31,8 @@ sqlite3_file* fileOf(sqlite3* connection) {
 }
 
 void removeFile(const std::string& name, const std::string& path) {
-  if (unlink(name.c_str()) != 0 && errno != ENOENT) fail(noRight, path);
+  std::error_code error;
+  if (!std::filesystem::remove(name, error) && error) fail(noRight, path);
 }
 
 }  // namespace

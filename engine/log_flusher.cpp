@@ -1,8 +1,8 @@
 #include "engine/log_flusher.h"
 
-#include <unistd.h>
+#include "platform/process/process.h"
 
-LogFlusher::LogFlusher(const std::string& path) : process_(getpid()) {
+LogFlusher::LogFlusher(const std::string& path) : process_(processNumber()) {
   sqlite3* opened = nullptr;
   int code = sqlite3_open_v2(path.c_str(), &opened,
                              SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
@@ -15,7 +15,7 @@ LogFlusher::LogFlusher(const std::string& path) : process_(getpid()) {
 
 LogFlusher::~LogFlusher() {
   // After a fork the thread is the other process's.
-  if (getpid() != process_) {
+  if (processNumber() != process_) {
     thread_.detach();
     return;
   }

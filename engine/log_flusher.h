@@ -1,7 +1,6 @@
 #pragma once
 
 #include <sqlite3.h>
-#include <sys/types.h>
 
 #include <chrono>
 #include <condition_variable>
@@ -51,6 +50,6 @@ class LogFlusher {
   std::condition_variable changed_;
   bool dirty_ = false, stop_ = false;
   std::optional<jet::Error> failure_;
-  pid_t process_;
+  int process_;
   std::thread thread_;
 };

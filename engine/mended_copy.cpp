@@ -1,7 +1,5 @@
 #include "engine/mended_copy.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
 #include <filesystem>
 
@@ -28,8 +26,8 @@ MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::m
 // A log that killed or living processes have beside the damaged file belongs to it: its pages go into the
 // copy.
 void MendedCopy::takeOverLog(const std::string& log) {
-  struct stat attributes {};
-  if (::stat(log.c_str(), &attributes) != 0 || attributes.st_size == 0) return;
+  const auto facts = platform::factsOf(log);
+  if (!facts || facts->size == 0) return;
   std::filesystem::copy_file(log, logName(path_));
   {
     const Database merged(path_, Database::Mode::Write);
@@ -43,10 +41,10 @@ void MendedCopy::takeOverLog(const std::string& log) {
 
 // What can't be read is left empty.
 void MendedCopy::copyPages(const Database& damaged) {
-  struct stat attributes {};
-  if (::stat(damaged.path().c_str(), &attributes) != 0) fail(diskOrNetwork);
+  const auto facts = platform::factsOf(damaged.path());
+  if (!facts) fail(diskOrNetwork);
   PageFile copy(path_);
-  for (off_t place = 0; place < attributes.st_size; place += FileHeader::pageSize) {
+  for (int64_t place = 0; place < facts->size; place += FileHeader::pageSize) {
     Page page{};
     damaged.readBytes(place, page.data(), static_cast<int>(page.size()));
     copy.append(page);

@@ -317,7 +317,7 @@ TEST(Compaction, TakesAwayWhatKilledOnesLeftAndNothingElse) {
   writeFile(folder.file(live), "growing");
   const int lock = open(folder.file(live).c_str(), O_RDONLY);
   ASSERT_EQ(flock(lock, LOCK_EX), 0);
-  for (const char* name : {".zarbodb-notes", ".hidden", "b.kv.new", "b.kv.mended"})
+  for (const char* name : {".zarbo-notes", ".hidden", "b.kv.new", "b.kv.mended"})
     writeFile(folder.file(name), "mine");
   TestEngine engine;
   EXPECT_EQ(engine.compact(path, compacted), 0);
