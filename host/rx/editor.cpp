@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "host/root/host.h"
+
 AcRxEventReactor::~AcRxEventReactor() = default;
 void AcRxEventReactor::beginSave(AcDbDatabase*, const ACHAR*) {}
 void AcRxEventReactor::saveComplete(AcDbDatabase*, const ACHAR*) {}
@@ -16,6 +18,9 @@ void AcEditorReactor::commandCancelled(const ACHAR*) {}
 
 namespace host {
 
+Editor::Editor() { acrxSysRegistry()->atPut(L"AcEditor", this); }
+Editor::~Editor() { acrxSysRegistry()->remove(L"AcEditor"); }
+
 void Editor::addReactor(AcEditorReactor* reactor) {
   if (reactor && !holds(reactor)) reactors_.push_back(reactor);
 }
@@ -26,14 +31,6 @@ bool Editor::holds(const AcEditorReactor* reactor) const {
   return std::find(reactors_.begin(), reactors_.end(), reactor) != reactors_.end();
 }
 
-Editor& editor() {
-  static Editor instance;
-  static const bool registered = [] {
-    acrxSysRegistry()->atPut(L"AcEditor", &instance);
-    return true;
-  }();
-  (void)registered;
-  return instance;
-}
+Editor& editor() { return theOne<Editor>(); }
 
 }  // namespace host

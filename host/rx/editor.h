@@ -10,6 +10,8 @@ namespace host {
 /// reactor may remove itself or others while it is told.
 class Editor : public AcEditor {
  public:
+  Editor();
+  ~Editor() override;
   void addReactor(AcEditorReactor* reactor) override;
   void removeReactor(AcEditorReactor* reactor) override;
 
