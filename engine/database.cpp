@@ -502,7 +502,5 @@ std::string fullPath(std::wstring_view path) {
   if (path.empty() || path.find(L'\0') != std::wstring_view::npos) fail(badFileName, toUtf8(path));
   const std::string result = platform::nativePath(path);
   if (result.size() > longestPath) fail(badPath, result.substr(0, 60) + "…");
-  std::error_code error;
-  const std::filesystem::path absolute = std::filesystem::absolute(result, error);
-  return error ? result : absolute.lexically_normal().string();
+  return platform::absolutePath(result);
 }

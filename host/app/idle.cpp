@@ -63,7 +63,7 @@ void goIdle() {
     runSent(*sent);
     documents().discardClosed();
   }
-  tellIdle();
+  editor().tellIdle();
 }
 
 }  // namespace host

@@ -18,6 +18,7 @@
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/editor/user_input.h"
+#include "host/root/host.h"
 #include "platform/desktop/scripted.h"
 #include "platform/files/file_facts.h"
 #include "platform/terminal/terminal.h"
@@ -86,6 +87,7 @@ int checkFiles(const host::Options& options) {
 
 /// Where the user types, or what the options say.
 int run(const host::Options& options) {
+  host::Host host;
   const bool scripted = !options.files.empty() || !options.expressions.empty();
   std::optional<std::string> batch;
   if (!options.batch.empty()) {

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "host/console/command_line.h"
+#include "host/root/host.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -154,10 +155,7 @@ int Modules::tell(Application& application, AcRx::AppMsgCode message) {
   }
 }
 
-Modules& modules() {
-  static Modules instance;
-  return instance;
-}
+Modules& modules() { return theOne<Modules>(); }
 
 }  // namespace host
 

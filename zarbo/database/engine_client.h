@@ -25,6 +25,8 @@ using SeekKeys = std::array<COleVariant, 10>;
 class Engine {
  public:
   Engine() = default;
+  /// Another reference to an object; null for an empty one.
+  explicit Engine(IZbEngine* object) : object_(object) {}
   /// A new engine object; empty when the class isn't there.
   static Engine create();
 
