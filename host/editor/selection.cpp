@@ -122,6 +122,7 @@ Task<std::optional<AcGePoint3d>> askPoint(InputSource& source, std::wstring prom
   Request request;
   request.prompt = std::move(prompt);
   request.base = base;
+  request.rubberBox = base && !enterEnds;
   if (!enterEnds) request.rules.bits = 1;
   const Answer answer = co_await acquire(source, std::move(request));
   co_return answer.given() ? std::optional(answer.point) : std::nullopt;

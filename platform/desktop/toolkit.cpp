@@ -21,21 +21,16 @@ namespace {
 constexpr const char* libraryName = "libzarbo_desktop_qt.so";
 constexpr std::chrono::seconds patience{10};
 
-// Beside the library that this function is in.
-std::filesystem::path libraryFile() {
+std::filesystem::path besideThisLibrary(const char* library) {
   Dl_info info{};
-  if (dladdr(reinterpret_cast<const void*>(&libraryFile), &info) == 0 || !info.dli_fname) return libraryName;
-  return std::filesystem::path(info.dli_fname).parent_path() / libraryName;
+  if (dladdr(reinterpret_cast<const void*>(&besideThisLibrary), &info) == 0 || !info.dli_fname) return library;
+  return std::filesystem::path(info.dli_fname).parent_path() / library;
 }
 
 /// A function of the library that makes something for its caller; null, with the reason, when it isn't there.
-/// The library is never unloaded.
 template <class Made>
 auto loadMaker(const char* name, std::string& reason) {
-  void* const library = dlopen(libraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
-  const auto maker = library ? reinterpret_cast<Made* (*)()>(dlsym(library, name)) : nullptr;
-  if (!maker) reason = dlerror();
-  return maker;
+  return reinterpret_cast<Made* (*)()>(functionOfLibrary(libraryName, name, reason));
 }
 
 [[noreturn]] void tryInChild() {
@@ -62,14 +57,6 @@ bool endsWell(pid_t child) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// The toolkit ends the process when the display can't be reached, so a child tries first.
-bool canBeReached() {
-  std::fflush(nullptr);
-  const pid_t child = fork();
-  if (child == 0) tryInChild();
-  return child > 0 && endsWell(child);
-}
-
 /// Lives to the end of the process. Unless the toolkit runs already, it draws off screen, so that nobody's
 /// display is needed or disturbed.
 FormStage* stage(std::string& reason) {
@@ -82,9 +69,23 @@ FormStage* stage(std::string& reason) {
 
 }  // namespace
 
+void* functionOfLibrary(const char* library, const char* name, std::string& reason) {
+  void* const loaded = dlopen(besideThisLibrary(library).c_str(), RTLD_NOW | RTLD_LOCAL);
+  void* const function = loaded ? dlsym(loaded, name) : nullptr;
+  if (!function) reason = dlerror();
+  return function;
+}
+
+bool displayCanBeReached() {
+  std::fflush(nullptr);
+  const pid_t child = fork();
+  if (child == 0) tryInChild();
+  return child > 0 && endsWell(child);
+}
+
 std::unique_ptr<Desktop> openDisplay(std::string& reason) {
   reason = "the display can't be reached";
-  if (!canBeReached()) return nullptr;
+  if (!displayCanBeReached()) return nullptr;
   const auto maker = loadMaker<Desktop>("makeDesktop", reason);
   return std::unique_ptr<Desktop>(maker ? maker() : nullptr);
 }

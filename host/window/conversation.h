@@ -1,0 +1,58 @@
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "host/editor/person.h"
+
+class QEventLoop;
+
+namespace host {
+
+/// What the window and the person before it have to say to each other: the prompt that waits, and the answer
+/// that comes from a click, a key or a line. Points are of the user coordinate system.
+class Conversation {
+ public:
+  /// Null when no prompt waits.
+  const Request* request() const { return request_; }
+  /// What shows prompts hears of each that begins or ends.
+  void onChange(std::function<void()> listener) { listener_ = std::move(listener); }
+  /// Who answers in place of a person: false when it has nothing more to say.
+  void setScript(std::function<bool()> play) { play_ = std::move(play); }
+
+  /// Ends the waiting of the prompt; without one nothing happens.
+  void give(InputItem item);
+  /// The cursor has moved; counts where the prompt follows it.
+  void moveTo(const AcGePoint3d& point);
+
+  /// Cancels the prompt that waits, and every later one until `allowPrompts`.
+  void cancelPrompts();
+  void allowPrompts() { cancelling_ = false; }
+  bool isCancelling() const { return cancelling_; }
+
+  /// Waits for the answer.
+  InputItem wait(const Request& request);
+
+ private:
+  const Request* request_ = nullptr;
+  std::optional<InputItem> answer_;
+  bool cancelling_ = false;
+  QEventLoop* loop_ = nullptr;
+  std::function<void()> listener_;
+  std::function<bool()> play_;
+};
+
+/// The person before the window. Present unless scripts play one and have nothing to say.
+class WindowPerson final : public Person {
+ public:
+  WindowPerson(Conversation& conversation, std::function<bool()> isPresent)
+      : conversation_(conversation), isPresent_(std::move(isPresent)) {}
+  InputItem next(const Request& request) override { return conversation_.wait(request); }
+  bool isPresent() const override { return isPresent_(); }
+
+ private:
+  Conversation& conversation_;
+  std::function<bool()> isPresent_;
+};
+
+}  // namespace host
