@@ -5,6 +5,9 @@
 
 namespace host::view {
 
+/// How much faces cover: nothing, what lies behind them, or that and they are seen in their light.
+enum class Visual { wires, hidden, shaded };
+
 /// What of a list is seen when its faces hide what lies behind them.
 struct SeenList {
   /// Lines as far as they are seen, and no faces; the drawing's scale must still be that of the whole list.

@@ -25,13 +25,13 @@ constexpr int mostStrokes = 256;
 
 class Painter {
  public:
-  Painter(const DisplayList& list, const Canvas& canvas)
+  Painter(const DisplayList& list, const Surface& surface)
       : list_(list),
-        canvas_(canvas),
-        cairo_(canvas.cairo),
-        scale_(canvas.width / (canvas.window.right - canvas.window.left)),
-        bounds_{-beyondPicture, -beyondPicture, canvas.width + beyondPicture, canvas.height + beyondPicture} {
-  }
+        surface_(surface),
+        cairo_(surface.cairo),
+        scale_(surface.width / (surface.window.right - surface.window.left)),
+        bounds_{-beyondPicture, -beyondPicture, surface.width + beyondPicture,
+                surface.height + beyondPicture} {}
 
   void run() {
     setColour(colourOf({Ink::ground}));
@@ -40,22 +40,22 @@ class Painter {
     cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
     cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
     for (const Item& each : list_.items) {
-      if (canvas_.window.meets(boxOf(list_, each, canvas_.projection))) paintItem(each);
+      if (surface_.window.meets(boxOf(list_, each, surface_.projection))) paintItem(each);
     }
     flush();
   }
 
  private:
-  std::uint32_t colourOf(const Ink& ink) const { return rgbOf(ink, canvas_.ground); }
+  std::uint32_t colourOf(const Ink& ink) const { return rgbOf(ink, surface_.ground); }
   void paintBackdrop() {
-    const Backdrop& faces = canvas_.backdrop;
+    const Backdrop& faces = surface_.backdrop;
     if (!faces.pixels || faces.pixels->empty()) return;
     // The surface reads them only.
     auto* const bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(faces.pixels->data()));
     cairo_surface_t* const image = cairo_image_surface_create_for_data(
         bytes, CAIRO_FORMAT_ARGB32, faces.width, faces.height, faces.width * 4);
     cairo_save(cairo_);
-    cairo_scale(cairo_, canvas_.width / faces.width, canvas_.height / faces.height);
+    cairo_scale(cairo_, surface_.width / faces.width, surface_.height / faces.height);
     cairo_set_source_surface(cairo_, image, 0, 0);
     cairo_paint(cairo_);
     cairo_restore(cairo_);
@@ -69,15 +69,15 @@ class Painter {
   }
 
   PlanePoint onSurface(const PlanePoint& p) const {
-    return {(p.x - canvas_.window.left) * scale_, canvas_.height - (p.y - canvas_.window.bottom) * scale_};
+    return {(p.x - surface_.window.left) * scale_, surface_.height - (p.y - surface_.window.bottom) * scale_};
   }
   template <class PointOrVector>
   PlanePoint onSurface(const PointOrVector& p) const {
-    return onSurface(canvas_.projection(p));
+    return onSurface(surface_.projection(p));
   }
   /// A direction: turned over, since the surface's y runs down.
   PlanePoint along(const AcGeVector3d& v) const {
-    const PlanePoint p = canvas_.projection(v);
+    const PlanePoint p = surface_.projection(v);
     return {p.x * scale_, -p.y * scale_};
   }
 
@@ -108,8 +108,8 @@ class Painter {
     flush();
     style_ = &next;
     setColour(colourOf(next.ink));
-    const double width = next.lineWeight / 100.0 * canvas_.unitsPerMillimetre;
-    lineWidth_ = canvas_.pixels ? std::max(1.0, std::round(width)) : std::max(0.25, width);
+    const double width = next.lineWeight / 100.0 * surface_.unitsPerMillimetre;
+    lineWidth_ = surface_.pixels ? std::max(1.0, std::round(width)) : std::max(0.25, width);
     cairo_set_line_width(cairo_, lineWidth_);
   }
   void flush() {
@@ -135,7 +135,7 @@ class Painter {
   void segment(PlanePoint a, PlanePoint b, bool goesOn) {
     const PlanePoint start = a, wanted = b;
     if (!clipSegment(bounds_, a, b)) return broken_ = true, void();
-    if (canvas_.pixels) snap(a, b);
+    if (surface_.pixels) snap(a, b);
     const bool moved = a.x != start.x || a.y != start.y;
     if (!goesOn || broken_ || moved) cairo_move_to(cairo_, a.x, a.y);
     cairo_line_to(cairo_, b.x, b.y);
@@ -175,7 +175,7 @@ class Painter {
   void paintMark(const PlanePoint& at) {
     const MarkLook& look = list_.marks;
     const double percent = look.size < 0 ? -look.size : 5;
-    const double whole = look.size > 0 ? look.size * scale_ : canvas_.height * percent / 100;
+    const double whole = look.size > 0 ? look.size * scale_ : surface_.height * percent / 100;
     const double half = std::min(whole, beyondPicture) / 2;
     switch (look.shape & 7) {
       case 0:
@@ -315,8 +315,8 @@ class Painter {
     const PlanePoint x = along(letters.x), y = along(letters.y);
     const double height = std::hypot(y.x, y.y);
     flush();
-    if (canvas_.pixels && height < smallestLetters) return paintBar(letters, x, y);
-    if (!canvas_.pixels && fonts_.show(cairo_, letters, onSurface(letters.origin), x, y)) return;
+    if (surface_.pixels && height < smallestLetters) return paintBar(letters, x, y);
+    if (!surface_.pixels && fonts_.show(cairo_, letters, onSurface(letters.origin), x, y)) return;
     PlanePoint pen = onSurface(letters.origin);
     for (const wchar_t letter : letters.letters) {
       const text::Glyph& glyph = letters.font->glyph(letter);
@@ -354,7 +354,7 @@ class Painter {
   }
 
   const DisplayList& list_;
-  const Canvas& canvas_;
+  const Surface& surface_;
   cairo_t* cairo_;
   double scale_;
   PlaneBox bounds_;
@@ -373,6 +373,6 @@ std::uint32_t rgbOf(const Ink& ink, Ground ground) {
   return ground == Ground::white ? 0x000000 : 0xFFFFFF;
 }
 
-void paint(const DisplayList& list, const Canvas& canvas) { Painter(list, canvas).run(); }
+void paint(const DisplayList& list, const Surface& surface) { Painter(list, surface).run(); }
 
 }  // namespace host::view

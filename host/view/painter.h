@@ -10,7 +10,7 @@ enum class Ground { white, dark };
 /// 0xRRGGBB on that ground.
 std::uint32_t rgbOf(const Ink& ink, Ground ground);
 
-/// A picture of faces that is laid over the whole canvas, below the lines.
+/// A picture of faces that is laid over the whole surface, below the lines.
 struct Backdrop {
   const std::vector<std::uint32_t>* pixels = nullptr;  // 0xAARRGGBB
   int width = 0, height = 0;
@@ -18,7 +18,7 @@ struct Backdrop {
 
 /// Where and how a list is painted. The window of the plane fills the surface; its size is in the
 /// surface's units.
-struct Canvas {
+struct Surface {
   cairo_t* cairo = nullptr;
   double width = 0, height = 0;
   PlaneBox window;
@@ -31,6 +31,6 @@ struct Canvas {
   Backdrop backdrop;
 };
 
-void paint(const DisplayList& list, const Canvas& canvas);
+void paint(const DisplayList& list, const Surface& surface);
 
 }  // namespace host::view

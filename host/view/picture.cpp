@@ -83,20 +83,20 @@ std::string pictureBytes(const DisplayList& list, const PictureSettings& setting
   std::string bytes;
   const std::unique_ptr<cairo_surface_t, Freed> surface(makeSurface(kind, settings, bytes));
   const std::unique_ptr<cairo_t, Freed> cairo(cairo_create(surface.get()));
-  Canvas canvas;
-  canvas.cairo = cairo.get();
-  canvas.width = settings.width, canvas.height = settings.height;
-  canvas.window = shownWindow(list, settings);
-  canvas.projection = settings.projection, canvas.ground = settings.ground;
-  canvas.pixels = kind == PictureKind::png;
-  canvas.unitsPerMillimetre = (kind == PictureKind::pdf ? pointsPerInch : pixelsPerInch) / millimetresPerInch;
+  Surface target;
+  target.cairo = cairo.get();
+  target.width = settings.width, target.height = settings.height;
+  target.window = shownWindow(list, settings);
+  target.projection = settings.projection, target.ground = settings.ground;
+  target.pixels = kind == PictureKind::png;
+  target.unitsPerMillimetre = (kind == PictureKind::pdf ? pointsPerInch : pixelsPerInch) / millimetresPerInch;
   SeenList seen;
   if (settings.visual != Visual::wires) {
     seen =
-        seenList(list, settings.projection, canvas.window, settings.width, settings.height, settings.ground);
-    if (settings.visual == Visual::shaded) canvas.backdrop = {&seen.pixels, seen.width, seen.height};
+        seenList(list, settings.projection, target.window, settings.width, settings.height, settings.ground);
+    if (settings.visual == Visual::shaded) target.backdrop = {&seen.pixels, seen.width, seen.height};
   }
-  paint(settings.visual == Visual::wires ? list : seen.lines, canvas);
+  paint(settings.visual == Visual::wires ? list : seen.lines, target);
   cairo_surface_flush(surface.get());
   cairo_status_t status = cairo_status(cairo.get());
   if (status == CAIRO_STATUS_SUCCESS && kind == PictureKind::png) {

@@ -2,12 +2,9 @@
 
 #include <string>
 
-#include "host/view/painter.h"
+#include "host/view/hiding.h"
 
 namespace host::view {
-
-/// How much faces cover: nothing, what lies behind them, or that and they are seen in their light.
-enum class Visual { wires, hidden, shaded };
 
 struct PictureSettings {
   Projection projection = Projection::plan();
