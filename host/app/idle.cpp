@@ -16,6 +16,11 @@ namespace {
 /// What a sent text may send in its turn is run as well, but not without end.
 constexpr int mostTexts = 1000;
 
+std::function<void()>& idleWork() {
+  static std::function<void()> work;
+  return work;
+}
+
 void runLine(const std::wstring& line, bool echo) {
   try {
     const auto value = lisp::withMemoryErrors([&] { return runTypedLine(toUtf8(line)); });
@@ -51,6 +56,8 @@ void showError(const lisp::LispError& error) {
   if (!error.handled) commandLine().show(error.report() + L"\n");
 }
 
+void setIdleWork(std::function<void()> work) { idleWork() = std::move(work); }
+
 void goIdle() {
   lisp::Interpreter::forgetEnd();
   holdMemoryReserve();
@@ -58,10 +65,11 @@ void goIdle() {
   platform::desktop().runTimers();
   for (int texts = 0; texts < mostTexts; ++texts) {
     const auto sent = documents().takeSentText();
-    if (!sent) return;
+    if (!sent) break;
     runSent(*sent);
     documents().discardClosed();
   }
+  if (idleWork()) idleWork()();
 }
 
 }  // namespace host

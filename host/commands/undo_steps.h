@@ -12,5 +12,7 @@ void addUndoMark(DrawingState& state, UndoStep::Kind kind);
 bool undoOne(DrawingState& state);
 /// Takes everything back to the user's last mark, or to the start; whether there was a mark.
 bool undoToMark(DrawingState& state);
+/// Makes again what was taken back last; false when there is nothing, or the drawing was changed since.
+bool redoOne(DrawingState& state);
 
 }  // namespace host

@@ -38,6 +38,8 @@ struct Request {
   bool ortho = false;
   /// A line from the base to the cursor is to be seen, or a box between them.
   bool rubberBand = false, rubberBox = false;
+  /// Chosen up to now, where entities are chosen.
+  std::vector<AcDbObjectId> chosen = {};
   /// What is dragged, as the last sample left it; null where nothing is to be seen.
   const view::DisplayList* image = nullptr;
 };

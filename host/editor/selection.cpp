@@ -237,7 +237,8 @@ Task<Choice> chooseTyped(InputSource& source, std::wstring text, Choosing& choos
 }
 
 Task<Choice> chooseOnce(InputSource& source, Choosing& choosing, SelectionWish& wish) {
-  const Request request{Wanted::entity, choosing.prompt(), {}, {}};
+  Request request{Wanted::entity, choosing.prompt(), {}, {}};
+  request.chosen = choosing.set.entities();
   source.prompt(request.prompt);
   const InputItem item = co_await NextInput{source, request};
   Choice choice;

@@ -56,7 +56,7 @@ InputItem Conversation::wait(const Request& request) {
   answer_.reset();
   if (listener_) listener_();
   while (!answer_ && play_ && play_()) continue;
-  if (!answer_ && !play_) {
+  if (!answer_ && !isAlone_) {
     QEventLoop loop;
     loop_ = &loop;
     loop.exec();

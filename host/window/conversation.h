@@ -17,8 +17,9 @@ class Conversation {
   const Request* request() const { return request_; }
   /// What shows prompts hears of each that begins or ends.
   void onChange(std::function<void()> listener) { listener_ = std::move(listener); }
-  /// Who answers in place of a person: false when it has nothing more to say.
-  void setScript(std::function<bool()> play) { play_ = std::move(play); }
+  /// Who answers before the person does: false when it has nothing more to say. When it is alone, what it
+  /// leaves unanswered is cancelled.
+  void setPlayer(std::function<bool()> play, bool isAlone) { play_ = std::move(play), isAlone_ = isAlone; }
 
   /// Ends the waiting of the prompt; without one nothing happens.
   void give(InputItem item);
@@ -40,6 +41,7 @@ class Conversation {
   QEventLoop* loop_ = nullptr;
   std::function<void()> listener_;
   std::function<bool()> play_;
+  bool isAlone_ = false;
 };
 
 /// The person before the window. Present unless scripts play one and have nothing to say.

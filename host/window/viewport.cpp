@@ -6,7 +6,7 @@
 
 #include "host/access/coordinate_systems.h"
 #include "host/database/spaces.h"
-#include "host/window/variables.h"
+#include "host/editor/drawing_state.h"
 
 namespace host {
 namespace {
@@ -53,7 +53,8 @@ bool Viewport::open() {
   corner_.reset(), snap_.reset(), hovered_.clear();
   canvas_.reset();
   if (!drawing) return false;
-  canvas_ = std::make_unique<view::Canvas>(view::Scene::of(*drawing, space), view::Camera::of(*drawing, space));
+  canvas_ =
+      std::make_unique<view::Canvas>(view::Scene::of(*drawing, space), view::Camera::of(*drawing, space));
   canvas_->setGround(ground_);
   canvas_->setVisual(visual_);
   takeSize();
@@ -109,8 +110,9 @@ void Viewport::finish() {
 void Viewport::show(const view::PixelBox& changed) {
   if (!changed.empty()) {
     const double ratio = devicePixelRatioF();
-    update(QRectF(changed.left / ratio, changed.top / ratio, changed.width() / ratio, changed.height() / ratio)
-               .toAlignedRect());
+    update(
+        QRectF(changed.left / ratio, changed.top / ratio, changed.width() / ratio, changed.height() / ratio)
+            .toAlignedRect());
   }
   if (!promptBox_.isNull() || conversation_.request()) update(promptBox_);
 }

@@ -9,6 +9,7 @@
 #include "host/editor/snaps.h"
 #include "host/view/canvas.h"
 #include "host/window/conversation.h"
+#include "host/window/grips.h"
 
 namespace host {
 
@@ -22,6 +23,8 @@ class Viewport : public QWidget {
     std::function<void()> onEnter;
     /// Where the cursor is, in the user coordinate system.
     std::function<void(const AcGePoint3d&)> onCursor;
+    /// A grip was clicked.
+    std::function<void(const Grip&)> onGrip;
     /// Whether a person may choose entities where no prompt waits.
     std::function<bool()> mayChoose;
   };
@@ -88,6 +91,7 @@ class Viewport : public QWidget {
   void takeCursor(const QPointF& place);
   AcGePoint3d worldAt(const QPointF& place) const;
   void searchUnderCursor();
+  std::optional<Grip> gripAt(const QPointF& place) const;
   void clickForPrompt();
   void clickForChoice(bool removes);
   void chooseInBox(bool removes);

@@ -5,6 +5,7 @@
 
 #include "brx/db_entity.h"
 #include "host/access/coordinate_systems.h"
+#include "host/database/selection_set.h"
 #include "host/editor/drawing_state.h"
 #include "host/editor/search.h"
 #include "host/window/variables.h"
@@ -19,6 +20,8 @@ constexpr std::uint32_t windowBlue = 0x4C8BF5, crossingGreen = 0x3FB950, bandCol
 constexpr double boxFill = 0.15;
 /// Entities beyond that many show no grips.
 constexpr size_t mostWithGrips = 100;
+/// Pixels beside a grip's middle that still count as the grip.
+constexpr double gripReach = 5;
 
 bool asksForPoint(const Request& request) {
   switch (request.wanted) {
@@ -44,19 +47,6 @@ AcGePoint3d bound(const AcGePoint3d& point, const AcGePoint3d& base) {
 bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
 
 AcGePoint2d flat(const AcGePoint3d& point) { return {point.x, point.y}; }
-
-/// Ends, middles, centres and the like: where a person takes hold of an entity.
-AcGePoint3dArray gripsOf(AcDbObjectId id) {
-  AcGePoint3dArray points;
-  AcDbIntArray unused;
-  const AcDbObjectPointer<AcDbEntity> entity(id);
-  if (!entity.object()) return points;
-  for (const AcDb::OsnapMode mode :
-       {AcDb::kOsModeEnd, AcDb::kOsModeMid, AcDb::kOsModeCen, AcDb::kOsModeQuad, AcDb::kOsModeIns}) {
-    entity->getOsnapPoints(mode, 0, {}, {}, AcGeMatrix3d::kIdentity, points, unused);
-  }
-  return points;
-}
 
 }  // namespace
 
@@ -101,6 +91,7 @@ void Viewport::clickForChoice(bool removes) {
   if (corner_) return chooseInBox(removes);
   DrawingState* const state = currentState();
   if (!state || !isFinite(world_)) return;
+  if (const auto grip = gripAt(*place_)) return listeners_.onGrip(*grip);
   const auto hit = entityAt(*drawing_, world_);
   if (!hit) {
     corner_ = world_;
@@ -190,9 +181,27 @@ void Viewport::addBox(view::Overlay& over, const AcGePoint3d& corner, const AcGe
 
 void Viewport::addGrips(view::Overlay& over) const {
   if (over.chosen.size() > mostWithGrips) return;
+  const auto warm = place_ && !corner_ ? gripAt(*place_) : std::nullopt;
   for (const AcDbObjectId& each : over.chosen) {
-    for (const AcGePoint3d& point : gripsOf(each)) over.markers.push_back({view::Marker::grip, point});
+    for (const Grip& grip : gripsOf(each)) {
+      const bool isWarm = warm && warm->entity == each && warm->index == grip.index;
+      over.markers.push_back({isWarm ? view::Marker::warmGrip : view::Marker::grip, grip.point});
+    }
   }
+}
+
+/// The grip of a chosen entity under the cursor.
+std::optional<Grip> Viewport::gripAt(const QPointF& place) const {
+  const DrawingState* const state = currentState();
+  if (!state || state->chosenBefore.size() > mostWithGrips) return std::nullopt;
+  const view::PixelPoint cursor = pixelOf(place);
+  for (const AcDbObjectId& each : state->chosenBefore) {
+    for (const Grip& grip : gripsOf(each)) {
+      const view::PixelPoint at = camera().toPixel(grip.point);
+      if (std::abs(at.x - cursor.x) <= gripReach && std::abs(at.y - cursor.y) <= gripReach) return grip;
+    }
+  }
+  return std::nullopt;
 }
 
 // The prompt beside the cursor

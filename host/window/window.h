@@ -17,6 +17,8 @@ struct WindowServices {
   std::function<bool(const std::string& text)> goesOn;
   /// What a word may become at the end of a typed line.
   std::function<std::vector<std::string>(const std::string& lineBefore, const std::string& word)> completions;
+  /// Writes the current drawing into a file whose ending names the kind; false with the problem.
+  std::function<bool(const std::string& file, std::string& problem)> exportDrawing;
   /// Keeps typed lines between sessions; "" keeps none.
   std::string historyFile;
   /// Nobody sits before the window: its prompts are answered by scripts, or cancelled.

@@ -23,7 +23,8 @@ constexpr std::chrono::seconds patience{10};
 
 std::filesystem::path besideThisLibrary(const char* library) {
   Dl_info info{};
-  if (dladdr(reinterpret_cast<const void*>(&besideThisLibrary), &info) == 0 || !info.dli_fname) return library;
+  if (dladdr(reinterpret_cast<const void*>(&besideThisLibrary), &info) == 0 || !info.dli_fname)
+    return library;
   return std::filesystem::path(info.dli_fname).parent_path() / library;
 }
 

@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QFileDialog>
 #include <QKeyEvent>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
