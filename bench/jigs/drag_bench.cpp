@@ -70,7 +70,9 @@ class MoveJig : public AcEdJig {
     view::Surface target;
     target.cairo = cairo, target.width = 1600, target.height = 1200;
     target.window = view::PlaneBox{-50, -50, 200, 137.5};
-    view::paint(list, target);
+    view::Painter painter(target);
+    painter.paintGround();
+    painter.paint(list);
     cairo_destroy(cairo);
     cairo_surface_destroy(surface);
   }

@@ -131,6 +131,7 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
   if (imp_->openMarks) imp_->journal.push_back({stub, true, {}, 0, {}});
   stub->recordedAt = imp_->markSerial;
   ++imp_->changes;
+  imp_->note(*stub);
   return Acad::eOk;
 }
 
@@ -177,6 +178,7 @@ void AcDbDatabase::undoTo(size_t mark) {
       continue;
     }
     record.stub->erased = record.wasErased;
+    imp_->note(*record.stub);
     ++imp_->revivals;
     if (record.before.empty()) continue;
     host::MemoryFiler filer(AcDb::kUndoFiler, std::move(record.before));

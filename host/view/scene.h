@@ -44,6 +44,8 @@ class Scene {
 
   /// Brings the scene up to date; false when it was stopped before that, to go on with the next call.
   bool update(const Stop& stop = {});
+  /// For those who only look for entities: brings up to date where they are, and records nothing.
+  bool index(const Stop& stop = {});
   /// Whether `update` would find nothing to do.
   bool isCurrent() const;
   /// Takes effect with the next update.
@@ -70,10 +72,15 @@ class Scene {
   size_t size() const;
   const Entry& entry(std::uint32_t number) const;
   const DisplayList& listOf(const Entry& entry) const;
+  /// One that has marks of points, which look the same in all; null where there are none.
+  const DisplayList* listWithMarks() const;
   /// Null for an entity that isn't the block's own, or hasn't been recorded yet.
   const Entry* find(AcDbObjectId entity) const;
   /// The numbers of the entries whose boxes meet the window, in the order of drawing.
   std::vector<std::uint32_t> entriesIn(const Projection& projection, const PlaneBox& window) const;
+
+  /// An entity's box in a view's plane, or a little more; empty for one that isn't seen.
+  PlaneBox boxOf(std::uint32_t number, const Projection& projection) const;
 
   /// Where the picture changed since an earlier moment.
   struct Damage {
@@ -88,6 +95,8 @@ class Scene {
   size_t recordings() const;
 
  private:
+  void takeChanges();
+
   struct State;
   std::unique_ptr<State> state_;
 };
