@@ -12,7 +12,7 @@ void dropStaleRedo(DrawingState& state) {
   if (changeCount(*state.drawing) != state.redoCount) state.redoSteps.clear();
 }
 
-Kind takeBack(DrawingState& state, RedoStep& redo) {
+Kind takeLastBack(DrawingState& state, RedoStep& redo) {
   const UndoStep last = state.undoSteps.back();
   state.undoSteps.pop_back();
   redo.parts.push_back({last.kind, takeBack(*state.drawing, last.mark)});
@@ -25,7 +25,7 @@ bool takeBackUntil(DrawingState& state, IsWhole isWhole) {
   dropStaleRedo(state);
   RedoStep redo;
   bool whole = false;
-  while (!whole && !state.undoSteps.empty()) whole = isWhole(takeBack(state, redo));
+  while (!whole && !state.undoSteps.empty()) whole = isWhole(takeLastBack(state, redo));
   if (!redo.parts.empty()) state.redoSteps.push_back(std::move(redo));
   state.redoCount = changeCount(*state.drawing);
   return whole;
@@ -51,6 +51,28 @@ bool undoOne(DrawingState& state) {
 
 bool undoToMark(DrawingState& state) {
   return takeBackUntil(state, [](Kind kind) { return kind == Kind::userMark; });
+}
+
+UndoGroup::UndoGroup() : drawing_(acdbHostWorkingDatabase()) {
+  DrawingState* const state = currentState();
+  if (!state) return;
+  place_ = state->undoSteps.size();
+  changes_ = changeCount(*drawing_);
+  addUndoMark(*state, Kind::groupBegin);
+}
+
+UndoGroup::~UndoGroup() {
+  // The drawing may have been closed, or the group taken back with what was before it.
+  DrawingState* const state = currentState();
+  if (!state || state->drawing != drawing_ || state->undoSteps.size() <= place_) return;
+  if (state->undoSteps[place_].kind != Kind::groupBegin) return;
+  const bool isEmpty = state->undoSteps.size() == place_ + 1 && changeCount(*drawing_) == changes_;
+  if (isEmpty) {
+    drawing_->undoKeep(state->undoSteps.back().mark);
+    state->undoSteps.pop_back();
+  } else {
+    addUndoMark(*state, Kind::groupEnd);
+  }
 }
 
 bool redoOne(DrawingState& state) {

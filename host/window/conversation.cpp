@@ -34,9 +34,16 @@ class DialogsAside {
 }  // namespace
 
 void Conversation::give(InputItem item) {
-  if (!request_ || answer_) return;
+  if (!request_ || (answer_ && !std::holds_alternative<Moved>(*answer_))) return;
   answer_ = std::move(item);
   if (loop_) loop_->quit();
+}
+
+std::optional<std::wstring> Conversation::takeAhead() {
+  if (ahead_.empty()) return std::nullopt;
+  std::wstring first = std::move(ahead_.front());
+  ahead_.pop_front();
+  return first;
 }
 
 void Conversation::moveTo(const AcGePoint3d& point) {
@@ -50,6 +57,7 @@ void Conversation::cancelPrompts() {
 
 InputItem Conversation::wait(const Request& request) {
   if (cancelling_) return Cancel{};
+  if (const auto line = takeAhead()) return line->empty() ? InputItem(Enter{}) : InputItem(Typed{*line});
   const DialogsAside aside;
   const Request* const outer = std::exchange(request_, &request);
   QEventLoop* const outerLoop = std::exchange(loop_, nullptr);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <optional>
 
@@ -21,8 +22,14 @@ class Conversation {
   /// leaves unanswered is cancelled.
   void setPlayer(std::function<bool()> play, bool isAlone) { play_ = std::move(play), isAlone_ = isAlone; }
 
-  /// Ends the waiting of the prompt; without one nothing happens.
+  /// Ends the waiting of the prompt; without one nothing happens. What is meant goes before where the cursor
+  /// was on its way.
   void give(InputItem item);
+  /// What is typed while something is about to run, for the next prompt, or else the next command.
+  void typeAhead(std::wstring line) { ahead_.push_back(std::move(line)); }
+  std::optional<std::wstring> takeAhead();
+  bool hasAhead() const { return !ahead_.empty(); }
+  void forgetAhead() { ahead_.clear(); }
   /// The cursor has moved; counts where the prompt follows it.
   void moveTo(const AcGePoint3d& point);
 
@@ -37,6 +44,7 @@ class Conversation {
  private:
   const Request* request_ = nullptr;
   std::optional<InputItem> answer_;
+  std::deque<std::wstring> ahead_;
   bool cancelling_ = false;
   QEventLoop* loop_ = nullptr;
   std::function<void()> listener_;

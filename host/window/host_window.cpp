@@ -61,7 +61,7 @@ std::string historyOf(const WindowServices& services) {
 HostWindow::HostWindow(const WindowServices& services)
     : services_(services),
       files_(services.exportDrawing),
-      watch_({[this] { player_->playBusy(), refresh(); }, [this] { close(); }}) {
+      watch_({[this] { player_->playBusy(), refresh(); }, [this] { close(false); }}) {
   platform::qtApplication();
   Viewport::Listeners viewport;
   viewport.onEnter = [this] { pressEnter(); };
@@ -77,17 +77,21 @@ HostWindow::HostWindow(const WindowServices& services)
   window_ = std::make_unique<MainWindow>(
       conversation_, std::move(viewport), std::move(commands),
       [this](const std::wstring& layer, LayerPanel::Change change) { changeLayer(layer, change); },
-      MainWindow::Listeners{[this] { close(); }, [this](int place) { showTab(place); }});
+      MainWindow::Listeners{[this] { close(mayActNow()); }, [this](int place) { showTab(place); }});
   window_->commands().setHistory(readHistory(historyOf(services_)));
   buildMenus();
   buildViews();
   buildSwitches();
 
   player_ = std::make_unique<Player>(*window_, services_.isScripted);
-  conversation_.onChange([this] { refresh(); });
+  conversation_.onChange([this] {
+    watch_.noteServed();
+    refresh();
+  });
   conversation_.setPlayer([this] { return player_->playNext(); }, services_.isScripted);
-  setPerson(std::make_unique<WindowPerson>(conversation_,
-                                           [this] { return !services_.isScripted || player_->hasDeeds(); }));
+  setPerson(std::make_unique<WindowPerson>(conversation_, [this] {
+    return !services_.isScripted || player_->hasDeeds() || conversation_.hasAhead();
+  }));
   auto desktop = std::make_unique<platform::QtDesktop>();
   desktop_ = desktop.get();
   desktop_->setWindow(window_.get());
@@ -138,16 +142,21 @@ void HostWindow::run() {
 }
 
 void HostWindow::work() {
+  watch_.noteServed();
   work_.runAll();
+  while (const auto line = conversation_.takeAhead()) {
+    takeLine(*line);
+    work_.runAll();
+  }
   refresh();
 }
 
 void HostWindow::goIdle() {
   refresh();
   if (work_.isBusy()) return;
-  do {
-    work();
-  } while (player_->playNext() && !isClosed_);
+  work();
+  if (!player_->takeRelease()) return;
+  while (player_->playNext() && !isClosed_) work();
 }
 
 void HostWindow::databaseToBeDestroyed(AcDbDatabase* drawing) {
@@ -207,7 +216,9 @@ void HostWindow::takeLine(const std::wstring& line) {
     window_->commands().append(line + L"\n");
     commandLine().cursorAtLineBegin();
     conversation_.give(line.empty() ? InputItem(Enter{}) : InputItem(Typed{line}));
-  } else if (!work_.isBusy()) {
+  } else if (work_.isBusy() || work_.isWaiting()) {
+    conversation_.typeAhead(line);
+  } else {
     work_.add([this, line] { runLine(line); });
   }
 }
@@ -230,6 +241,7 @@ void HostWindow::runLine(const std::wstring& line) {
 void HostWindow::pressEnter() { takeLine({}); }
 
 void HostWindow::pressEscape() {
+  conversation_.forgetAhead();
   if (conversation_.request()) return conversation_.give(Cancel{});
   if (!begun_.empty()) {
     begun_.clear();
@@ -271,7 +283,7 @@ void HostWindow::showTab(int place) {
 
 /// Changed drawings are asked for first. Then all that waits or runs is cancelled, and the window goes when
 /// it has ended.
-void HostWindow::close() {
+void HostWindow::close(bool nothingRuns) {
   const auto askAndClose = [this] {
     std::vector<Document*> open;
     for (const auto& each : documents().open()) open.push_back(each.get());
@@ -281,7 +293,7 @@ void HostWindow::close() {
     isClosed_ = true;
   };
   if (isClosed_) return;
-  if (!work_.isBusy()) return work_.add(askAndClose);
+  if (nothingRuns) return work_.add(askAndClose);
   askAndClose();
   if (!isClosed_) return;
   lisp::Interpreter::interrupt();

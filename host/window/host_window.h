@@ -48,7 +48,8 @@ class HostWindow final : public Window, private AcEditorReactor {
   bool pressKey(int key);
   void changeLayer(const std::wstring& layer, LayerPanel::Change change);
   void showTab(int place);
-  void close();
+  /// `nothingRuns` where no evaluation has to be ended first.
+  void close(bool nothingRuns);
 
   /// A command of the host's by its name, with the first of its inputs. What waits for input is cancelled
   /// before it.

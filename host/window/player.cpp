@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QEventLoop>
 #include <QKeySequence>
 #include <QLineEdit>
 #include <QMouseEvent>
@@ -28,7 +29,7 @@ constexpr Verb verbs[] = {
     {L"release", L"p?t"}, {L"wheel", L"np"},   {L"key", L"t"},    {L"type", L"t"},     {L"keyword", L"t"},
     {L"menu", L"t"},      {L"switch", L"t"},   {L"layer", L"tn"}, {L"tab", L"n"},      {L"size", L"nn"},
     {L"close", L""},      {L"button", L"t"},   {L"shot", L"t"},   {L"compare", L"tn"}, {L"tell", L"t"},
-    {L"leave", L""},
+    {L"leave", L""},      {L"wait", L"n"},
 };
 
 const Verb* verbNamed(const std::wstring& name) {
@@ -123,6 +124,12 @@ void Player::play(const Deed& deed) {
   if (verb == L"button") return pressEntry(wordOf(deed, 0));
   if (verb == L"size")
     return window_.resize(static_cast<int>(number(deed, 0)), static_cast<int>(number(deed, 1)));
+  if (verb == L"wait") {
+    QEventLoop loop;
+    QTimer::singleShot(static_cast<int>(number(deed, 0)), &loop, [&] { loop.quit(); });
+    loop.exec();
+    return;
+  }
   if (verb == L"close") {
     window_.close();
     return;
@@ -201,10 +208,12 @@ void Player::playMouse(const Deed& deed) {
   press(button, place, keys);
   if (deed.verb == L"press") return;
   if (deed.verb == L"drag") {
-    // What the press answered may have to run before the hand goes on.
-    QCoreApplication::processEvents();
-    send(QEvent::MouseMove, Qt::NoButton, (place + end) / 2, keys);
-    send(QEvent::MouseMove, Qt::NoButton, end, keys);
+    // The press may be the answer to a prompt, and the release that to the next one.
+    const Deed::Value x = (place.x() + end.x()) / 2, y = (place.y() + end.y()) / 2, text = words;
+    deeds_.push_front({L"release", {end.x(), end.y(), text}});
+    deeds_.push_front({L"move", {end.x(), end.y()}});
+    deeds_.push_front({L"move", {x, y}});
+    return;
   }
   release(end, keys);
   if (deed.verb != L"double") return;

@@ -20,7 +20,8 @@ struct Deed {
 };
 
 /// Plays a person before the window: each deed becomes the events of the toolkit that a hand makes. Deeds
-/// wait until the window waits, for an answer to a prompt, for the end of a dialog, or for the next command.
+/// wait until the window waits for an answer to a prompt or for the end of a dialog, or, when they are
+/// released for that, for the next command.
 class Player {
  public:
   using LogValue = std::variant<bool, std::wstring>;
@@ -30,6 +31,9 @@ class Player {
 
   void add(Deed deed);
   bool hasDeeds() const { return !deeds_.empty(); }
+  /// What waits is meant for the time in which no prompt waits.
+  void releaseAtIdle() { released_ = true; }
+  bool takeRelease() { return std::exchange(released_, false); }
   /// Plays the next one; false when there is none.
   bool playNext();
   /// Plays what is meant for the time in which LISP runs.
@@ -59,6 +63,7 @@ class Player {
 
   MainWindow& window_;
   const bool isAlone_;
+  bool released_ = false;
   std::deque<Deed> deeds_, busyDeeds_;
   std::vector<LogValue> log_;
   QTimer dialogs_;

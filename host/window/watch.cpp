@@ -10,6 +10,8 @@ namespace host {
 namespace {
 
 constexpr std::chrono::milliseconds interval{50};
+/// So long keys and clicks wait for the next prompt.
+constexpr std::chrono::milliseconds patience{250};
 
 /// Keeps what a person does from the windows, and notes Escape and the wish to close.
 class Sieve : public QObject {
@@ -84,7 +86,7 @@ void Watch::remind() {
 }
 
 void Watch::look() {
-  if (looking_) return;
+  if (looking_ || std::chrono::steady_clock::now() - served_ < patience) return;
   struct Looking {
     bool& flag;
     ~Looking() { flag = false; }

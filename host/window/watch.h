@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -7,8 +8,8 @@
 
 namespace host {
 
-/// Keeps the window alive while LISP runs: every 50 milliseconds the evaluation looks about. Escape ends it;
-/// what else a person does with keys and mouse meanwhile is lost, as nobody waits for it.
+/// Keeps the window alive while LISP runs for long: every 50 milliseconds the evaluation looks about. Escape
+/// ends it; what else a person does with keys and mouse meanwhile is lost, as nobody waits for it.
 class Watch {
  public:
   struct Listeners {
@@ -21,6 +22,9 @@ class Watch {
   ~Watch();
   Watch(const Watch&) = delete;
   Watch& operator=(const Watch&) = delete;
+
+  /// What a person does was served just now: only LISP that runs on from here is long.
+  void noteServed() { served_ = std::chrono::steady_clock::now(); }
 
   /// As long as this lives, an evaluation is looked after.
   class Over {
@@ -41,6 +45,7 @@ class Watch {
 
   const Listeners listeners_;
   bool looking_ = false;
+  std::chrono::steady_clock::time_point served_;
   std::mutex mutex_;
   std::condition_variable changed_;
   int watched_ = 0;

@@ -91,7 +91,8 @@ void HostWindow::buildMenus() {
       "File", "&Export...", {}, [this] { files_.exportDrawing(); }, true);
   window_->addSeparator(QStringLiteral("File"), true);
   entry("File", "&Close", QKeySequence::Close, [this] { files_.closeCurrent(); });
-  window_->addEntry(QStringLiteral("File"), QStringLiteral("&Quit"), QKeySequence::Quit, [this] { close(); });
+  window_->addEntry(QStringLiteral("File"), QStringLiteral("&Quit"), QKeySequence::Quit,
+                    [this] { close(mayActNow()); });
 
   command("Edit", "&Undo", QKeySequence::Undo, {L"U"}, true);
   command("Edit", "&Redo", QKeySequence::Redo, {L"REDO"}, true);

@@ -24,8 +24,10 @@ Deed::Value deedValue(const Call& call, const Value& value) {
   return AcGePoint3d{numbers[0], numbers[1], numbers[2]};
 }
 
-/// (host-window "verb" value ...)
+/// (host-window "verb" value ...) lays a deed ready; (host-window) lets those that wait come where the host
+/// waits for a command.
 Value doDeed(const Call& call) {
+  if (call.count() == 0) return playerOf(call).releaseAtIdle(), Value();
   Deed deed;
   deed.verb = call.text(0);
   for (size_t i = 1; i < call.count(); ++i) deed.values.push_back(deedValue(call, call[i]));
@@ -48,7 +50,7 @@ Value takeLog(const Call& call) {
 }  // namespace
 
 void defineWindowFunctions(lisp::Interpreter& interpreter, Player& player) {
-  interpreter.define(L"host-window", doDeed, 1, lisp::anyCount, &player);
+  interpreter.define(L"host-window", doDeed, 0, lisp::anyCount, &player);
   interpreter.define(L"host-window-log", takeLog, 0, 0, &player);
 }
 

@@ -2,6 +2,7 @@
 (defun rounded (p) (if p (mapcar '(lambda (x) (atof (rtos x 2 3))) p)))
 (defun told () (host-window-log))
 (host-window "size" 900 700)
+(host-window)
 (setvar "OSMODE" 0)
 (command "ZOOM" "C" '(50 50) 100.0)
 (host-output)
@@ -47,10 +48,13 @@
 (setq runs 0)
 (defun C:COUNTED () (setq runs (1+ runs)) (getpoint "\nPoint: ") (princ))
 (host-window "type" "COUNTED\n\n")
+(host-window)
 runs                                                      ;=> 1
 (host-window "type" "\n\n")
+(host-window)
 runs                                                      ;=> 2
 (host-window "tell" "prompt")
+(host-window)
 (told)                                                    ;=> ("Command:")
 ; The cursor's ortho binding, F8
 (host-window "key" "F8")
@@ -83,6 +87,7 @@ runs                                                      ;=> 2
 (host-window "type" "(setq unfinished\n")
 (host-window "tell" "prompt")
 (host-window "type" "42)\n")
+(host-window)
 unfinished                                                ;=> 42
 (host-window "type" "(zb_conn")
 (host-window "key" "Tab")
@@ -92,6 +97,7 @@ unfinished                                                ;=> 42
 (host-window "tell" "line")
 (host-window "key" "Escape")
 (host-window "tell" "line")
+(host-window)
 (told)                                                    ;=> ("(_>" "(zb_connect" "42)" "")
 ; Nobody answers when nothing is left to do.
 (vl-catch-all-error-message (vl-catch-all-apply 'getpoint (list "\nPoint: "))) ;=> "Function cancelled"
