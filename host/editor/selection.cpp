@@ -26,7 +26,14 @@ const wchar_t* const expected =
     L"\n*Invalid selection*\nExpects a point or "
     L"Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/Previous/Undo/AUto/SIngle";
 
-AcGePoint2d flat(const AcGePoint3d& point) { return {point.x, point.y}; }
+AcGePoint2d seen(const AcGePoint3d& point) {
+  AcDbDatabase* const drawing = acdbHostWorkingDatabase();
+  return drawing ? inViewPlane(*drawing, point) : AcGePoint2d{point.x, point.y};
+}
+/// From the left corner to the right one what lies inside, the other way what is touched.
+Lies liesBetween(const AcGePoint3d& first, const AcGePoint3d& second) {
+  return seen(first).x <= seen(second).x ? Lies::wholly : Lies::partly;
+}
 
 Entities inRegion(const Region& region, Lies lies) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
@@ -134,8 +141,8 @@ Task<Entities> chooseInBox(InputSource& source, std::optional<Lies> lies) {
   if (!first) co_return Entities();
   const auto second = co_await askPoint(source, L"\nSpecify opposite corner: ", first, false);
   if (!second) co_return Entities();
-  if (!lies) lies = first->x <= second->x ? Lies::wholly : Lies::partly;
-  co_return inRegion(Region::box(flat(*first), flat(*second)), *lies);
+  if (!lies) lies = liesBetween(*first, *second);
+  co_return inRegion(Region::box(seen(*first), seen(*second)), *lies);
 }
 
 /// By points up to Enter.
@@ -148,7 +155,7 @@ Task<Entities> chooseByPoints(InputSource& source, Region::Kind kind, Lies lies)
     const auto point = co_await askPoint(source, prompt, last, true);
     if (!point) break;
     last = point;
-    corners.push_back(flat(*point));
+    corners.push_back(seen(*point));
     prompt = kind == Region::Kind::fence ? L"\nSpecify next fence point: " : L"\nSpecify endpoint of line: ";
   }
   const size_t fewest = kind == Region::Kind::fence ? 2 : 3;
@@ -176,8 +183,8 @@ Task<Choice> chooseAt(InputSource& source, const SelectionWish& wish, AcGePoint3
     choice.kind = Choice::Kind::cancelled;
     co_return choice;
   }
-  const Lies lies = point.x <= corner->x ? Lies::wholly : Lies::partly;
-  choice.entities = inRegion(Region::box(flat(point), flat(*corner)), lies);
+  const Lies lies = liesBetween(point, *corner);
+  choice.entities = inRegion(Region::box(seen(point), seen(*corner)), lies);
   co_return choice;
 }
 
@@ -274,7 +281,7 @@ Selected finished(SelectionSet set) {
 Entities entitiesAtPick(const AcGePoint3d& point, bool everything) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
   if (!drawing) return {};
-  if (everything) return entitiesIn(*drawing, apertureAt(point), Lies::partly);
+  if (everything) return entitiesIn(*drawing, apertureAt(*drawing, point), Lies::partly);
   const auto hit = entityAt(*drawing, point);
   return hit ? Entities{hit->entity} : Entities();
 }

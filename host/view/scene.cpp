@@ -502,8 +502,8 @@ Scene::Damage Scene::damageSince(std::uint64_t moment) const {
 }
 std::uint64_t Scene::moment() const { return state_->firstMoment + state_->damage.size(); }
 
-PlaneBox Scene::boxOf(std::uint32_t number, const Projection& projection) const {
-  return state_->index.box(number, projection);
+PlaneBox Scene::boxOf(const Entry& entry, const Projection& projection) const {
+  return state_->index.box(static_cast<std::uint32_t>(&entry - state_->entries.data()), projection);
 }
 
 }  // namespace host::view

@@ -80,7 +80,7 @@ class Scene {
   std::vector<std::uint32_t> entriesIn(const Projection& projection, const PlaneBox& window) const;
 
   /// An entity's box in a view's plane, or a little more; empty for one that isn't seen.
-  PlaneBox boxOf(std::uint32_t number, const Projection& projection) const;
+  PlaneBox boxOf(const Entry& entry, const Projection& projection) const;
 
   /// Where the picture changed since an earlier moment.
   struct Damage {

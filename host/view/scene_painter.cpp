@@ -80,7 +80,7 @@ void ScenePainter::paint(std::uint32_t number) {
   }
   const Item& item = list.items[entry.firstItem];
   if (surface_.pixels.data && item.kind != Item::mark) {
-    const PlaneBox box = scene_.boxOf(number, surface_.projection);
+    const PlaneBox box = scene_.boxOf(entry, surface_.projection);
     if (box.right - box.left < pixel_ && box.top - box.bottom < pixel_) {
       const PlanePoint middle{(box.left + box.right) / 2, (box.bottom + box.top) / 2};
       return painter_->paintDot(middle, list.styles[item.style].ink);
