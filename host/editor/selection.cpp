@@ -2,6 +2,7 @@
 
 #include "brx/db_calls.h"
 #include "brx/db_database.h"
+#include "host/access/coordinate_systems.h"
 #include "host/documents/variables.h"
 #include "host/editor/acquisition.h"
 #include "host/editor/drawing_state.h"
@@ -28,7 +29,7 @@ const wchar_t* const expected =
 
 AcGePoint2d seen(const AcGePoint3d& point) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
-  return drawing ? inViewPlane(*drawing, point) : AcGePoint2d{point.x, point.y};
+  return drawing ? inViewPlane(*drawing, userSystem() * point) : AcGePoint2d{point.x, point.y};
 }
 /// From the left corner to the right one what lies inside, the other way what is touched.
 Lies liesBetween(const AcGePoint3d& first, const AcGePoint3d& second) {
@@ -281,8 +282,9 @@ Selected finished(SelectionSet set) {
 Entities entitiesAtPick(const AcGePoint3d& point, bool everything) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
   if (!drawing) return {};
-  if (everything) return entitiesIn(*drawing, apertureAt(*drawing, point), Lies::partly);
-  const auto hit = entityAt(*drawing, point);
+  const AcGePoint3d place = userSystem() * point;
+  if (everything) return entitiesIn(*drawing, apertureAt(*drawing, place), Lies::partly);
+  const auto hit = entityAt(*drawing, place);
   return hit ? Entities{hit->entity} : Entities();
 }
 

@@ -1,6 +1,7 @@
 #include "host/editor/selection_request.h"
 
 #include "brx/db_database.h"
+#include "host/access/coordinate_systems.h"
 #include "host/documents/documents.h"
 #include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
@@ -59,7 +60,7 @@ Selected chooseInRegion(const Region& region, Lies lies, const SelectionWish& wi
 
 AcGePoint2d seen(const AcGePoint3d& point) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
-  return drawing ? inViewPlane(*drawing, point) : AcGePoint2d{point.x, point.y};
+  return drawing ? inViewPlane(*drawing, userSystem() * point) : AcGePoint2d{point.x, point.y};
 }
 
 Selected chooseInCorners(const SelectionRequest& request) {

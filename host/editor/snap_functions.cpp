@@ -1,6 +1,7 @@
 #include <optional>
 
 #include "brx/db_database.h"
+#include "host/access/coordinate_systems.h"
 #include "host/bridge/lisp_points.h"
 #include "host/documents/variables.h"
 #include "host/editor/editor_functions.h"
@@ -49,8 +50,9 @@ Value osnap(const Call& call) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
   const AcGePoint3d pick = pointArgument(call, 0);
   const int wanted = modesOf(call.text(1));
-  const auto snap = drawing ? snapAt(*drawing, pick, wanted, lastPoint()) : std::nullopt;
-  return snap ? pointValue(snap->point) : Value();
+  const auto snap =
+      drawing ? snapAt(*drawing, userSystem() * pick, wanted, userSystem() * lastPoint()) : std::nullopt;
+  return snap ? pointValue(userSystem().inverse() * snap->point) : Value();
 }
 
 }  // namespace

@@ -46,8 +46,6 @@ AcGePoint3d bound(const AcGePoint3d& point, const AcGePoint3d& base) {
 
 bool isFinite(const AcGePoint3d& p) { return std::isfinite(p.x) && std::isfinite(p.y) && std::isfinite(p.z); }
 
-AcGePoint2d flat(const AcGePoint3d& point) { return {point.x, point.y}; }
-
 }  // namespace
 
 AcGePoint3d Viewport::worldAt(const QPointF& place) const {
@@ -109,7 +107,8 @@ void Viewport::chooseInBox(bool removes) {
   corner_.reset();
   if (!state || !isFinite(world_)) return;
   const Lies lies = camera().toPixel(corner).x <= camera().toPixel(world_).x ? Lies::wholly : Lies::partly;
-  const Entities found = entitiesIn(*drawing_, Region::box(flat(corner), flat(world_)), lies);
+  const Entities found = entitiesIn(
+      *drawing_, Region::box(inViewPlane(*drawing_, corner), inViewPlane(*drawing_, world_)), lies);
   SelectionSet set;
   for (const AcDbObjectId& each : state->chosenBefore) set.add(each);
   for (const AcDbObjectId& each : found) removes ? set.remove(each) : set.add(each);

@@ -78,11 +78,6 @@ runs                                                      ;=> 2
 (getvar "OSMODE")                                         ;=> 16387
 (setvar "OSMODE" 0)
 (told)                                                    ;=> ("1")
-; The user's coordinate system
-(command "UCS" "O" '(10 10 0))
-(host-window "click" '(30.0 40.0))
-(rounded (getpoint "\nPoint: "))
-(command "UCS" "W")
 ; An unfinished form goes on in the next line; completion and history.
 (host-window "type" "(setq unfinished\n")
 (host-window "tell" "prompt")
@@ -101,3 +96,14 @@ unfinished                                                ;=> 42
 (told)                                                    ;=> ("(_>" "(zb_connect" "42)" "")
 ; Nobody answers when nothing is left to do.
 (vl-catch-all-error-message (vl-catch-all-apply 'getpoint (list "\nPoint: "))) ;=> "Function cancelled"
+; Points are of the user's coordinate system, here one that a file brings; picks and snaps go with it.
+(progn (setq path (strcat (getenv "ZARBO_SCRATCH") "/ucs.dxf") file (open path "w"))
+  (foreach line '("0" "SECTION" "2" "HEADER" "9" "$UCSORG" "10" "10.0" "20" "10.0" "30" "0.0" "0" "ENDSEC" "0" "SECTION"
+                  "2" "ENTITIES" "0" "LINE" "8" "0" "10" "20.0" "20" "80.0" "11" "40.0" "21" "80.0" "0" "ENDSEC" "0" "EOF")
+    (write-line line file))
+  (close file) (host-open path) (command "ZOOM" "C" '(50 50) 100.0) (setvar "OSMODE" 0))
+(host-window "click" '(30.0 40.0))
+(mapcar '(lambda (x) (atof (rtos x 2 3))) (getpoint "\nPoint: "))   ;=> (20.0 30.0 0.0)
+(host-window "click" '(25.0 80.0))
+(mapcar '(lambda (x) (atof (rtos x 2 3))) (cadr (entsel)))          ;=> (15.0 70.0 0.0)
+(osnap '(10.2 70.1) "END")                                          ;=> (10.0 70.0 0.0)
