@@ -17,6 +17,11 @@ namespace {
 /// What a sent text may send in its turn is run as well, but not without end.
 constexpr int mostTexts = 1000;
 
+std::function<void()>& idleWork() {
+  static std::function<void()> work;
+  return work;
+}
+
 void runLine(const std::wstring& line, bool echo) {
   try {
     const auto value = lisp::withMemoryErrors([&] { return runTypedLine(toUtf8(line)); });
@@ -52,6 +57,8 @@ void showError(const lisp::LispError& error) {
   if (!error.handled) commandLine().show(error.report() + L"\n");
 }
 
+void setIdleWork(std::function<void()> work) { idleWork() = std::move(work); }
+
 void goIdle() {
   lisp::Interpreter::forgetEnd();
   holdMemoryReserve();
@@ -64,6 +71,7 @@ void goIdle() {
     documents().discardClosed();
   }
   editor().tellIdle();
+  if (idleWork()) idleWork()();
 }
 
 }  // namespace host

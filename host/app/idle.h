@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,8 @@ std::wstring evaluate(std::string_view source, const std::wstring& fileName);
 void showError(const lisp::LispError& error);
 
 /// What the host does between evaluations: lets go of closed documents, runs what was sent to open ones, and
-/// tells who waits for idle moments.
+/// tells who waits for idle moments, and does what `setIdleWork` has laid down.
 void goIdle();
+void setIdleWork(std::function<void()> work);
 
 }  // namespace host

@@ -54,7 +54,9 @@ std::optional<std::string> readLine(bool interactive, const char* prompt) {
   return text;
 }
 
-void runLine(const std::string& source) {
+}  // namespace
+
+void runPromptLine(const std::string& source, bool finishes) {
   platform::forgetInterrupts();
   try {
     evaluating = true;
@@ -65,11 +67,9 @@ void runLine(const std::string& source) {
     showError(error);
   }
   evaluating = false;
-  if (platform::isTerminal(platform::Stream::input)) finishOpenCommand();
+  if (finishes) finishOpenCommand();
   goIdle();
 }
-
-}  // namespace
 
 bool goesOn(const std::string& text) {
   int depth = 0;
@@ -107,10 +107,10 @@ void runPrompt(const std::string& historyFile) {
   while (const auto line = readLine(interactive, source.empty() ? "Command: " : "(_> ")) {
     source += *line + "\n";
     if (goesOn(source)) continue;
-    if (source.find_first_not_of(" \t\r\n") != std::string::npos) runLine(source);
+    if (source.find_first_not_of(" \t\r\n") != std::string::npos) runPromptLine(source, interactive);
     source.clear();
   }
-  if (!source.empty()) runLine(source);
+  if (!source.empty()) runPromptLine(source, interactive);
   if (interactive && !historyFile.empty()) write_history(historyFile.c_str());
 }
 

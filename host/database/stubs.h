@@ -21,6 +21,7 @@ struct AcDbStub {
   AcDbDatabase* database = nullptr;
   AcDbStub* owner = nullptr;
   Adesk::UInt16 readers = 0;
+  bool noted = false;            // among the changed objects of the drawing
   Adesk::UInt32 position = 0;    // among the entities of its block
   Adesk::UInt32 recordedAt = 0;  // undo mark since which the state before the first change is recorded
   bool writing = false, erased = false;
@@ -74,10 +75,20 @@ struct AcDbDatabaseImp {
   Adesk::UInt64 revivals = 0;    // grows when something erased comes back, or the order of entities changes
   Adesk::UInt64 extentsKnownAt = 0;  // `changes` when the variables last told the extents
   std::vector<UndoRecord> journal;
+  /// For whoever draws the drawing (changes.h); nothing is noted before someone asks for it.
+  bool notesChanges = false;
+  std::vector<AcDbStub*> changed;
+  std::set<size_t> changedVariables;
   std::unique_ptr<AcDbTransactionManager, void (*)(AcDbTransactionManager*)> transactions{nullptr, nullptr};
   /// What rooms above keep for the drawing, by its type.
   std::unordered_map<std::type_index, std::shared_ptr<void>> keptByOthers;
 
+  void note(AcDbStub& stub) {
+    if (!notesChanges || stub.noted) return;
+    stub.noted = true;
+    changed.push_back(&stub);
+  }
+  void noteVariable(size_t variable);
   AcDbStub*& slot(AcDbHandle handle);
   AcDbStub* find(AcDbHandle handle) const;
   AcDbStub& make(AcDbDatabase& database, AcDbHandle handle);

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "brx/db_database.h"
+#include "host/database/stubs.h"
 #include "host/root/host.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
@@ -85,6 +86,7 @@ Document& DocumentManager::add(std::wstring fileName, DrawingPointer drawing) {
   activate(added);
   editor().tell([&](AcEditorReactor& each) { each.databaseConstructed(added.database()); });
   modules().tellAll(AcRx::kLoadDwgMsg);
+  added.noteSaved();
   return added;
 }
 
@@ -107,6 +109,9 @@ Document* DocumentManager::openFile(const std::wstring& path, std::wstring& prob
   DrawingPointer drawing = openDrawing(full, problem);
   return drawing ? &add(full, std::move(drawing)) : nullptr;
 }
+
+bool Document::isChanged() const { return drawing_ && drawing_->imp().changes != savedAt_; }
+void Document::noteSaved() { savedAt_ = drawing_->imp().changes; }
 
 bool Document::isQuiescent() const { return !documents().isBusy(*this); }
 
@@ -163,6 +168,7 @@ bool DocumentManager::save(Document& document, const std::wstring& path, std::ws
     return false;
   }
   document.setFileName(full);
+  document.noteSaved();
   editor().tell([&](AcEditorReactor& each) { each.saveComplete(drawing, full.c_str()); });
   return true;
 }

@@ -30,6 +30,7 @@ void setLastKeyword(std::wstring text) { keyword() = std::move(text); }
 
 Task<Answer> acquire(InputSource& source, Request request) {
   while (true) {
+    request.rubberBand = request.base && !request.rubberBox;
     source.prompt(request.prompt);
     const InputItem item = co_await NextInput{source, request};
     const auto meaning = interpret(request, item, CoordinateRules::current());

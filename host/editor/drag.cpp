@@ -98,6 +98,7 @@ Request Drag::requestFor(Wanted wanted, const AcGePoint3d* base) const {
   request.followsCursor = true;
   request.ortho = (jig_.userInputControls() & AcEdJig::kGovernedByOrthoMode) != 0 && orthoIsOn();
   request.rubberBand = jig_.specialCursorType() == AcEdJig::kRubberBand;
+  request.image = &image_;
   return request;
 }
 

@@ -116,7 +116,10 @@ InputItem itemOf(const Value& value) {
   return Typed{lisp::printed(value, lisp::Style::readable)};
 }
 
-Person* person() { return currentPerson().get(); }
+Person* person() {
+  Person* const present = currentPerson().get();
+  return present && present->isPresent() ? present : nullptr;
+}
 void setPerson(std::unique_ptr<Person> next) { currentPerson() = std::move(next); }
 void setLineReader(LineReader reader) { setPerson(std::make_unique<TypingPerson>(std::move(reader))); }
 

@@ -261,11 +261,17 @@ void Interpreter::tellProgram(LispError& error, const Function* native) {
 }
 
 void Interpreter::slowStep() {
-  switch (wantedEnd_.exchange(End::none)) {
+  End wanted = wantedEnd_.exchange(End::none);
+  if (wanted == End::look) {
+    if (look_) look_();
+    wanted = wantedEnd_.exchange(End::none);
+  }
+  switch (wanted) {
     case End::cancelled:
       fail(L"Function cancelled");
     case End::memory:
       fail(L"insufficient memory");
+    case End::look:
     case End::none:
       break;
   }
