@@ -6,6 +6,8 @@ add_library(zarbo_flags INTERFACE)
 target_compile_options(zarbo_flags INTERFACE -Wall -Wextra $<$<BOOL:${ZARBO_WERROR}>:-Werror>)
 # g++ 12 warns falsely of overlap where a text is added to a literal (its bug 105651).
 target_compile_options(zarbo_flags INTERFACE $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-restrict>)
+# A library's calls of its own functions are bound when it is linked, which halves what a start looks up by name.
+target_link_options(zarbo_flags INTERFACE -Wl,-Bsymbolic-functions)
 target_include_directories(zarbo_flags INTERFACE ${CMAKE_SOURCE_DIR})
 if(ZARBO_SANITIZE)
   # Instrumented code makes the compiler's flow warnings guess; the plain build is the one that must be clean.

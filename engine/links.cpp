@@ -41,7 +41,7 @@ void DatabaseCatalog::refreshLinks() {
   for (auto& [path, file] : linkedFiles_) {
     if (!file.attached) continue;
     const bool gone = !platform::factsOf(path) || database_.fileIdentity(path) != file.identity;
-    if (!gone && database_.stamp(file.schema.c_str()).schema == file.cookie) continue;
+    if (!gone && database_.schemaVersion(file.schema.c_str()) == file.cookie) continue;
     if (gone) {
       database_.forgetStatements();
       database_.detach(file.schema);
@@ -71,7 +71,7 @@ const DatabaseCatalog::LinkedFile& DatabaseCatalog::linkedFile(const std::string
   }
   if (file.cookie == 0) {
     file.tables = readTables(file.schema);
-    file.cookie = database_.stamp(file.schema.c_str()).schema;
+    file.cookie = database_.schemaVersion(file.schema.c_str());
   }
   return file;
 }

@@ -170,12 +170,20 @@ bool layTogether(const std::vector<const Body*>& bodies, Body& result) {
   Complex complex(toleranceOf(points));
   complex.addBox(all.low - room, all.high + room);
   std::vector<char> isSolid(1, 0);
+  std::vector<Box> boxes(1);  // around the cells, or what they were before they were split
+  complex.forEachCorner(0, [&](const Point& p) { boxes[0].add(p); });
   for (const Convex& each : cells) {
     const std::int32_t before = complex.cellCount();
     for (std::int32_t cell = 0; cell < before; ++cell) {
-      if (isSolid[static_cast<size_t>(cell)] || complex.isApart(cell, each.planes, each.points)) continue;
+      const auto at = static_cast<size_t>(cell);
+      if (isSolid[at] || !boxes[at].meets(each.box)) continue;
+      if (complex.isApart(cell, each.planes, each.points)) continue;
       const std::int32_t inside = splitOff(complex, cell, each);
       isSolid.resize(static_cast<size_t>(complex.cellCount()), 0);
+      for (auto made = static_cast<std::int32_t>(boxes.size()); made < complex.cellCount(); ++made) {
+        Box& box = boxes.emplace_back();
+        complex.forEachCorner(made, [&](const Point& p) { box.add(p); });
+      }
       if (inside != noCell) isSolid[static_cast<size_t>(inside)] = 1;
       if (complex.cellCount() > mostCells) return false;
     }

@@ -52,6 +52,7 @@ int64_t execute(sqlite3* database, Catalog& catalog, std::string_view sql,
   ParsedStatement statement = parseStatement(sql);
   Execution execution(database, catalog, sql, parameters, rows, 0);
   if (onlyReads(statement)) return execution.run(statement);
+  catalog.changesBegin();
   Transaction transaction(database, catalog);
   const int64_t touched = execution.run(statement);
   transaction.keep();

@@ -16,10 +16,34 @@ void AcEditorReactor::commandWillStart(const ACHAR*) {}
 void AcEditorReactor::commandEnded(const ACHAR*) {}
 void AcEditorReactor::commandCancelled(const ACHAR*) {}
 
+namespace {
+
+struct IdleFunctions {
+  std::vector<AcedOnIdleMsgFn> all;
+};
+
+std::vector<AcedOnIdleMsgFn>& idleFunctions() { return host::theOne<IdleFunctions>().all; }
+
+}  // namespace
+
+bool acedRegisterOnIdleWinMsg(AcedOnIdleMsgFn function) {
+  auto& all = idleFunctions();
+  if (!function || std::find(all.begin(), all.end(), function) != all.end()) return false;
+  all.push_back(function);
+  return true;
+}
+
+bool acedRemoveOnIdleWinMsg(AcedOnIdleMsgFn function) { return std::erase(idleFunctions(), function) > 0; }
+
 namespace host {
 
 Editor::Editor() { acrxSysRegistry()->atPut(L"AcEditor", this); }
 Editor::~Editor() { acrxSysRegistry()->remove(L"AcEditor"); }
+
+void tellIdle() {
+  const auto functions = idleFunctions();  // they may come and go meanwhile
+  for (const AcedOnIdleMsgFn each : functions) each();
+}
 
 void Editor::addReactor(AcEditorReactor* reactor) {
   if (reactor && !holds(reactor)) reactors_.push_back(reactor);

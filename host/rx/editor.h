@@ -28,6 +28,9 @@ class Editor : public AcEditor {
   std::vector<AcEditorReactor*> reactors_;
 };
 
+/// The host has nothing to do any more: calls who registered for it.
+void tellIdle();
+
 /// The one editor; stands in the registry under "AcEditor".
 Editor& editor();
 

@@ -204,6 +204,7 @@ TEST(Files, LoseAWriteAheadLogThatAnotherProgramGaveThem) {
     ASSERT_EQ(engine.table(L"T", L"id"), 0);
     ASSERT_EQ(engine.top(), 0);
     EXPECT_EQ(engine.number(L"v"), 99);
+    close(engine);
     EXPECT_EQ(folder.count(), 1u);
   }
 }

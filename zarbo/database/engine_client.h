@@ -38,6 +38,8 @@ class Engine {
   /// For a dialog; `readOnly` tells whether it can only be read.
   bool openPrivate(const std::wstring& path, bool& readOnly);
   void closeDatabase();
+  /// Brings all that was answered to the disk.
+  bool settle();
   bool isConnected();
   bool isOpen();
   bool isWritable();
