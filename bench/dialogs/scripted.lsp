@@ -1,7 +1,7 @@
 ; What a dialog costs a script beside a message box that is answered: opened, a cell edited, its grid read,
 ; cancelled; and a small one.
 (load "bench/rows.lsp")
-(setq rounds 300)
+(setq rounds 30)
 (defun settings ()
   (repeat rounds
     (host-dialog '("cell" 1048 2 1 "Ada") '("grid" 1048) '("click" 2))

@@ -1,6 +1,6 @@
 ; What a leader with a block costs from LISP beside a line made by its list.
 (load "bench/rows.lsp")
-(setq rounds 5000)
+(setq rounds 1000)
 (entmake '((0 . "BLOCK") (2 . "Tip") (70 . 0) (10 0 0 0)))
 (entmake '((0 . "LINE") (8 . "0") (10 0 0 0) (11 1 0 0)))
 (entmake '((0 . "ENDBLK")))
