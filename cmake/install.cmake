@@ -7,7 +7,7 @@
 include(GNUInstallDirs)
 set(home ${CMAKE_INSTALL_LIBDIR}/zarbo)
 set(programs zarbo-host zarbo-mdb)
-set(libraries platform_com zarbo_platform zarbo_host_core zarbo_desktop_qt zarbo zarbo_engine solid_module)
+set(libraries platform_com zarbo_platform zarbo_host_core zarbo_desktop_qt zarbo_window zarbo zarbo_engine solid_module)
 foreach(target ${programs} ${libraries})
   if(TARGET ${target})
     set_target_properties(${target} PROPERTIES INSTALL_RPATH "$ORIGIN")

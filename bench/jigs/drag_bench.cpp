@@ -67,10 +67,12 @@ class MoveJig : public AcEdJig {
     const view::DisplayList list = view::record(*acdbHostWorkingDatabase(), image_, options);
     cairo_surface_t* const surface = cairo_image_surface_create(CAIRO_FORMAT_RGB24, 1600, 1200);
     cairo_t* const cairo = cairo_create(surface);
-    view::Canvas canvas;
-    canvas.cairo = cairo, canvas.width = 1600, canvas.height = 1200;
-    canvas.window = view::PlaneBox{-50, -50, 200, 137.5};
-    view::paint(list, canvas);
+    view::Surface target;
+    target.cairo = cairo, target.width = 1600, target.height = 1200;
+    target.window = view::PlaneBox{-50, -50, 200, 137.5};
+    view::Painter painter(target);
+    painter.paintGround();
+    painter.paint(list);
     cairo_destroy(cairo);
     cairo_surface_destroy(surface);
   }

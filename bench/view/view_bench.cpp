@@ -86,11 +86,11 @@ void recordDrawing(benchmark::State& state) {
 BENCHMARK(recordDrawing)->Unit(benchmark::kMillisecond);
 
 void picture(benchmark::State& state, view::PictureKind kind, bool zoomed) {
-  const view::DisplayList list = view::record(sample());
   view::PictureSettings settings;
   if (zoomed) settings.window = view::PlaneBox{500, 500, 540, 530};
   std::string problem;
-  for (auto _ : state) benchmark::DoNotOptimize(view::pictureBytes(list, settings, kind, problem).size());
+  for (auto _ : state)
+    benchmark::DoNotOptimize(view::pictureBytes(view::Scene::of(sample()), settings, kind, problem).size());
 }
 BENCHMARK_CAPTURE(picture, png, view::PictureKind::png, false)->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(picture, png_of_a_part, view::PictureKind::png, true)->Unit(benchmark::kMillisecond);

@@ -21,7 +21,7 @@ AcGeMatrix3d userSystem() {
 }
 
 AcGeMatrix3d displaySystem() {
-  const AcGeVector3d direction = pointVariable(L"VIEWDIR", {0, 0, 1}).asVector();
+  const AcGeVector3d direction = userSystem() * pointVariable(L"VIEWDIR", {0, 0, 1}).asVector();
   const auto twist = getVariable(L"VIEWTWIST");
   const double angle = twist && std::holds_alternative<double>(*twist) ? std::get<double>(*twist) : 0;
   return AcGeMatrix3d::translation(pointVariable(L"TARGET", {}).asVector()) *

@@ -7,6 +7,7 @@
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/lisp/printer.h"
+#include "host/rx/editor.h"
 #include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
@@ -15,6 +16,11 @@ namespace {
 
 /// What a sent text may send in its turn is run as well, but not without end.
 constexpr int mostTexts = 1000;
+
+std::function<void()>& idleWork() {
+  static std::function<void()> work;
+  return work;
+}
 
 void runLine(const std::wstring& line, bool echo) {
   try {
@@ -51,6 +57,8 @@ void showError(const lisp::LispError& error) {
   if (!error.handled) commandLine().show(error.report() + L"\n");
 }
 
+void setIdleWork(std::function<void()> work) { idleWork() = std::move(work); }
+
 void goIdle() {
   lisp::Interpreter::forgetEnd();
   holdMemoryReserve();
@@ -58,10 +66,12 @@ void goIdle() {
   platform::desktop().runTimers();
   for (int texts = 0; texts < mostTexts; ++texts) {
     const auto sent = documents().takeSentText();
-    if (!sent) return;
+    if (!sent) break;
     runSent(*sent);
     documents().discardClosed();
   }
+  editor().tellIdle();
+  if (idleWork()) idleWork()();
 }
 
 }  // namespace host

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -14,7 +15,9 @@ std::wstring evaluate(std::string_view source, const std::wstring& fileName);
 /// isn't.
 void showError(const lisp::LispError& error);
 
-/// What the host does between evaluations: lets go of closed documents, and runs what was sent to open ones.
+/// What the host does between evaluations: lets go of closed documents, runs what was sent to open ones, and
+/// tells who waits for idle moments, and does what `setIdleWork` has laid down.
 void goIdle();
+void setIdleWork(std::function<void()> work);
 
 }  // namespace host

@@ -1,14 +1,14 @@
-#include <unistd.h>
-
 #include <cstdio>
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <memory>
 #include <new>
 #include <optional>
 #include <stdexcept>
 
 #include "host/app/batch.h"
+#include "host/app/completion.h"
 #include "host/app/idle.h"
 #include "host/app/memory_reserve.h"
 #include "host/app/options.h"
@@ -16,11 +16,15 @@
 #include "host/app/prompt.h"
 #include "host/app/session.h"
 #include "host/app/terminal_line.h"
+#include "host/app/window_library.h"
 #include "host/bridge/document_lisp.h"
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/editor/user_input.h"
+#include "host/root/host.h"
 #include "platform/desktop/scripted.h"
+#include "platform/files/file_facts.h"
+#include "platform/terminal/terminal.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -73,9 +77,8 @@ int runScripts(const host::Options& options) {
 
 int checkFiles(const host::Options& options) {
   for (const std::string& each : options.files) {
-    if (access(each.c_str(), R_OK) != 0) return refuse(each + ": can't be read");
+    if (!platform::mayUse(each, platform::FileUse::read)) return refuse(each + ": can't be read");
   }
-  if (options.window) return refuse("--window: this host has no window yet");
   if (options.meshes && !host::isDxf(options.output)) return refuse("--meshes: only with --output of a .dxf");
   if (!options.output.empty() && !host::canOutput(options.output)) {
     return refuse(options.output +
@@ -84,27 +87,57 @@ int checkFiles(const host::Options& options) {
   return succeeded;
 }
 
+host::WindowServices windowServices(const host::Options& options) {
+  host::WindowServices services;
+  services.runLine = [](const std::string& line) { host::runPromptLine(line, true); };
+  services.goesOn = host::goesOn;
+  services.completions = host::completionsOf;
+  services.exportDrawing = [options](const std::string& file, std::string& problem) {
+    host::Options to = options;
+    to.output = file;
+    if (host::canOutput(file)) return host::writeOutput(to, problem);
+    return problem = file + ": no kind of file that can be written", false;
+  };
+  services.isScripted = !options.batch.empty();
+  if (!options.settings.empty()) services.historyFile = options.settings + "/history";
+  return services;
+}
+
 /// Where the user types, or what the options say.
 int run(const host::Options& options) {
+  host::Host host;
   const bool scripted = !options.files.empty() || !options.expressions.empty();
   std::optional<std::string> batch;
   if (!options.batch.empty()) {
     batch = readWhole(options.batch);
     if (!batch) return refuse(options.batch + ": can't be read");
   }
-  // Prompts of scripts wait for a person only where there is one.
-  if (isatty(STDIN_FILENO)) host::setLineReader(host::readTerminalLine);
+  std::unique_ptr<host::Window> window;
+  if (options.window) {
+    std::string reason;
+    window = host::openWindow(windowServices(options), reason);
+    if (!window) return refuse("--window: " + reason);
+    host::setIdleWork([&window] { window->goIdle(); });
+  } else if (platform::isTerminal(platform::Stream::input)) {
+    // Prompts of scripts wait for a person only where there is one.
+    host::setLineReader(host::readTerminalLine);
+  }
   // A script's output is its own; the modules' greetings are for the person at the prompt.
   host::commandLine().setShown(!scripted && !batch);
   if (options.widgets) platform::scriptedDesktop()->useWidgets();
-  const host::Session session(options);
+  const host::Session session(options, [&window](lisp::Interpreter& interpreter) {
+    if (window) window->defineFunctions(interpreter);
+  });
+  if (window) window->show();
   host::commandLine().freshLine();
   host::commandLine().setShown(true);
   int status = scripted ? runScripts(options) : succeeded;
   if (batch && status == succeeded) {
     host::runBatch(*batch, options.batch == "-" ? L"" : fromUtf8(options.batch));
   }
-  if (!scripted && !batch) {
+  if (window && !batch) {
+    window->run();
+  } else if (!scripted && !batch) {
     host::runPrompt(options.settings.empty() ? "" : options.settings + "/history");
   }
   std::string problem;

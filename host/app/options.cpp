@@ -1,6 +1,7 @@
 #include "host/app/options.h"
 
 #include <CLI/CLI.hpp>
+#include <algorithm>
 #include <cstdio>
 
 namespace host {
@@ -19,6 +20,19 @@ void readSize(const std::string& text, PictureOptions& picture) {
 void checkZoom(const std::vector<double>& zoom) {
   if (!zoom.empty() && !(zoom[0] < zoom[2] && zoom[1] < zoom[3]))
     throw CLI::ValidationError("--zoom", "left must be below right, and bottom below top");
+}
+
+/// Drawings may stand among the files, as desktops give them.
+void sortFiles(Options& options) {
+  const auto isDrawing = [](std::string file) {
+    for (char& letter : file)
+      letter = letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter + 32) : letter;
+    return file.ends_with(".dwg") || file.ends_with(".dxf");
+  };
+  const auto drawings = std::stable_partition(options.files.begin(), options.files.end(),
+                                              [&](const std::string& each) { return !isDrawing(each); });
+  options.drawings.insert(options.drawings.end(), drawings, options.files.end());
+  options.files.erase(drawings, options.files.end());
 }
 
 void addPictureOptions(CLI::App& app, PictureOptions& picture) {
@@ -44,9 +58,11 @@ void addPictureOptions(CLI::App& app, PictureOptions& picture) {
 
 std::optional<Options> readOptions(int count, char** words, int& status) {
   Options options;
-  CLI::App app("A drawing host with its LISP, headless, that runs the Zarbo module.", "zarbo-host");
+  CLI::App app("A drawing host with its LISP that runs the Zarbo module, headless or in a window.",
+               "zarbo-host");
   app.set_version_flag("--version", "zarbo-host " ZARBO_VERSION);
-  app.add_option("files", options.files, "LISP files to load, in order")->type_name("FILE.lsp");
+  app.add_option("files", options.files, "LISP files to load, in order; drawings (.dwg .dxf) to open")
+      ->type_name("FILE");
   app.add_option("--eval", options.expressions, "Evaluate; the value of the last one is printed")
       ->type_name("EXPR")
       ->take_all()
@@ -71,12 +87,12 @@ std::optional<Options> readOptions(int count, char** words, int& status) {
   app.add_option("--module", options.module, "Load this module instead of zarbo")->type_name("FILE");
   app.add_option("--solid", options.solid, "Load the solid module from this file")->type_name("FILE");
   app.add_flag("--no-module", options.noModule, "Load no module");
-  // Known, so that it is refused by name, but not offered as long as there is no window.
-  app.add_flag("--window", options.window, "Show a window with the drawing and a command line")->group("");
+  app.add_flag("--window", options.window, "Show a window with the drawing and a command line");
   app.add_flag("--widgets", options.widgets,
                "Scripts of dialogs work on real widgets, which nobody sees where there is no display");
   try {
     app.parse(count, words);
+    sortFiles(options);
     checkZoom(options.picture.zoom);
   } catch (const CLI::ParseError& problem) {
     status = app.exit(problem) == 0 ? 0 : wrongUsage;

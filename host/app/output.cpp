@@ -6,7 +6,6 @@
 #include "host/filing/files.h"
 #include "host/solids/solid_export.h"
 #include "host/view/picture.h"
-#include "host/view/recorder.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -40,17 +39,9 @@ view::PictureSettings settingsOf(const PictureOptions& options) {
   return settings;
 }
 
-/// Recorded anew, finer, when chords of the first list could be seen as such.
 bool writePicture(AcDbDatabase& drawing, const Options& options, std::string& problem) {
-  constexpr double seenPart = 0.25;  // of a pixel
-  const view::PictureSettings settings = settingsOf(options.picture);
-  const AcGeVector3d towards = settings.projection.towards();
-  const AcGeVector3d* const seenFrom = settings.visual == view::Visual::wires ? nullptr : &towards;
-  view::DisplayList list = view::record(drawing, {}, view::usualDeviation, seenFrom);
-  const view::PlaneBox shown = view::shownWindow(list, settings);
-  const double fine = (shown.right - shown.left) / settings.width * seenPart;
-  if (list.deviation > fine) list = view::record(drawing, {}, fine, seenFrom);
-  return view::writePicture(list, settings, options.output, problem);
+  view::Scene& scene = view::Scene::of(drawing, drawing.modelSpaceId());
+  return view::writePicture(scene, settingsOf(options.picture), options.output, problem);
 }
 
 bool writeDrawing(AcDbDatabase& drawing, const Options& options, std::string& problem) {

@@ -76,13 +76,13 @@ void useSettings(const Options& options) {
 
 }  // namespace
 
-Session::Session(const Options& options) {
+Session::Session(const Options& options, std::function<void(lisp::Interpreter&)> defineMore) {
   useSettings(options);
   std::vector<std::wstring> folders;
   for (const std::string& each : options.support) folders.push_back(fromUtf8(each));
   setSupportPath(folders);
   modules().setSearchPath(folders);
-  setDocumentLispMaker([] {
+  setDocumentLispMaker([defineMore = std::move(defineMore)] {
     auto made = std::make_unique<InterpreterOfDocument>();
     defineScriptFunctions(made->interpreter());
     defineEditorFunctions(made->interpreter());
@@ -90,6 +90,7 @@ Session::Session(const Options& options) {
     defineCommandFunctions(made->interpreter());
     defineDialogFunctions(made->interpreter());
     defineHelp(made->interpreter());
+    if (defineMore) defineMore(made->interpreter());
     return made;
   });
   openDrawings(options);

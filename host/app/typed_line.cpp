@@ -3,6 +3,7 @@
 #include "host/app/idle.h"
 #include "host/bridge/document_lisp.h"
 #include "host/commands/typed_commands.h"
+#include "host/commands/undo_steps.h"
 #include "host/documents/documents.h"
 #include "host/editor/user_input.h"
 #include "host/lisp/objects.h"
@@ -48,9 +49,11 @@ std::optional<std::wstring> runTypedLine(const std::string& source) {
         explicit TypedAhead(std::wstring text) { userInput().typeAhead(std::move(text)); }
         ~TypedAhead() { userInput().typeAhead({}); }
       } ahead(blank == std::wstring::npos ? std::wstring() : line.substr(blank + 1));
+      const UndoGroup oneStep;
       return evaluate("(" + toUtf8(command) + ")", L"");
     }
   }
+  const UndoGroup oneStep;
   return evaluate(source, L"");
 }
 

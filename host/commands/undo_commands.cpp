@@ -31,7 +31,12 @@ Task<> undo(CommandInput& input) {
   }
 }
 
-constexpr Command rows[] = {{L"U", u, false}, {L"UNDO", undo, false}};
+Task<> redo(CommandInput& input) {
+  if (!redoOne(*currentState())) input.say(L"\nEverything has been redone.");
+  co_return;
+}
+
+constexpr Command rows[] = {{L"U", u, false}, {L"UNDO", undo, false}, {L"REDO", redo, false}};
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 #include "brx/db_calls.h"
 #include "host/database/kept_for_drawing.h"
 #include "host/database/memory_filer.h"
+#include "host/database/redo.h"
 #include "host/database/selection_set.h"
 #include "host/database/standard_drawing.h"
 #include "host/database/stubs.h"
@@ -31,7 +32,7 @@ AcDbStub* AcDbDatabaseImp::find(AcDbHandle handle) const {
 AcDbStub& AcDbDatabaseImp::make(AcDbDatabase& database, AcDbHandle handle) {
   if (!handle) handle = nextHandle;
   if (handle >= nextHandle) nextHandle = handle + 1;
-  AcDbStub& made = stubs.emplace_back();
+  AcDbStub& made = stubs.add();
   made.handle = handle;
   made.database = &database;
   return *(slot(handle) = &made);
@@ -76,7 +77,6 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : imp_(std::make_uniq
 
 AcDbDatabase::~AcDbDatabase() {
   imp_->keptByOthers.clear();
-  host::selectionSets().forget(*this);
   drawings().erase(this);
   for (AcDbStub& stub : imp_->stubs) {
     if (!stub.object) continue;
@@ -131,6 +131,7 @@ Acad::ErrorStatus AcDbDatabase::addAcDbObject(AcDbObjectId& id, AcDbObject* obje
   if (imp_->openMarks) imp_->journal.push_back({stub, true, {}, 0, {}});
   stub->recordedAt = imp_->markSerial;
   ++imp_->changes;
+  imp_->note(*stub);
   return Acad::eOk;
 }
 
@@ -165,32 +166,87 @@ void restore(AcDbObject& object, host::MemoryFiler& filer) {
                      record->objectId());
 }
 
+/// What `record` will change, as it is.
+UndoRecord presentOf(const AcDbDatabaseImp& imp, const UndoRecord& record) {
+  if (!record.stub) return {nullptr, false, {}, record.variable, imp.header(record.variable)};
+  UndoRecord present{record.stub, record.stub->erased, {}, 0, {}};
+  if (record.before.empty()) return present;
+  host::MemoryFiler filer(AcDb::kUndoFiler);
+  record.stub->object->dwgOutFields(&filer);
+  present.before = filer.take();
+  return present;
+}
+
+/// Makes things as the record has them.
+void apply(AcDbDatabaseImp& imp, UndoRecord record) {
+  if (!record.stub) return imp.setHeader(record.variable, std::move(record.value));
+  record.stub->erased = record.wasErased;
+  imp.note(*record.stub);
+  ++imp.revivals;
+  if (record.before.empty()) return;
+  host::MemoryFiler filer(AcDb::kUndoFiler, std::move(record.before));
+  restore(*record.stub->object, filer);
+}
+
+UndoRecord takeLast(std::vector<UndoRecord>& records) {
+  UndoRecord last = std::move(records.back());
+  records.pop_back();
+  return last;
+}
+
 }  // namespace
 
-void AcDbDatabase::undoTo(size_t mark) {
-  imp_->undoing = true;
-  while (imp_->journal.size() > mark) {
-    UndoRecord record = std::move(imp_->journal.back());
-    imp_->journal.pop_back();
-    if (!record.stub) {
-      imp_->setHeader(record.variable, std::move(record.value));
-      continue;
-    }
-    record.stub->erased = record.wasErased;
-    ++imp_->revivals;
-    if (record.before.empty()) continue;
-    host::MemoryFiler filer(AcDb::kUndoFiler, std::move(record.before));
-    restore(*record.stub->object, filer);
+struct host::TakenBack {
+  /// The last change first.
+  std::vector<UndoRecord> records;
+};
+
+namespace host {
+namespace {
+
+void takeBackTo(size_t mark, AcDbDatabase& drawing, TakenBack* kept) {
+  AcDbDatabaseImp& imp = drawing.imp();
+  imp.undoing = true;
+  while (imp.journal.size() > mark) {
+    UndoRecord record = takeLast(imp.journal);
+    if (kept) kept->records.push_back(presentOf(imp, record));
+    apply(imp, std::move(record));
+    ++imp.changes;
   }
-  imp_->undoing = false;
-  undoKeep(mark);
+  imp.undoing = false;
+  drawing.undoKeep(mark);
 }
+
+}  // namespace
+
+TakenBackPointer takeBack(AcDbDatabase& drawing, size_t mark) {
+  auto kept = std::make_shared<TakenBack>();
+  takeBackTo(mark, drawing, kept.get());
+  return kept;
+}
+
+void makeAgain(AcDbDatabase& drawing, TakenBack& changes) {
+  AcDbDatabaseImp& imp = drawing.imp();
+  imp.undoing = true;
+  while (!changes.records.empty()) {
+    UndoRecord record = takeLast(changes.records);
+    if (imp.openMarks) imp.journal.push_back(presentOf(imp, record));
+    apply(imp, std::move(record));
+  }
+  imp.undoing = false;
+  ++imp.changes;
+}
+
+Adesk::UInt64 changeCount(const AcDbDatabase& drawing) { return drawing.imp().changes; }
+
+}  // namespace host
+
+void AcDbDatabase::undoTo(size_t mark) { host::takeBackTo(mark, *this, nullptr); }
 
 void AcDbDatabase::undoKeep(size_t) {
   if (imp_->openMarks) --imp_->openMarks;
   if (!imp_->openMarks) imp_->journal.clear();
   ++imp_->markSerial;
-  ++imp_->changes;
 }
 
 namespace host {

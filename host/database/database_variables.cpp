@@ -3,6 +3,7 @@
 #include "brx/db_dictionary.h"
 #include "brx/db_proxy.h"
 #include "brx/lisp_calls.h"
+#include "host/database/changes.h"
 #include "host/database/drawing_files.h"
 #include "host/database/header_variables.h"
 #include "host/database/stubs.h"
@@ -22,6 +23,7 @@ T value(const AcDbDatabaseImp& imp, const ACHAR* name) {
 }  // namespace
 
 const host::HeaderValue& AcDbDatabaseImp::header(size_t index) const {
+  host::ReadLog::noteVariable(index);
   return index < header_.size() ? header_[index] : host::headerVariables()[index].initial;
 }
 
@@ -31,6 +33,7 @@ void AcDbDatabaseImp::setHeader(size_t index, host::HeaderValue value) {
   }
   if (openMarks && !undoing) journal.push_back({nullptr, false, {}, index, header_[index]});
   header_[index] = std::move(value);
+  noteVariable(index);
 }
 
 AcDbObjectId AcDbDatabase::clayer() const {

@@ -9,13 +9,28 @@ namespace host {
 constexpr size_t mostNestedVisits = 5'000'000;
 constexpr int deepestNesting = 64;
 
+/// What an operation left out.
+struct NestedLoss {
+  bool tooMany = false, tooDeep = false;
+  bool any() const { return tooMany || tooDeep; }
+};
+/// On the command line; nothing for no loss.
+void tellLoss(const NestedLoss& loss);
+
 /// The outermost one is the operation. At its end it tells on the command line when something was left out.
 class NestedOperation {
  public:
   NestedOperation();
+  /// One part of an operation that has visited so many before; the caller tells of `loss`.
+  explicit NestedOperation(size_t visitedBefore);
+  static size_t visits();
+  static NestedLoss loss();
   ~NestedOperation();
   NestedOperation(const NestedOperation&) = delete;
   NestedOperation& operator=(const NestedOperation&) = delete;
+
+ private:
+  bool tells_ = true;
 };
 
 /// The way into one reference.

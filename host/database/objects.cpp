@@ -2,6 +2,7 @@
 #include <cstdlib>
 
 #include "brx/db_dictionary.h"
+#include "host/database/changes.h"
 #include "host/database/fields.h"
 #include "host/database/group_codes.h"
 #include "host/database/memory_filer.h"
@@ -48,6 +49,7 @@ void host::markErased(AcDbStub& stub, bool erased) {
   stub.erased = erased;
   if (!erased) ++imp.revivals;
   ++imp.changes;
+  imp.note(stub);
 }
 
 const AcDbObjectId AcDbObjectId::kNull;
@@ -61,6 +63,7 @@ Acad::ErrorStatus acdbOpenAcDbObject(AcDbObject*& object, AcDbObjectId id, AcDb:
   object = nullptr;
   AcDbStub* const stub = id.stub();
   if (!stub) return Acad::eNullObjectId;
+  if (mode == AcDb::kForRead) host::ReadLog::noteObject(stub);
   if (!stub->object) return Acad::ePermanentlyErased;
   if (stub->erased && !openErased) return Acad::eWasErased;
   if (stub->writing) return Acad::eWasOpenForWrite;
@@ -91,6 +94,7 @@ void AcDbObject::assertWriteEnabled(bool autoUndo, bool) {
   if (!stub_) return;
   AcDbDatabaseImp& imp = stub_->database->imp();
   ++imp.changes;
+  imp.note(*stub_);
   if (imp.undoing) return;
   if (!stub_->writing) {
     std::fprintf(stderr, "The host ends: object %llx is changed but not open for write\n",

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <deque>
 #include <memory>
 #include <set>
 #include <typeindex>
@@ -13,6 +12,7 @@
 #include "brx/db_transactions.h"
 #include "host/database/group_list.h"
 #include "host/database/header_variables.h"
+#include "host/database/stub_pages.h"
 
 /// What stands behind an id: made once for each handle, kept as long as the database.
 struct AcDbStub {
@@ -21,6 +21,7 @@ struct AcDbStub {
   AcDbDatabase* database = nullptr;
   AcDbStub* owner = nullptr;
   Adesk::UInt16 readers = 0;
+  bool noted = false;            // among the changed objects of the drawing
   Adesk::UInt32 position = 0;    // among the entities of its block
   Adesk::UInt32 recordedAt = 0;  // undo mark since which the state before the first change is recorded
   bool writing = false, erased = false;
@@ -57,7 +58,7 @@ struct UndoRecord {
 
 struct AcDbDatabaseImp {
   static constexpr AcDbHandle pageSize = 64;
-  std::deque<AcDbStub> stubs;
+  host::StubPages stubs;
   /// Handles come in runs, so that pages of neighbours cost one pointer for each.
   std::unordered_map<AcDbHandle, std::unique_ptr<AcDbStub*[]>> pages;
   AcDbHandle nextHandle = 1;
@@ -74,10 +75,20 @@ struct AcDbDatabaseImp {
   Adesk::UInt64 revivals = 0;    // grows when something erased comes back, or the order of entities changes
   Adesk::UInt64 extentsKnownAt = 0;  // `changes` when the variables last told the extents
   std::vector<UndoRecord> journal;
+  /// For whoever draws the drawing (changes.h); nothing is noted before someone asks for it.
+  bool notesChanges = false;
+  std::vector<AcDbStub*> changed;
+  std::set<size_t> changedVariables;
   std::unique_ptr<AcDbTransactionManager, void (*)(AcDbTransactionManager*)> transactions{nullptr, nullptr};
   /// What rooms above keep for the drawing, by its type.
   std::unordered_map<std::type_index, std::shared_ptr<void>> keptByOthers;
 
+  void note(AcDbStub& stub) {
+    if (!notesChanges || stub.noted) return;
+    stub.noted = true;
+    changed.push_back(&stub);
+  }
+  void noteVariable(size_t variable);
   AcDbStub*& slot(AcDbHandle handle);
   AcDbStub* find(AcDbHandle handle) const;
   AcDbStub& make(AcDbDatabase& database, AcDbHandle handle);
@@ -133,7 +144,6 @@ struct HostAccess {
   /// A name of a file is taken as it stands.
   static void setName(AcDbSymbolTableRecord& record, std::wstring name) { record.name_ = std::move(name); }
   static Adesk::Int16 flags(const AcDbSymbolTableRecord& record) { return record.flags_; }
-  static const auto& names(const AcDbSymbolTable& table) { return table.byName_; }
   /// By the names' keys.
   static const auto& entries(const auto& dictionary) { return dictionary.entries_; }
 };

@@ -4,8 +4,11 @@
 #include <filesystem>
 
 #include "brx/db_database.h"
+#include "host/database/stubs.h"
+#include "host/root/host.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
+#include "platform/files/native_path.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -13,16 +16,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-DocumentLispMaker& lispMaker() {
-  static DocumentLispMaker maker;
-  return maker;
-}
+DocumentLispMaker& lispMaker() { return theOne<DocumentLispMaker>(); }
 
-std::wstring fullPath(const std::wstring& path) {
-  std::error_code problem;
-  const fs::path full = fs::absolute(toUtf8(path), problem);
-  return problem ? path : fromUtf8(full.lexically_normal().string());
-}
+std::wstring fullPath(const std::wstring& path) { return fromUtf8(platform::absolutePath(toUtf8(path))); }
 
 std::wstring baseName(const std::wstring& path) {
   return fromUtf8(fs::path(toUtf8(path)).filename().string());
@@ -56,6 +52,19 @@ Document::~Document() { deleteDrawing(); }
 
 void Document::deleteDrawing() { drawing_.reset(); }
 
+DocumentManager::DocumentManager() {
+  modules().setDocuments({
+      [this](const std::function<void()>& work) { forEach([&](Document&) { work(); }); },
+      [this](Application& application) {
+        forEach([&](Document& each) {
+          if (each.lisp()) each.lisp()->forget(application);
+        });
+      },
+  });
+}
+
+DocumentManager::~DocumentManager() { modules().setDocuments({}); }
+
 AcApDocumentIterator* DocumentManager::newAcApDocumentIterator() { return new DocumentIterator(open_); }
 
 Document* DocumentManager::find(const std::wstring& name) const {
@@ -77,6 +86,7 @@ Document& DocumentManager::add(std::wstring fileName, DrawingPointer drawing) {
   activate(added);
   editor().tell([&](AcEditorReactor& each) { each.databaseConstructed(added.database()); });
   modules().tellAll(AcRx::kLoadDwgMsg);
+  added.noteSaved();
   return added;
 }
 
@@ -99,6 +109,9 @@ Document* DocumentManager::openFile(const std::wstring& path, std::wstring& prob
   DrawingPointer drawing = openDrawing(full, problem);
   return drawing ? &add(full, std::move(drawing)) : nullptr;
 }
+
+bool Document::isChanged() const { return drawing_ && drawing_->imp().changes != savedAt_; }
+void Document::noteSaved() { savedAt_ = drawing_->imp().changes; }
 
 bool Document::isQuiescent() const { return !documents().isBusy(*this); }
 
@@ -155,6 +168,7 @@ bool DocumentManager::save(Document& document, const std::wstring& path, std::ws
     return false;
   }
   document.setFileName(full);
+  document.noteSaved();
   editor().tell([&](AcEditorReactor& each) { each.saveComplete(drawing, full.c_str()); });
   return true;
 }
@@ -208,22 +222,7 @@ DocumentLisp* DocumentManager::lisp() const {
   return closed_.empty() ? nullptr : closed_.back()->lisp();
 }
 
-DocumentManager& documents() {
-  static DocumentManager instance;
-  static const bool joined = [] {
-    modules().setDocuments({
-        [](const std::function<void()>& work) { instance.forEach([&](Document&) { work(); }); },
-        [](Application& application) {
-          instance.forEach([&](Document& each) {
-            if (each.lisp()) each.lisp()->forget(application);
-          });
-        },
-    });
-    return true;
-  }();
-  (void)joined;
-  return instance;
-}
+DocumentManager& documents() { return theOne<DocumentManager>(); }
 
 }  // namespace host
 

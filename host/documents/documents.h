@@ -25,11 +25,15 @@ class Document : public AcApDocument {
   /// Null where no maker was set.
   DocumentLisp* lisp() const { return lisp_.get(); }
   void setFileName(std::wstring fileName) { fileName_ = std::move(fileName); }
+  /// Whether something may have changed since the drawing was made, opened or saved.
+  bool isChanged() const;
+  void noteSaved();
   void deleteDrawing();
 
  private:
   std::wstring fileName_;
   DrawingPointer drawing_;
+  Adesk::UInt64 savedAt_ = 0;
   std::unique_ptr<DocumentLisp> lisp_;
 };
 
@@ -48,6 +52,8 @@ struct SentText {
 /// that closed the document; that of the last one lives on until another document is opened.
 class DocumentManager : public AcApDocManager {
  public:
+  DocumentManager();
+  ~DocumentManager() override;
   AcApDocument* curDocument() const override { return current_; }
   AcApDocument* mdiActiveDocument() const override { return active_; }
   AcApDocumentIterator* newAcApDocumentIterator() override;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "host/database/redo.h"
 #include "host/editor/request.h"
 
 namespace host {
@@ -17,15 +18,28 @@ struct UndoStep {
   size_t mark;
 };
 
+/// A step that UNDO took back: its marks from the last to the first, with the changes behind each.
+struct RedoStep {
+  struct Part {
+    UndoStep::Kind kind;
+    TakenBackPointer changes;
+  };
+  std::vector<Part> parts;
+};
+
 /// What the editor keeps for a drawing as long as it is open.
 struct DrawingState {
+  explicit DrawingState(AcDbDatabase& owner) : drawing(&owner) {}
   /// Chosen last, and chosen before a command was given.
   Entities previous, chosenBefore;
-  AcDbDatabase* drawing = nullptr;
+  AcDbDatabase* drawing;
   /// The command that waits for input; null when none is open.
   std::shared_ptr<OpenCommand> command;
   std::wstring lastCommand;
   std::vector<UndoStep> undoSteps;
+  /// As long as the drawing's `changeCount` is that of the last undo or redo.
+  std::vector<RedoStep> redoSteps;
+  Adesk::UInt64 redoCount = 0;
 };
 
 /// Of the current drawing; null when none is open.

@@ -1,6 +1,7 @@
 #include "host/editor/entity_pick.h"
 
 #include "brx/db_database.h"
+#include "host/access/coordinate_systems.h"
 #include "host/documents/variables.h"
 
 namespace host {
@@ -35,7 +36,7 @@ Pick namedEntity(const Answer& answer) {
 
 Pick pickAt(const AcGePoint3d& point) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
-  const auto hit = drawing ? entityAt(*drawing, point) : std::nullopt;
+  const auto hit = drawing ? entityAt(*drawing, userSystem() * point) : std::nullopt;
   return hit ? Pick{RTNORM, point, *hit} : failed(errorOfMissedPick);
 }
 

@@ -54,7 +54,9 @@ int acedGetPoint(const ads_point base, const ACHAR* prompt, ads_point result) {
 
 int acedGetCorner(const ads_point base, const ACHAR* prompt, ads_point result) {
   if (!base || !result) return RTERROR;
-  const int status = givePoint(host::ask(requestOf(Wanted::point, base, prompt)), result);
+  Request request = requestOf(Wanted::point, base, prompt);
+  request.rubberBox = true;
+  const int status = givePoint(host::ask(std::move(request)), result);
   if (status == RTNORM) result[2] = base[2];
   return status;
 }

@@ -56,7 +56,8 @@ Value getReal(const Call& call) { return result(call, requestOf(call, Wanted::re
 Value getInt(const Call& call) { return result(call, requestOf(call, Wanted::integer, false), ofInteger); }
 
 Value getCorner(const Call& call) {
-  const Request request = requestOf(call, Wanted::point, true);
+  Request request = requestOf(call, Wanted::point, true);
+  request.rubberBox = true;
   if (!request.base) lisp::failType(L"point:", call[0]);
   return result(call, request, [&](const Answer& answer) {
     return pointValue({answer.point.x, answer.point.y, request.base->z});

@@ -16,6 +16,9 @@ class KeywordList {
   explicit KeywordList(std::wstring_view text);
 
   bool empty() const { return words_.empty(); }
+  size_t size() const { return words_.size(); }
+  /// As a person sees it in prompts.
+  const std::wstring& shownAt(size_t place) const { return words_[place].text; }
   /// The name of the keyword that was typed, in any case, whole or shortened; "_" before it asks for the
   /// program's name. Nothing when it is none or too short.
   std::optional<std::wstring> match(std::wstring_view typed) const;

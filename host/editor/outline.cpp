@@ -15,8 +15,6 @@ constexpr int chordsOfTurn = 256;
 /// Blocks have a bound of their own; this is for modules' entities that draw each other.
 constexpr size_t deepestDrawing = 1000;
 
-AcGePoint2d fromAbove(const AcGePoint3d& point) { return {point.x, point.y}; }
-
 text::Format formatOf(const AcGiTextStyle& style) {
   text::Format format;
   format.font = &text::fontNamed(style.fileName(), style.isBold(), style.isItalic());
@@ -27,11 +25,12 @@ text::Format formatOf(const AcGiTextStyle& style) {
   return format;
 }
 
-/// Takes what entities draw, and keeps its look from above.
+/// Takes what entities draw, and keeps its look in the view's plane.
 class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEntityTraits {
  public:
-  OutlineMaker(const VisibleLayers& layers, const VisitOutlinePiece& visit)
-      : layers_(layers), visit_(visit), source_([this] { return sourceNow(); }) {
+  OutlineMaker(const VisibleLayers& layers, const view::Projection& projection,
+               const VisitOutlinePiece& visit)
+      : layers_(layers), projection_(projection), visit_(visit), source_([this] { return sourceNow(); }) {
     transforms_.emplace_back();
   }
 
@@ -108,7 +107,16 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
 
  private:
   const AcGeMatrix3d& top() const { return transforms_.back(); }
-  AcGePoint2d seen(const AcGePoint3d& point) const { return fromAbove(top() * point); }
+  AcGePoint2d seen(const AcGePoint3d& point) const { return inPlane(top() * point); }
+  AcGePoint2d inPlane(const AcGePoint3d& point) const {
+    const view::PlanePoint p = projection_(point);
+    return {p.x, p.y};
+  }
+  /// Across and up in the plane, and towards the one who looks.
+  AcGeVector3d inView(const AcGeVector3d& v) const {
+    const view::PlanePoint p = projection_(v);
+    return {p.x, p.y, v.dotProduct(projection_.towards())};
+  }
 
   OutlineSource sourceNow() const {
     OutlineSource source{levels_.back().entity, levels_.back().toWorld, {}};
@@ -121,25 +129,27 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
   }
 
   /// `x` and `y` are radii at a right angle to each other before the transform, `x` to the start.
-  void addArc(const AcGePoint3d& centre, const AcGeVector3d& x, const AcGeVector3d& y, double sweep) {
+  void addArc(const AcGePoint3d& centre, const AcGeVector3d& xOfWorld, const AcGeVector3d& yOfWorld,
+              double sweep) {
+    const AcGeVector3d x = inView(xOfWorld), y = inView(yOfWorld);
     constexpr double roundness = 1e-9;
     const double radius = x.length(), slack = roundness * std::max(1.0, radius);
     sweep = std::min(sweep, fullTurn);
     const bool isRound = std::abs(radius - y.length()) <= slack && std::abs(x.z) <= slack &&
                          std::abs(y.z) <= slack &&
                          std::abs(x.dotProduct(y)) <= roundness * std::max(1.0, radius * radius);
-    if (!isRound) return addChords(centre, x, y, sweep);
+    if (!isRound) return addChords(inPlane(centre), x.convert2d(), y.convert2d(), sweep);
     const bool toTheLeft = x.x * y.y - x.y * y.x >= 0;
     const double start = x.convert2d().angle();
-    add(PlaneArc{fromAbove(centre), radius, toTheLeft ? start : start - sweep, sweep});
+    add(PlaneArc{inPlane(centre), radius, toTheLeft ? start : start - sweep, sweep});
   }
 
-  void addChords(const AcGePoint3d& centre, const AcGeVector3d& x, const AcGeVector3d& y, double sweep) {
+  void addChords(const AcGePoint2d& centre, const AcGeVector2d& x, const AcGeVector2d& y, double sweep) {
     const int count = std::max(1, static_cast<int>(std::ceil(chordsOfTurn * sweep / fullTurn)));
-    AcGePoint2d former = fromAbove(centre + x);
+    AcGePoint2d former = centre + x;
     for (int i = 1; i <= count; ++i) {
       const double angle = sweep * i / count;
-      const AcGePoint2d next = fromAbove(centre + x * std::cos(angle) + y * std::sin(angle));
+      const AcGePoint2d next = centre + x * std::cos(angle) + y * std::sin(angle);
       add(PlaneSegment{former, next});
       former = next;
     }
@@ -152,6 +162,7 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
   };
 
   const VisibleLayers& layers_;
+  const view::Projection& projection_;
   const VisitOutlinePiece& visit_;
   const std::function<OutlineSource()> source_;
   std::vector<AcGeMatrix3d> transforms_;
@@ -161,8 +172,9 @@ class OutlineMaker : public AcGiWorldDraw, public AcGiGeometry, public AcGiSubEn
 
 }  // namespace
 
-void forEachOutlinePiece(AcDbEntity& entity, const VisibleLayers& layers, const VisitOutlinePiece& visit) {
-  OutlineMaker(layers, visit).visitPiecesOf(entity);
+void forEachOutlinePiece(AcDbEntity& entity, const VisibleLayers& layers, const view::Projection& projection,
+                         const VisitOutlinePiece& visit) {
+  OutlineMaker(layers, projection, visit).visitPiecesOf(entity);
 }
 
 }  // namespace host

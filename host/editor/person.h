@@ -13,6 +13,8 @@ class Person {
   /// Waits for the next input. A line comes as it was typed, blanks and all; cursor moves come only where the
   /// request follows the cursor. `Cancel` when the input ended or was interrupted.
   virtual InputItem next(const Request& request) = 0;
+  /// False when nobody would answer now.
+  virtual bool isPresent() const { return true; }
 };
 
 /// Null where nobody is there: then the host never waits.

@@ -9,6 +9,10 @@
 #include "brx/ge_point.h"
 #include "host/editor/keywords.h"
 
+namespace host::view {
+struct DisplayList;
+}
+
 namespace host {
 
 /// What a prompt asks for, what comes in, and what the program gets.
@@ -32,8 +36,12 @@ struct Request {
   bool followsCursor = false;
   /// Points of the cursor are bound to the axes through the base.
   bool ortho = false;
-  /// A line from the base to the cursor is to be seen.
-  bool rubberBand = false;
+  /// A line from the base to the cursor is to be seen, or a box between them.
+  bool rubberBand = false, rubberBox = false;
+  /// Chosen up to now, where entities are chosen.
+  std::vector<AcDbObjectId> chosen = {};
+  /// What is dragged, as the last sample left it; null where nothing is to be seen.
+  const view::DisplayList* image = nullptr;
 };
 
 /// What comes in.

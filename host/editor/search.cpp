@@ -6,31 +6,20 @@
 #include "host/database/nested_visits.h"
 #include "host/database/spaces.h"
 #include "host/documents/variables.h"
+#include "host/view/camera.h"
+#include "host/view/picking.h"
 
 namespace host {
 namespace {
-
-PlaneBox boxOf(const AcDbExtents& extents) {
-  PlaneBox box;
-  box.add({extents.minPoint().x, extents.minPoint().y});
-  box.add({extents.maxPoint().x, extents.maxPoint().y});
-  return box;
-}
-
-/// A quick look that spares most outlines.
-bool mayTouch(const AcDbEntity& entity, const Region& region) {
-  AcDbExtents extents;
-  if (entity.getGeomExtents(extents) != Acad::eOk || extents.isEmpty()) return true;
-  return region.bounds().meets(boxOf(extents));
-}
 
 bool touches(const Region& region, const OutlinePiece& piece) {
   return std::visit([&](const auto& shape) { return region.touches(shape); }, piece);
 }
 
-bool liesIn(AcDbEntity& entity, const VisibleLayers& layers, const Region& region, Lies lies) {
+bool liesIn(AcDbEntity& entity, const VisibleLayers& layers, const view::Projection& projection,
+            const Region& region, Lies lies) {
   bool touched = false, allInside = true;
-  forEachOutlinePiece(entity, layers, [&](const OutlinePiece& piece, const auto&) {
+  forEachOutlinePiece(entity, layers, projection, [&](const OutlinePiece& piece, const auto&) {
     if (lies == Lies::partly) return !(touched = touches(region, piece));
     touched = true;
     return allInside = std::visit([&](const auto& shape) { return region.holds(shape); }, piece);
@@ -48,6 +37,14 @@ double numberOr(std::wstring_view name, double otherwise) {
 
 bool isShown(const AcDbEntity& entity, const VisibleLayers::State& layer) {
   return layer.isVisible() && entity.visibility() == AcDb::kVisible;
+}
+
+/// In the order of drawing; the rest can't meet the region.
+std::vector<AcDbObjectId> candidates(AcDbDatabase& drawing, const view::Projection& projection,
+                                     const Region& region) {
+  const PlaneBox& box = region.bounds();
+  return view::entitiesNear(view::Scene::of(drawing), projection,
+                            {box.low.x, box.low.y, box.high.x, box.high.y});
 }
 
 const std::vector<AcDbObjectId>* entityIdsOf(AcDbObjectId space) {
@@ -76,34 +73,42 @@ void forEachEntity(AcDbDatabase& drawing, Spaces spaces,
 }
 
 std::vector<AcDbObjectId> entitiesIn(AcDbDatabase& drawing, const Region& region, Lies lies) {
+  const view::Projection projection = view::Camera::of(drawing).projection();
+  const std::vector<AcDbObjectId> near = candidates(drawing, projection, region);
   const NestedOperation operation;
-  std::vector<AcDbObjectId> found;
   const VisibleLayers layers(drawing);
-  forEachEntity(drawing, Spaces::current, [&](AcDbEntity& entity, VisibleLayers::State layer) {
-    if (!isShown(entity, layer) || !mayTouch(entity, region)) return;
-    if (liesIn(entity, layers, region, lies)) found.push_back(entity.objectId());
-  });
+  std::vector<AcDbObjectId> found;
+  for (const AcDbObjectId& id : near) {
+    AcDbObjectPointer<AcDbEntity> entity(id);
+    if (!entity.object() || !isShown(*entity, layers.of(entity->layerId()))) continue;
+    if (liesIn(*entity, layers, projection, region, lies)) found.push_back(id);
+  }
   return found;
 }
 
-Region apertureAt(const AcGePoint3d& point) {
-  constexpr double screenHeight = 1000;  // pixels of a view that nobody has sized
-  const double half = numberOr(L"PICKBOX", 3) * numberOr(L"VIEWSIZE", 9) / screenHeight;
-  return Region::box({point.x - half, point.y - half}, {point.x + half, point.y + half});
+AcGePoint2d inViewPlane(AcDbDatabase& drawing, const AcGePoint3d& point) {
+  const view::PlanePoint seen = view::Camera::of(drawing).projection()(point);
+  return {seen.x, seen.y};
+}
+
+Region apertureAt(AcDbDatabase& drawing, const AcGePoint3d& point, Aperture kind) {
+  const double pixels = kind == Aperture::pick ? numberOr(L"PICKBOX", 3) : numberOr(L"APERTURE", 10);
+  const double half = pixels * view::Camera::of(drawing).pixel();
+  const AcGePoint2d middle = inViewPlane(drawing, point);
+  return Region::box({middle.x - half, middle.y - half}, {middle.x + half, middle.y + half});
 }
 
 std::optional<Hit> entityAt(AcDbDatabase& drawing, const AcGePoint3d& point) {
+  const view::Projection projection = view::Camera::of(drawing).projection();
+  const Region aperture = apertureAt(drawing, point);
+  const std::vector<AcDbObjectId> near = candidates(drawing, projection, aperture);
   const NestedOperation operation;
   const VisibleLayers layers(drawing);
-  const Region aperture = apertureAt(point);
-  const auto* const ids = entityIdsOf(currentSpace(drawing));
-  if (!ids) return std::nullopt;
-  for (auto each = ids->rbegin(); each != ids->rend(); ++each) {
+  for (auto each = near.rbegin(); each != near.rend(); ++each) {
     AcDbObjectPointer<AcDbEntity> entity(*each);
     if (!entity.object() || !isShown(*entity, layers.of(entity->layerId()))) continue;
-    if (!mayTouch(*entity, aperture)) continue;
     std::optional<Hit> hit;
-    forEachOutlinePiece(*entity, layers, [&](const OutlinePiece& piece, const auto& source) {
+    forEachOutlinePiece(*entity, layers, projection, [&](const OutlinePiece& piece, const auto& source) {
       if (touches(aperture, piece)) hit = Hit{*each, source()};
       return !hit;
     });

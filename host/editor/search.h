@@ -6,7 +6,7 @@
 
 namespace host {
 
-/// Entities of the current space by where they are.
+/// Entities of the current space by where they are in its current view. Regions are in the view's plane.
 
 enum class Lies { wholly, partly };
 
@@ -14,8 +14,11 @@ enum class Lies { wholly, partly };
 /// that are off or frozen.
 std::vector<AcDbObjectId> entitiesIn(AcDbDatabase& drawing, const Region& region, Lies lies);
 
-/// A pick's aperture around a point, as large as the pick box in the current view.
-Region apertureAt(const AcGePoint3d& point);
+/// Where a point is in the plane of the current view; from above, its x and y.
+AcGePoint2d inViewPlane(AcDbDatabase& drawing, const AcGePoint3d& point);
+/// The aperture of a pick around a point, or of an object snap: so many pixels to each side.
+enum class Aperture { pick, snap };
+Region apertureAt(AcDbDatabase& drawing, const AcGePoint3d& point, Aperture kind = Aperture::pick);
 
 struct Hit {
   AcDbObjectId entity;

@@ -2,6 +2,7 @@
 
 #include "brx/db_calls.h"
 #include "brx/db_database.h"
+#include "host/access/coordinate_systems.h"
 #include "host/documents/variables.h"
 #include "host/editor/acquisition.h"
 #include "host/editor/drawing_state.h"
@@ -26,7 +27,14 @@ const wchar_t* const expected =
     L"\n*Invalid selection*\nExpects a point or "
     L"Window/Last/Crossing/BOX/ALL/Fence/WPolygon/CPolygon/Add/Remove/Multiple/Previous/Undo/AUto/SIngle";
 
-AcGePoint2d flat(const AcGePoint3d& point) { return {point.x, point.y}; }
+AcGePoint2d seen(const AcGePoint3d& point) {
+  AcDbDatabase* const drawing = acdbHostWorkingDatabase();
+  return drawing ? inViewPlane(*drawing, userSystem() * point) : AcGePoint2d{point.x, point.y};
+}
+/// From the left corner to the right one what lies inside, the other way what is touched.
+Lies liesBetween(const AcGePoint3d& first, const AcGePoint3d& second) {
+  return seen(first).x <= seen(second).x ? Lies::wholly : Lies::partly;
+}
 
 Entities inRegion(const Region& region, Lies lies) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
@@ -122,6 +130,7 @@ Task<std::optional<AcGePoint3d>> askPoint(InputSource& source, std::wstring prom
   Request request;
   request.prompt = std::move(prompt);
   request.base = base;
+  request.rubberBox = base && !enterEnds;
   if (!enterEnds) request.rules.bits = 1;
   const Answer answer = co_await acquire(source, std::move(request));
   co_return answer.given() ? std::optional(answer.point) : std::nullopt;
@@ -133,8 +142,8 @@ Task<Entities> chooseInBox(InputSource& source, std::optional<Lies> lies) {
   if (!first) co_return Entities();
   const auto second = co_await askPoint(source, L"\nSpecify opposite corner: ", first, false);
   if (!second) co_return Entities();
-  if (!lies) lies = first->x <= second->x ? Lies::wholly : Lies::partly;
-  co_return inRegion(Region::box(flat(*first), flat(*second)), *lies);
+  if (!lies) lies = liesBetween(*first, *second);
+  co_return inRegion(Region::box(seen(*first), seen(*second)), *lies);
 }
 
 /// By points up to Enter.
@@ -147,7 +156,7 @@ Task<Entities> chooseByPoints(InputSource& source, Region::Kind kind, Lies lies)
     const auto point = co_await askPoint(source, prompt, last, true);
     if (!point) break;
     last = point;
-    corners.push_back(flat(*point));
+    corners.push_back(seen(*point));
     prompt = kind == Region::Kind::fence ? L"\nSpecify next fence point: " : L"\nSpecify endpoint of line: ";
   }
   const size_t fewest = kind == Region::Kind::fence ? 2 : 3;
@@ -175,8 +184,8 @@ Task<Choice> chooseAt(InputSource& source, const SelectionWish& wish, AcGePoint3
     choice.kind = Choice::Kind::cancelled;
     co_return choice;
   }
-  const Lies lies = point.x <= corner->x ? Lies::wholly : Lies::partly;
-  choice.entities = inRegion(Region::box(flat(point), flat(*corner)), lies);
+  const Lies lies = liesBetween(point, *corner);
+  choice.entities = inRegion(Region::box(seen(point), seen(*corner)), lies);
   co_return choice;
 }
 
@@ -236,7 +245,8 @@ Task<Choice> chooseTyped(InputSource& source, std::wstring text, Choosing& choos
 }
 
 Task<Choice> chooseOnce(InputSource& source, Choosing& choosing, SelectionWish& wish) {
-  const Request request{Wanted::entity, choosing.prompt(), {}, {}};
+  Request request{Wanted::entity, choosing.prompt(), {}, {}};
+  request.chosen = choosing.set.entities();
   source.prompt(request.prompt);
   const InputItem item = co_await NextInput{source, request};
   Choice choice;
@@ -272,8 +282,9 @@ Selected finished(SelectionSet set) {
 Entities entitiesAtPick(const AcGePoint3d& point, bool everything) {
   AcDbDatabase* const drawing = acdbHostWorkingDatabase();
   if (!drawing) return {};
-  if (everything) return entitiesIn(*drawing, apertureAt(point), Lies::partly);
-  const auto hit = entityAt(*drawing, point);
+  const AcGePoint3d place = userSystem() * point;
+  if (everything) return entitiesIn(*drawing, apertureAt(*drawing, place), Lies::partly);
+  const auto hit = entityAt(*drawing, place);
   return hit ? Entities{hit->entity} : Entities();
 }
 

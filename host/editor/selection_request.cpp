@@ -1,6 +1,7 @@
 #include "host/editor/selection_request.h"
 
 #include "brx/db_database.h"
+#include "host/access/coordinate_systems.h"
 #include "host/documents/documents.h"
 #include "host/documents/variables.h"
 #include "host/editor/drawing_state.h"
@@ -57,11 +58,14 @@ Selected chooseInRegion(const Region& region, Lies lies, const SelectionWish& wi
   return selectedFrom(drawing ? entitiesIn(*drawing, region, lies) : Entities(), wish);
 }
 
-AcGePoint2d flat(const AcGePoint3d& point) { return {point.x, point.y}; }
+AcGePoint2d seen(const AcGePoint3d& point) {
+  AcDbDatabase* const drawing = acdbHostWorkingDatabase();
+  return drawing ? inViewPlane(*drawing, userSystem() * point) : AcGePoint2d{point.x, point.y};
+}
 
 Selected chooseInCorners(const SelectionRequest& request) {
   if (request.points.size() < 2) return {RTREJ, {}};
-  const AcGePoint2d a = flat(request.points[0]), b = flat(request.points[1]);
+  const AcGePoint2d a = seen(request.points[0]), b = seen(request.points[1]);
   const bool wholly = request.mode.way == Way::window || (request.mode.way == Way::box && a.x <= b.x);
   return chooseInRegion(Region::box(a, b), wholly ? Lies::wholly : Lies::partly, request.wish);
 }
@@ -70,7 +74,7 @@ Selected chooseByPoints(const SelectionRequest& request) {
   const bool isFence = request.mode.way == Way::fence;
   if (request.points.size() < (isFence ? 2u : 3u)) return {RTREJ, {}};
   std::vector<AcGePoint2d> corners;
-  for (const AcGePoint3d& each : request.points) corners.push_back(flat(each));
+  for (const AcGePoint3d& each : request.points) corners.push_back(seen(each));
   const Lies lies = request.mode.way == Way::windowPolygon ? Lies::wholly : Lies::partly;
   return chooseInRegion(Region(isFence ? Region::Kind::fence : Region::Kind::polygon, std::move(corners)),
                         lies, request.wish);

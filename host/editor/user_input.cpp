@@ -7,6 +7,7 @@
 #include "host/bridge/values.h"
 #include "host/console/command_line.h"
 #include "host/lisp/printer.h"
+#include "host/root/host.h"
 #include "host/script/queues.h"
 #include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
@@ -16,10 +17,7 @@ namespace {
 
 using lisp::Value;
 
-std::unique_ptr<Person>& currentPerson() {
-  static std::unique_ptr<Person> instance;
-  return instance;
-}
+std::unique_ptr<Person>& currentPerson() { return theOne<std::unique_ptr<Person>>(); }
 
 class TypingPerson final : public Person {
  public:
@@ -118,7 +116,10 @@ InputItem itemOf(const Value& value) {
   return Typed{lisp::printed(value, lisp::Style::readable)};
 }
 
-Person* person() { return currentPerson().get(); }
+Person* person() {
+  Person* const present = currentPerson().get();
+  return present && present->isPresent() ? present : nullptr;
+}
 void setPerson(std::unique_ptr<Person> next) { currentPerson() = std::move(next); }
 void setLineReader(LineReader reader) { setPerson(std::make_unique<TypingPerson>(std::move(reader))); }
 
@@ -189,9 +190,6 @@ InputItem UserInput::takeFromPerson(const Request& request) {
   }
 }
 
-UserInput& userInput() {
-  static UserInput instance;
-  return instance;
-}
+UserInput& userInput() { return theOne<UserInput>(); }
 
 }  // namespace host

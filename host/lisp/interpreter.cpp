@@ -1,7 +1,5 @@
 #include "host/lisp/interpreter.h"
 
-#include <sys/resource.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +9,7 @@
 #include "host/lisp/code.h"
 #include "host/lisp/printer.h"
 #include "host/lisp/reader.h"
+#include "platform/process/limits.h"
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"
 
@@ -25,10 +24,7 @@ constexpr size_t mostStack = size_t{256} << 20;
 
 const char* lowestUsableStack() {
   const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
-  rlimit limit{};
-  size_t size = size_t{8} << 20;
-  if (getrlimit(RLIMIT_STACK, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) size = limit.rlim_cur;
-  return here - (std::min(size, mostStack) - reservedStack);
+  return here - (std::min(stackLimit(), mostStack) - reservedStack);
 }
 
 }  // namespace
@@ -265,11 +261,17 @@ void Interpreter::tellProgram(LispError& error, const Function* native) {
 }
 
 void Interpreter::slowStep() {
-  switch (wantedEnd_.exchange(End::none)) {
+  End wanted = wantedEnd_.exchange(End::none);
+  if (wanted == End::look) {
+    if (look_) look_();
+    wanted = wantedEnd_.exchange(End::none);
+  }
+  switch (wanted) {
     case End::cancelled:
       fail(L"Function cancelled");
     case End::memory:
       fail(L"insufficient memory");
+    case End::look:
     case End::none:
       break;
   }

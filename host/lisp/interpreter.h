@@ -3,6 +3,7 @@
 #include <atomic>
 #include <cstddef>
 #include <exception>
+#include <functional>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -43,7 +44,7 @@ class LispExit : public LispError {
 /// The LISP of one document: its symbols with their values, and the evaluator. Values may be handed from
 /// one interpreter to another as long as they hold no symbols but T. All of one thread.
 class Interpreter {
-  enum class End : uint8_t { none, cancelled, memory };
+  enum class End : uint8_t { none, look, cancelled, memory };
 
  public:
   explicit Interpreter(Services& services);
@@ -84,6 +85,13 @@ class Interpreter {
   static void interrupt() { wantedEnd_ = End::cancelled; }
   /// The same for want of memory, while there is enough left to go on until then.
   static void endForMemory() { wantedEnd_ = End::memory; }
+  /// What `lookUp` asks to be called, in the evaluation, which goes on afterwards.
+  static void setLook(std::function<void()> look) { look_ = std::move(look); }
+  /// Of any thread: an evaluation that runs looks about at its next step.
+  static void lookUp() {
+    End wanted = End::none;
+    wantedEnd_.compare_exchange_strong(wanted, End::look);
+  }
   /// An interrupt that somebody else serves: whether there was one.
   static bool takeInterrupt() {
     End wanted = End::cancelled;
@@ -203,6 +211,7 @@ class Interpreter {
   const char* lowestStack_;
   /// One thread runs all interpreters, and whoever asks doesn't know which.
   static inline std::atomic<End> wantedEnd_ = End::none;
+  static inline std::function<void()> look_;
 };
 
 /// Runs `work`; where it finds no memory, the language's error.

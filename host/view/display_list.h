@@ -74,6 +74,7 @@ struct DisplayList {
   std::vector<Arc> arcs;
   std::vector<Letters> letters;
   MarkLook marks;
+  bool hasMarks = false;
   /// How far the chords that entities drew for their curves may be off; 0 when none drew any.
   double deviation = 0;
   /// Things that were left out: not finite, or beyond the bound on a list's length.

@@ -12,28 +12,19 @@ constexpr double finest = 2, mostPixels = 16e6;
 constexpr int fewestChords = 12, mostChords = 720;
 constexpr std::uint32_t plainFace = 0xB4B4B4;
 
+/// The finest that doesn't grow beyond the bound.
+double finenessOf(int width, int height) {
+  return std::min(finest, std::sqrt(mostPixels / (static_cast<double>(width) * height)));
+}
+int fineSize(int size, double fineness) { return std::max(1, static_cast<int>(size * fineness)); }
+
 class Hider {
  public:
-  Hider(const DisplayList& list, DepthBuffer& buffer, Ground ground, SeenList& seen)
-      : list_(list), buffer_(buffer), ground_(ground), seen_(seen) {}
+  Hider(const DisplayList& list, const DepthBuffer& buffer, DisplayList& seen)
+      : list_(list), buffer_(buffer), seen_(seen) {}
 
-  void run() {
-    seen_.lines.styles = list_.styles;
-    seen_.lines.patterns = list_.patterns;
-    seen_.lines.marks = list_.marks;
-    for (const Item& each : list_.items) {
-      if (each.kind != Item::polygon) continue;
-      const Ink& ink = list_.styles[each.style].ink;
-      // In the ground's contrast, black or white, light and shadow couldn't be told apart.
-      const std::uint32_t rgb = ink.role == Ink::contrast ? plainFace : rgbOf(ink, ground_);
-      buffer_.addFace(&list_.points[each.first], each.count, rgb);
-    }
-    for (const Item& each : list_.items) show(each);
-  }
-
- private:
   void show(const Item& item) {
-    DisplayList& out = seen_.lines;
+    DisplayList& out = seen_;
     switch (item.kind) {
       case Item::polygon:
         return;
@@ -54,6 +45,7 @@ class Hider {
     }
   }
 
+ private:
   static std::vector<AcGePoint3d> chordsOf(const Arc& arc) {
     const int count =
         std::clamp(static_cast<int>(std::abs(arc.sweep) * mostChords / 6.3), fewestChords, mostChords);
@@ -86,33 +78,44 @@ class Hider {
   }
 
   void addLine(const std::vector<AcGePoint3d>& points, std::uint32_t style, Item::Kind kind) {
-    DisplayList& out = seen_.lines;
+    DisplayList& out = seen_;
     out.items.push_back({kind, style, static_cast<std::uint32_t>(out.points.size()),
                          static_cast<std::uint32_t>(points.size())});
     out.points.insert(out.points.end(), points.begin(), points.end());
   }
 
   const DisplayList& list_;
-  DepthBuffer& buffer_;
-  Ground ground_;
-  SeenList& seen_;
+  const DepthBuffer& buffer_;
+  DisplayList& seen_;
 };
 
 }  // namespace
 
-SeenList seenList(const DisplayList& list, const Projection& projection, const PlaneBox& window, int width,
-                  int height, Ground ground) {
-  SeenList seen;
-  const bool hasFaces = std::any_of(list.items.begin(), list.items.end(),
-                                    [](const Item& each) { return each.kind == Item::polygon; });
-  if (!hasFaces) return seen.lines = list, seen;
-  const double fineness = std::min(finest, std::sqrt(mostPixels / (static_cast<double>(width) * height)));
-  seen.width = std::max(1, static_cast<int>(width * fineness));
-  seen.height = std::max(1, static_cast<int>(height * fineness));
-  DepthBuffer buffer(seen.width, seen.height, window, projection);
-  Hider(list, buffer, ground, seen).run();
-  seen.pixels = buffer.pixels();
-  return seen;
+HiddenView::HiddenView(const Projection& projection, const PlaneBox& window, int width, int height,
+                       Ground ground)
+    : ground_(ground),
+      buffer_(fineSize(width, finenessOf(width, height)), fineSize(height, finenessOf(width, height)), window,
+              projection) {}
+
+void HiddenView::addFaces(const DisplayList& list, std::uint32_t first, std::uint32_t count) {
+  for (std::uint32_t i = first; i < first + count; ++i) {
+    const Item& item = list.items[i];
+    if (item.kind != Item::polygon) continue;
+    hasFaces_ = true;
+    const Ink& ink = list.styles[item.style].ink;
+    // In the ground's contrast, black or white, light and shadow couldn't be told apart.
+    const std::uint32_t rgb = ink.role == Ink::contrast ? plainFace : rgbOf(ink, ground_);
+    buffer_.addFace(&list.points[item.first], item.count, rgb);
+  }
+}
+
+void HiddenView::seenOf(const DisplayList& list, std::uint32_t first, std::uint32_t count,
+                        DisplayList& seen) const {
+  seen.items.clear(), seen.points.clear(), seen.arcs.clear(), seen.letters.clear();
+  seen.styles = list.styles, seen.patterns = list.patterns;
+  seen.marks = list.marks, seen.hasMarks = list.hasMarks;
+  Hider hider(list, buffer_, seen);
+  for (std::uint32_t i = first; i < first + count; ++i) hider.show(list.items[i]);
 }
 
 }  // namespace host::view

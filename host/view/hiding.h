@@ -5,17 +5,27 @@
 
 namespace host::view {
 
-/// What of a list is seen when its faces hide what lies behind them.
-struct SeenList {
-  /// Lines as far as they are seen, and no faces; the drawing's scale must still be that of the whole list.
-  DisplayList lines;
-  /// The faces in their light, finer than the picture; 0 where there are none. Empty without faces.
-  std::vector<std::uint32_t> pixels;
-  int width = 0, height = 0;
-};
+/// How much faces cover: nothing, what lies behind them, or that and they are seen in their light.
+enum class Visual { wires, hidden, shaded };
 
-/// `window` is the part of the plane that a picture of `width` by `height` shows.
-SeenList seenList(const DisplayList& list, const Projection& projection, const PlaneBox& window, int width,
-                  int height, Ground ground);
+/// What is seen when faces hide what lies behind them. First all faces are added, then lists are asked for
+/// one after another.
+class HiddenView {
+ public:
+  /// `window` is the part of the plane that a picture of `width` by `height` shows; what is kept is finer.
+  HiddenView(const Projection& projection, const PlaneBox& window, int width, int height, Ground ground);
+
+  void addFaces(const DisplayList& list, std::uint32_t first, std::uint32_t count);
+  bool hasFaces() const { return hasFaces_; }
+  /// Lines as far as they are seen, and no faces; `seen` is overwritten.
+  void seenOf(const DisplayList& list, std::uint32_t first, std::uint32_t count, DisplayList& seen) const;
+  /// The faces in their light.
+  Backdrop faces() const { return {&buffer_.pixels(), buffer_.width(), buffer_.height()}; }
+
+ private:
+  Ground ground_;
+  DepthBuffer buffer_;
+  bool hasFaces_ = false;
+};
 
 }  // namespace host::view

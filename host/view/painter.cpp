@@ -23,39 +23,92 @@ constexpr double smallestLetters = 1.5;
 /// Strokes of one style that go to the surface together: many, but a path of too many is slow.
 constexpr int mostStrokes = 256;
 
-class Painter {
- public:
-  Painter(const DisplayList& list, const Canvas& canvas)
-      : list_(list),
-        canvas_(canvas),
-        cairo_(canvas.cairo),
-        scale_(canvas.width / (canvas.window.right - canvas.window.left)),
-        bounds_{-beyondPicture, -beyondPicture, canvas.width + beyondPicture, canvas.height + beyondPicture} {
-  }
+}  // namespace
 
-  void run() {
+class Painter::Work {
+ public:
+  explicit Work(const Surface& surface)
+      : surface_(surface),
+        lines_(surface.pixels),
+        cairo_(surface.cairo),
+        scale_(surface.width / (surface.window.right - surface.window.left)),
+        bounds_{-beyondPicture, -beyondPicture, surface.width + beyondPicture,
+                surface.height + beyondPicture} {
+    cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
+    cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
+    if (!hasPixels()) return;
+    cairo_surface_flush(cairo_get_target(cairo_));
+    const PixelBox& clip = surface_.pixels.clip;
+    cairo_reset_clip(cairo_);
+    cairo_rectangle(cairo_, clip.left, clip.top, clip.width(), clip.height());
+    cairo_clip(cairo_);
+  }
+  ~Work() {
+    if (hasPixels()) cairo_surface_mark_dirty(cairo_get_target(cairo_));
+  }
+  Work(const Work&) = delete;
+  Work& operator=(const Work&) = delete;
+
+  void paintGround() {
     setColour(colourOf({Ink::ground}));
     cairo_paint(cairo_);
     paintBackdrop();
-    cairo_set_line_cap(cairo_, CAIRO_LINE_CAP_ROUND);
-    cairo_set_line_join(cairo_, CAIRO_LINE_JOIN_ROUND);
-    for (const Item& each : list_.items) {
-      if (canvas_.window.meets(boxOf(list_, each, canvas_.projection))) paintItem(each);
+  }
+  void paint(const DisplayList& list, std::uint32_t first, std::uint32_t count) {
+    list_ = &list, style_ = nullptr;
+    // Few items are painted sooner than looked at.
+    constexpr std::uint32_t few = 4;
+    const double reach = count > few ? reachOf(list) / scale_ : 0;
+    const PlaneBox seen = grown(seenWindow(), reach);
+    for (std::uint32_t i = first; i < first + count; ++i) {
+      const Item& item = list.items[i];
+      if (count <= few || seen.meets(boxOf(list, item, surface_.projection))) paintItem(item);
     }
     flush();
   }
+  void paintDot(const PlanePoint& at, const Ink& ink) { lines_.dot(onSurface(at), colourOf(ink)); }
+  void setAccent(const std::optional<Accent>& accent) { accent_ = accent; }
+
+  double reachOf(const DisplayList& list) const {
+    constexpr double smoothing = 2, widest = 2.11;  // millimetres
+    double reach = smoothing + widest * surface_.unitsPerMillimetre / 2;
+    if (list.hasMarks) reach = std::max(reach, 2 * markSize(list.marks) + smoothing);
+    return reach;
+  }
 
  private:
-  std::uint32_t colourOf(const Ink& ink) const { return rgbOf(ink, canvas_.ground); }
+  std::uint32_t colourOf(const Ink& ink) const {
+    return accent_ ? accent_->rgb : rgbOf(ink, surface_.ground);
+  }
+  static PlaneBox grown(const PlaneBox& box, double by) {
+    return {box.left - by, box.bottom - by, box.right + by, box.top + by};
+  }
+  /// The part of the plane that shows within the clip.
+  PlaneBox seenWindow() const {
+    if (!hasPixels()) return surface_.window;
+    const PixelBox& clip = surface_.pixels.clip;
+    const auto x = [&](double at) { return surface_.window.left + (at + surface_.shiftX) / scale_; };
+    const auto y = [&](double at) {
+      return surface_.window.bottom + (surface_.height - at - surface_.shiftY) / scale_;
+    };
+    return {x(clip.left), y(clip.bottom), x(clip.right), y(clip.top)};
+  }
+  bool hasPixels() const { return surface_.pixels.data != nullptr; }
+  bool isThin() const { return hasPixels() && lineWidth_ == 1; }
+  double markSize(const MarkLook& look) const {
+    const double percent = look.size < 0 ? -look.size : 5;
+    const double whole = look.size > 0 ? look.size * scale_ : surface_.height * percent / 100;
+    return std::min(whole, beyondPicture);
+  }
   void paintBackdrop() {
-    const Backdrop& faces = canvas_.backdrop;
+    const Backdrop& faces = surface_.backdrop;
     if (!faces.pixels || faces.pixels->empty()) return;
     // The surface reads them only.
     auto* const bytes = reinterpret_cast<unsigned char*>(const_cast<std::uint32_t*>(faces.pixels->data()));
     cairo_surface_t* const image = cairo_image_surface_create_for_data(
         bytes, CAIRO_FORMAT_ARGB32, faces.width, faces.height, faces.width * 4);
     cairo_save(cairo_);
-    cairo_scale(cairo_, canvas_.width / faces.width, canvas_.height / faces.height);
+    cairo_scale(cairo_, surface_.width / faces.width, surface_.height / faces.height);
     cairo_set_source_surface(cairo_, image, 0, 0);
     cairo_paint(cairo_);
     cairo_restore(cairo_);
@@ -69,15 +122,16 @@ class Painter {
   }
 
   PlanePoint onSurface(const PlanePoint& p) const {
-    return {(p.x - canvas_.window.left) * scale_, canvas_.height - (p.y - canvas_.window.bottom) * scale_};
+    return {(p.x - surface_.window.left) * scale_ - surface_.shiftX,
+            surface_.height - (p.y - surface_.window.bottom) * scale_ - surface_.shiftY};
   }
   template <class PointOrVector>
   PlanePoint onSurface(const PointOrVector& p) const {
-    return onSurface(canvas_.projection(p));
+    return onSurface(surface_.projection(p));
   }
   /// A direction: turned over, since the surface's y runs down.
   PlanePoint along(const AcGeVector3d& v) const {
-    const PlanePoint p = canvas_.projection(v);
+    const PlanePoint p = surface_.projection(v);
     return {p.x * scale_, -p.y * scale_};
   }
 
@@ -90,42 +144,51 @@ class Painter {
       case Item::polygon:
         return fillPolygon(item);
       case Item::arc:
-        return style_->filled ? fillArc(list_.arcs[item.first]) : paintArc(list_.arcs[item.first]);
+        return style_->filled ? fillArc(list_->arcs[item.first]) : paintArc(list_->arcs[item.first]);
       case Item::letters:
-        return paintLetters(list_.letters[item.first]);
+        return paintLetters(list_->letters[item.first]);
       case Item::mark:
-        return paintMark(onSurface(list_.points[item.first]));
+        return paintMark(onSurface(list_->points[item.first]));
     }
   }
 
   /// Neighbours of one look are stroked together.
   void useStyle(std::uint32_t index) {
-    const Style& next = list_.styles[index];
+    const Style& next = list_->styles[index];
     if (style_ && next.ink == style_->ink && next.lineWeight == style_->lineWeight) {
       style_ = &next;
       return;
     }
     flush();
     style_ = &next;
-    setColour(colourOf(next.ink));
-    const double width = next.lineWeight / 100.0 * canvas_.unitsPerMillimetre;
-    lineWidth_ = canvas_.pixels ? std::max(1.0, std::round(width)) : std::max(0.25, width);
+    rgb_ = colourOf(next.ink);
+    penIsSet_ = false;
+    const double width = next.lineWeight / 100.0 * surface_.unitsPerMillimetre;
+    lineWidth_ = hasPixels() ? std::max(1.0, std::round(width)) : std::max(0.25, width);
+    if (accent_) lineWidth_ += accent_->widening;
+  }
+  /// Thin lines need none.
+  void setPen() {
+    if (penIsSet_) return;
+    setColour(rgb_);
     cairo_set_line_width(cairo_, lineWidth_);
+    penIsSet_ = true;
   }
   void flush() {
+    if (strokes_ > 0 || fills_ > 0) setPen();
     if (strokes_ > 0) cairo_stroke(cairo_);
     if (fills_ > 0) cairo_fill(cairo_);
     strokes_ = fills_ = 0;
   }
   void countStroke() {
-    if (++strokes_ >= mostStrokes) flush();
+    if (!isThin() && ++strokes_ >= mostStrokes) flush();
   }
 
   /// The visible parts of a line of this length in drawing units, of which each covers `unit` on the
   /// surface.
   std::vector<std::pair<double, double>> dashes(double length, double onSurfaceLength) const {
     if (style_->pattern < 0 || !(length > 0)) return {};
-    const std::vector<double>& pattern = list_.patterns[static_cast<size_t>(style_->pattern)];
+    const std::vector<double>& pattern = list_->patterns[static_cast<size_t>(style_->pattern)];
     double whole = 0;
     for (const double each : pattern) whole += std::abs(each) * style_->patternScale;
     if (whole * onSurfaceLength / length < smallestPattern) return {};
@@ -133,9 +196,14 @@ class Painter {
   }
 
   void segment(PlanePoint a, PlanePoint b, bool goesOn) {
+    if (isThin()) {
+      snap(a, b);
+      lines_.line(a, b, rgb_);
+      return;
+    }
     const PlanePoint start = a, wanted = b;
     if (!clipSegment(bounds_, a, b)) return broken_ = true, void();
-    if (canvas_.pixels) snap(a, b);
+    if (hasPixels()) snap(a, b);
     const bool moved = a.x != start.x || a.y != start.y;
     if (!goesOn || broken_ || moved) cairo_move_to(cairo_, a.x, a.y);
     cairo_line_to(cairo_, b.x, b.y);
@@ -153,7 +221,7 @@ class Painter {
   }
 
   void paintPolyline(const Item& item) {
-    const AcGePoint3d* const points = &list_.points[item.first];
+    const AcGePoint3d* const points = &list_->points[item.first];
     double length = 0, shown = 0;
     if (style_->pattern >= 0) {
       for (std::uint32_t i = 1; i < item.count; ++i) {
@@ -173,10 +241,8 @@ class Painter {
   void stroke(double x1, double y1, double x2, double y2) { segment({x1, y1}, {x2, y2}, false); }
 
   void paintMark(const PlanePoint& at) {
-    const MarkLook& look = list_.marks;
-    const double percent = look.size < 0 ? -look.size : 5;
-    const double whole = look.size > 0 ? look.size * scale_ : canvas_.height * percent / 100;
-    const double half = std::min(whole, beyondPicture) / 2;
+    const MarkLook& look = list_->marks;
+    const double half = markSize(look) / 2;
     switch (look.shape & 7) {
       case 0:
         stroke(at.x, at.y, at.x, at.y);
@@ -255,7 +321,7 @@ class Painter {
 
   void tracePart(const SurfaceArc& curve, double from, double to, bool goesOn) {
     const double radius = curve.radius();
-    if (radius > beyondPicture / 2) return traceChords(curve, from, to);
+    if (isThin() || radius > beyondPicture / 2) return traceChords(curve, from, to);
     // A Bézier piece of the sixth part of a turn leaves the circle by 1/40000 of its radius; the error
     // falls with the sixth power of the angle.
     const double widest =
@@ -272,23 +338,41 @@ class Painter {
       start = end, slope = next;
     }
   }
-  /// Of a curve larger than the picture by far: the chords that are near the picture.
+  /// The chords that are near the picture, each off by no more than the flatness.
   void traceChords(const SurfaceArc& curve, double from, double to) {
-    constexpr double mostChords = 1e6;
-    const double step = std::sqrt(8 * flatness / curve.radius());
-    const int chords = static_cast<int>(std::clamp(std::ceil(std::abs(to - from) / step), 1.0, mostChords));
+    const PixelBox& clip = surface_.pixels.clip;
+    constexpr double border = 3;
+    const PlaneBox seen =
+        isThin() ? PlaneBox{clip.left - border, clip.top - border, clip.right + border, clip.bottom + border}
+                 : bounds_;
+    const double radius = curve.radius();
+    const double step = std::clamp(std::sqrt(8 * flatness / std::max(radius, 1e-9)), 1e-7, 0.8);
+    const int spans = std::max(1, static_cast<int>(std::ceil(std::abs(to - from))));
     PlanePoint start = curve.at(from);
-    for (int i = 1; i <= chords; ++i) {
-      const PlanePoint end = curve.at(from + (to - from) * i / chords);
-      segment(start, end, i > 1);
-      start = end;
+    broken_ = true;
+    for (int i = 0; i < spans; ++i) {
+      const double begin = from + (to - from) * i / spans, end = from + (to - from) * (i + 1) / spans;
+      start = traceSpan(curve, begin, start, end, curve.at(end), step, radius, seen);
     }
+  }
+  /// Halves what isn't flat. A span of up to a radian lies within a sagitta of its ends' box.
+  PlanePoint traceSpan(const SurfaceArc& curve, double from, const PlanePoint& start, double to,
+                       const PlanePoint& end, double step, double radius, const PlaneBox& seen) {
+    const double angle = std::abs(to - from), sagitta = radius * angle * angle / 8;
+    PlaneBox box;
+    box.add(start), box.add(end);
+    if (!grown(box, sagitta).meets(seen)) return broken_ = true, end;
+    if (angle <= step) return segment(start, end, true), end;
+    const double middle = (from + to) / 2;
+    const PlanePoint between = traceSpan(curve, from, start, middle, curve.at(middle), step, radius, seen);
+    return traceSpan(curve, middle, between, to, end, step, radius, seen);
   }
 
   void fillArc(const Arc& arc) {
     const SurfaceArc curve{onSurface(arc.centre), along(arc.u), along(arc.v)};
     if (curve.radius() > beyondPicture / 2) return;
     flush();
+    setPen();
     tracePart(curve, 0, arc.sweep, false);
     cairo_fill(cairo_);
   }
@@ -297,7 +381,8 @@ class Painter {
   void fillPolygon(const Item& item) {
     if (strokes_ > 0) flush();
     std::vector<PlanePoint> corners;
-    for (std::uint32_t i = 0; i < item.count; ++i) corners.push_back(onSurface(list_.points[item.first + i]));
+    for (std::uint32_t i = 0; i < item.count; ++i)
+      corners.push_back(onSurface(list_->points[item.first + i]));
     corners = clipPolygon(bounds_, std::move(corners));
     double area = 0;
     for (size_t i = 0; i < corners.size(); ++i) {
@@ -315,8 +400,9 @@ class Painter {
     const PlanePoint x = along(letters.x), y = along(letters.y);
     const double height = std::hypot(y.x, y.y);
     flush();
-    if (canvas_.pixels && height < smallestLetters) return paintBar(letters, x, y);
-    if (!canvas_.pixels && fonts_.show(cairo_, letters, onSurface(letters.origin), x, y)) return;
+    if (hasPixels() && height < smallestLetters) return paintBar(letters, x, y);
+    setPen();
+    if (!hasPixels() && fonts_.show(cairo_, letters, onSurface(letters.origin), x, y)) return;
     PlanePoint pen = onSurface(letters.origin);
     for (const wchar_t letter : letters.letters) {
       const text::Glyph& glyph = letters.font->glyph(letter);
@@ -344,28 +430,24 @@ class Painter {
   void paintBar(const Letters& letters, const PlanePoint& x, const PlanePoint& y) {
     const PlanePoint pen = onSurface(letters.origin);
     const double width = inkOf(letters).advance;
-    setColour(colourOf(style_->ink), 0.5);
-    cairo_move_to(cairo_, pen.x, pen.y);
-    cairo_line_to(cairo_, pen.x + width * x.x, pen.y + width * x.y);
-    cairo_line_to(cairo_, pen.x + width * x.x + y.x, pen.y + width * x.y + y.y);
-    cairo_line_to(cairo_, pen.x + y.x, pen.y + y.y);
-    cairo_fill(cairo_);
-    setColour(colourOf(style_->ink));
+    const PlanePoint from{pen.x + y.x / 2, pen.y + y.y / 2};
+    lines_.line(from, {from.x + width * x.x, from.y + width * x.y}, rgb_, std::hypot(y.x, y.y), 0.5, 0);
   }
 
-  const DisplayList& list_;
-  const Canvas& canvas_;
+  const Surface& surface_;
+  ThinLines lines_;
+  const DisplayList* list_ = nullptr;
+  std::optional<Accent> accent_;
   cairo_t* cairo_;
   double scale_;
   PlaneBox bounds_;
   FontsOfSurface fonts_;
   const Style* style_ = nullptr;
+  std::uint32_t rgb_ = 0;
   double lineWidth_ = 1;
   int strokes_ = 0, fills_ = 0;
-  bool broken_ = false;
+  bool broken_ = false, penIsSet_ = false;
 };
-
-}  // namespace
 
 std::uint32_t rgbOf(const Ink& ink, Ground ground) {
   if (ink.role == Ink::exact) return ink.rgb;
@@ -373,6 +455,17 @@ std::uint32_t rgbOf(const Ink& ink, Ground ground) {
   return ground == Ground::white ? 0x000000 : 0xFFFFFF;
 }
 
-void paint(const DisplayList& list, const Canvas& canvas) { Painter(list, canvas).run(); }
+Painter::Painter(const Surface& surface) : work_(std::make_unique<Work>(surface)) {}
+Painter::~Painter() = default;
+void Painter::paintGround() { work_->paintGround(); }
+void Painter::paint(const DisplayList& list, std::uint32_t first, std::uint32_t count) {
+  work_->paint(list, first, count);
+}
+void Painter::paint(const DisplayList& list) {
+  work_->paint(list, 0, static_cast<std::uint32_t>(list.items.size()));
+}
+void Painter::paintDot(const PlanePoint& at, const Ink& ink) { work_->paintDot(at, ink); }
+void Painter::setAccent(const std::optional<Accent>& accent) { work_->setAccent(accent); }
+double Painter::reachOf(const DisplayList& list) const { return work_->reachOf(list); }
 
 }  // namespace host::view

@@ -6,7 +6,7 @@
 #include <algorithm>
 #include <memory>
 
-#include "host/view/hiding.h"
+#include "host/view/scene_painter.h"
 #include "platform/files/whole_file.h"
 
 namespace host::view {
@@ -42,6 +42,13 @@ cairo_surface_t* makeSurface(PictureKind kind, const PictureSettings& settings, 
   }
 }
 
+void bringUpToDate(Scene& scene, const PictureSettings& settings) {
+  SceneLook look;
+  if (settings.visual != Visual::wires) look.towards = settings.projection.towards();
+  scene.setLook(look);
+  scene.update();
+}
+
 }  // namespace
 
 std::optional<PictureKind> pictureKindOf(const std::string& file) {
@@ -56,8 +63,9 @@ std::optional<PictureKind> pictureKindOf(const std::string& file) {
   return std::nullopt;
 }
 
-PlaneBox shownWindow(const DisplayList& list, const PictureSettings& settings) {
-  PlaneBox box = settings.window ? *settings.window : boxOf(list, settings.projection);
+PlaneBox shownWindow(Scene& scene, const PictureSettings& settings) {
+  bringUpToDate(scene, settings);
+  PlaneBox box = settings.window ? *settings.window : scene.extents(settings.projection);
   if (box.empty()) box = {0, 0, 1, 1};
   // A point or a line along an axis gets some room around it, also far from the origin.
   const double reach =
@@ -73,7 +81,7 @@ PlaneBox shownWindow(const DisplayList& list, const PictureSettings& settings) {
   return {x - width / 2, y - height / 2, x + width / 2, y + height / 2};
 }
 
-std::string pictureBytes(const DisplayList& list, const PictureSettings& settings, PictureKind kind,
+std::string pictureBytes(Scene& scene, const PictureSettings& settings, PictureKind kind,
                          std::string& problem) {
   if (settings.width < 1 || settings.height < 1 || settings.width > largestSize ||
       settings.height > largestSize) {
@@ -83,20 +91,23 @@ std::string pictureBytes(const DisplayList& list, const PictureSettings& setting
   std::string bytes;
   const std::unique_ptr<cairo_surface_t, Freed> surface(makeSurface(kind, settings, bytes));
   const std::unique_ptr<cairo_t, Freed> cairo(cairo_create(surface.get()));
-  Canvas canvas;
-  canvas.cairo = cairo.get();
-  canvas.width = settings.width, canvas.height = settings.height;
-  canvas.window = shownWindow(list, settings);
-  canvas.projection = settings.projection, canvas.ground = settings.ground;
-  canvas.pixels = kind == PictureKind::png;
-  canvas.unitsPerMillimetre = (kind == PictureKind::pdf ? pointsPerInch : pixelsPerInch) / millimetresPerInch;
-  SeenList seen;
-  if (settings.visual != Visual::wires) {
-    seen =
-        seenList(list, settings.projection, canvas.window, settings.width, settings.height, settings.ground);
-    if (settings.visual == Visual::shaded) canvas.backdrop = {&seen.pixels, seen.width, seen.height};
+  Surface target;
+  target.cairo = cairo.get();
+  target.width = settings.width, target.height = settings.height;
+  target.window = shownWindow(scene, settings);
+  target.projection = settings.projection, target.ground = settings.ground;
+  if (kind == PictureKind::png) {
+    target.pixels = {reinterpret_cast<std::uint32_t*>(cairo_image_surface_get_data(surface.get())),
+                     cairo_image_surface_get_stride(surface.get()) / 4,
+                     settings.height,
+                     {0, 0, settings.width, settings.height}};
   }
-  paint(settings.visual == Visual::wires ? list : seen.lines, canvas);
+  target.unitsPerMillimetre = (kind == PictureKind::pdf ? pointsPerInch : pixelsPerInch) / millimetresPerInch;
+  // Chords must not be seen as such.
+  constexpr double seenPart = 0.25;  // of a pixel
+  scene.refine(target.projection, target.window,
+               (target.window.right - target.window.left) / target.width * seenPart);
+  ScenePainter(scene, target, settings.visual).run();
   cairo_surface_flush(surface.get());
   cairo_status_t status = cairo_status(cairo.get());
   if (status == CAIRO_STATUS_SUCCESS && kind == PictureKind::png) {
@@ -109,11 +120,11 @@ std::string pictureBytes(const DisplayList& list, const PictureSettings& setting
   return {};
 }
 
-bool writePicture(const DisplayList& list, const PictureSettings& settings, const std::string& file,
+bool writePicture(Scene& scene, const PictureSettings& settings, const std::string& file,
                   std::string& problem) {
   const auto kind = pictureKindOf(file);
   if (!kind) return problem = "the ending names no kind of picture", false;
-  const std::string bytes = pictureBytes(list, settings, *kind, problem);
+  const std::string bytes = pictureBytes(scene, settings, *kind, problem);
   if (bytes.empty()) return false;
   platform::WholeFile target(file);
   if (target.write(bytes) && target.commit()) return true;

@@ -2,12 +2,10 @@
 
 #include <string>
 
-#include "host/view/painter.h"
+#include "host/view/hiding.h"
+#include "host/view/scene.h"
 
 namespace host::view {
-
-/// How much faces cover: nothing, what lies behind them, or that and they are seen in their light.
-enum class Visual { wires, hidden, shaded };
 
 struct PictureSettings {
   Projection projection = Projection::plan();
@@ -15,7 +13,7 @@ struct PictureSettings {
   Ground ground = Ground::white;
   /// Pixels, or points of 1/72 inch in a PDF.
   int width = 1600, height = 1200;
-  /// Part of the plane to be seen; all of the list without it. The picture shows more at two sides when
+  /// Part of the plane to be seen; all of the scene without it. The picture shows more at two sides when
   /// its shape is another.
   std::optional<PlaneBox> window;
 };
@@ -24,13 +22,15 @@ struct PictureSettings {
 enum class PictureKind { png, svg, pdf };
 std::optional<PictureKind> pictureKindOf(const std::string& file);
 
+/// Pictures bring the scene up to date, and its look to their own.
+
 /// Writes the picture as a whole or leaves the file alone; false with `problem` set.
-bool writePicture(const DisplayList& list, const PictureSettings& settings, const std::string& file,
+bool writePicture(Scene& scene, const PictureSettings& settings, const std::string& file,
                   std::string& problem);
 /// The bytes of the picture's file; empty with `problem` set.
-std::string pictureBytes(const DisplayList& list, const PictureSettings& settings, PictureKind kind,
+std::string pictureBytes(Scene& scene, const PictureSettings& settings, PictureKind kind,
                          std::string& problem);
 /// The part of the plane that a picture shows.
-PlaneBox shownWindow(const DisplayList& list, const PictureSettings& settings);
+PlaneBox shownWindow(Scene& scene, const PictureSettings& settings);
 
 }  // namespace host::view

@@ -4,6 +4,7 @@
 
 #include "brx/db_dictionary.h"
 #include "brx/gi_viewport.h"
+#include "host/database/changes.h"
 #include "host/database/header_variables.h"
 #include "host/database/nested_visits.h"
 #include "host/text/single_line.h"
@@ -13,7 +14,7 @@ namespace host::view {
 namespace {
 
 /// For entities that draw without end; what blocks hold has a bound of its own.
-constexpr size_t mostItems = 20'000'000, mostObjects = 50'000'000;
+constexpr size_t mostObjects = 50'000'000;
 constexpr double turn = 2 * std::numbers::pi;
 
 /// Beyond this, products of coordinates would be no numbers any more.
@@ -26,8 +27,10 @@ bool isFinite(const PointOrVector& p) {
 
 class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcGiGeometry {
  public:
-  Recorder(AcDbDatabase& drawing, const RecordOptions& options, const AcGeVector3d* towards = nullptr)
-      : looks_(drawing, list_),
+  Recorder(AcDbDatabase& drawing, const RecordOptions& options, const AcGeVector3d* towards = nullptr,
+           size_t mostItems = RunOptions{}.mostItems)
+      : mostItems_(mostItems),
+        looks_(drawing, list_),
         traits_(looks_),
         linetypeScale_(drawing.ltscale()),
         options_(options),
@@ -35,6 +38,8 @@ class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcG
     list_.marks = {number<int>(drawing, L"PDMODE"), number<double>(drawing, L"PDSIZE")};
   }
   DisplayList takeList() { return std::move(list_); }
+  std::uint32_t items() const { return static_cast<std::uint32_t>(list_.items.size()); }
+  bool dependsOnView() const { return dependsOnView_; }
 
   AcGiGeometry& geometry() const override { return const_cast<Recorder&>(*this); }
   /// In the units of the block that is drawn, which its placement may enlarge.
@@ -93,7 +98,7 @@ class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcG
   T placed(const T& local) const {
     return transforms_.empty() ? local : transforms_.back() * local;
   }
-  bool full() const { return list_.items.size() >= mostItems || objects_ >= mostObjects; }
+  bool full() const { return list_.items.size() >= mostItems_ || objects_ >= mostObjects; }
 
   /// False when what comes now is not to be seen.
   bool beginItem(Item& item);
@@ -102,6 +107,8 @@ class Recorder final : public AcGiWorldDraw, public AcGiViewportDraw, public AcG
   void addLetters(Letters letters);
   void drawEntity(AcDbEntity& entity, const Traits& around);
 
+  const size_t mostItems_;
+  bool dependsOnView_ = false;
   mutable DisplayList list_;
   Looks looks_;
   Traits traits_;
@@ -227,7 +234,9 @@ void Recorder::drawEntity(AcDbEntity& entity, const Traits& around) {
   if (const AcDbPoint* const point = AcDbPoint::cast(&entity)) {
     const AcGePoint3d place = point->position();
     addPoints(Item::mark, 1, &place, false);
+    list_.hasMarks = true;
   } else if (!entity.worldDraw(this) && towards_) {
+    dependsOnView_ = true;
     if (auto* const dependent = dynamic_cast<AcGiViewDependent*>(&entity)) dependent->viewportDraw(this);
   }
 }
@@ -255,15 +264,29 @@ AcDbObjectIdArray orderOf(AcDbObjectId block) {
 
 DisplayList record(AcDbDatabase& drawing, AcDbObjectId block, double deviation, const AcGeVector3d* towards) {
   const NestedOperation operation;
+  const AcDbObjectId space = block.isNull() ? drawing.modelSpaceId() : block;
+  const AcDbObjectIdArray order = orderOf(space);
+  return record(drawing, space, {order.begin(), order.end()}, {deviation, towards}).list;
+}
+
+Recording record(AcDbDatabase& drawing, AcDbObjectId space, std::span<const AcDbObjectId> entities,
+                 const RunOptions& run) {
   RecordOptions options;
-  options.deviation = deviation;
-  if (towards) options.regenType = kAcGiHideOrShadeCommand;
-  Recorder recorder(drawing, options, towards);
-  for (const AcDbObjectId& id : orderOf(block.isNull() ? drawing.modelSpaceId() : block)) {
+  options.deviation = run.deviation;
+  if (run.towards) options.regenType = kAcGiHideOrShadeCommand;
+  ReadLog reads(space);
+  Recorder recorder(drawing, options, run.towards, run.mostItems);
+  Recording recording;
+  recording.ends.reserve(entities.size());
+  for (const AcDbObjectId& id : entities) {
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) recorder.draw(entity.object());
+    recording.ends.push_back(recorder.items());
   }
-  return recorder.takeList();
+  recording.dependsOnView = recorder.dependsOnView();
+  recording.list = recorder.takeList();
+  recording.sources = reads.take();
+  return recording;
 }
 
 DisplayList record(AcDbDatabase& drawing, AcGiDrawable& image, const RecordOptions& options) {

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <span>
+#include <unordered_set>
+
 #include "brx/db_database.h"
 #include "brx/gi.h"
 #include "host/view/display_list.h"
@@ -14,6 +17,26 @@ constexpr double usualDeviation = 0.01;
 /// recorded as filled polygons, and what shows from there only.
 DisplayList record(AcDbDatabase& drawing, AcDbObjectId block = {}, double deviation = usualDeviation,
                    const AcGeVector3d* towards = nullptr);
+
+/// A run of entities, one after another.
+struct Recording {
+  DisplayList list;
+  /// Behind the last item of each entity.
+  std::vector<std::uint32_t> ends;
+  /// Some of it looks different from each side.
+  bool dependsOnView = false;
+  /// Whether an entity looked beyond itself doesn't tell; what it looked at does (`ReadLog`).
+  std::unordered_set<const void*> sources;
+};
+struct RunOptions {
+  double deviation = usualDeviation;
+  const AcGeVector3d* towards = nullptr;
+  /// What comes beyond is left out and counted.
+  size_t mostItems = 20'000'000;
+};
+/// Entities of `space`, which need not be open; erased ones are without items.
+Recording record(AcDbDatabase& drawing, AcDbObjectId space, std::span<const AcDbObjectId> entities,
+                 const RunOptions& options);
 
 struct RecordOptions {
   /// Drawing units.

@@ -11,6 +11,13 @@ namespace platform {
 /// The library of windows, `libzarbo_desktop_qt.so`, which is loaded when something is first to be shown or
 /// drawn.
 
+/// A function of a library that lies beside this one; null, with the reason, when it isn't there. The library
+/// is never unloaded.
+void* functionOfLibrary(const char* library, const char* name, std::string& reason);
+
+/// Whether the toolkit comes up. It ends the process when the display can't be reached, so a child tries.
+bool displayCanBeReached();
+
 /// The desktop of the display; null, with the reason, when there is none to be had.
 std::unique_ptr<Desktop> openDisplay(std::string& reason);
 

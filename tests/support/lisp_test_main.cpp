@@ -1,4 +1,4 @@
-// lisp-test [--widgets] PROGRAM FOLDER FILE.lsp …: runs each file in a fresh host with settings of its own,
+// lisp-test [--widgets | --window] PROGRAM FOLDER FILE.lsp …: runs each file in a fresh host with settings of its own,
 // and reports each miss with file and line. Files find the project's data through (getenv "ZARBO_SHARE"), and
 // a folder that is theirs alone through (getenv "ZARBO_SCRATCH").
 #include <cstdio>
@@ -34,8 +34,8 @@ int countMisses(const std::string& file, const std::vector<LispCase>& cases,
 }
 
 /// The file's own folder and the shared one are on the search path.
-int testFile(const std::string& program, const std::string& share, const std::string& file, bool widgets,
-             size_t& forms) {
+int testFile(const std::string& program, const std::string& share, const std::string& file,
+             const std::string& option, size_t& forms) {
   std::string pattern = (fs::temp_directory_path() / "zarbo-test-XXXXXX").string();
   if (!mkdtemp(pattern.data())) throw std::runtime_error("no temporary folder");
   const fs::path scratch = pattern;
@@ -52,7 +52,7 @@ int testFile(const std::string& program, const std::string& share, const std::st
                                         fs::path(file).parent_path().string(),
                                         "--support",
                                         share};
-    if (widgets) command.push_back("--widgets");
+    if (!option.empty()) command.push_back(option);
     misses = countMisses(file, cases, runLispFile(command, file, cases, scratch.string()));
   } catch (const std::runtime_error& error) {
     std::printf("%s\n", error.what());
@@ -64,17 +64,18 @@ int testFile(const std::string& program, const std::string& share, const std::st
 }  // namespace
 
 int main(int count, char** words) {
-  const bool widgets = count > 1 && std::string(words[1]) == "--widgets";
-  const int first = widgets ? 2 : 1;
+  const bool hasOption = count > 1 && std::string(words[1]).starts_with("--");
+  const std::string option = hasOption ? words[1] : "";
+  const int first = hasOption ? 2 : 1;
   if (count < first + 3) {
-    std::fprintf(stderr, "usage: lisp-test [--widgets] PROGRAM SHARE-FOLDER FILE.lsp ...\n");
+    std::fprintf(stderr, "usage: lisp-test [--widgets | --window] PROGRAM SHARE-FOLDER FILE.lsp ...\n");
     return 2;
   }
   setenv("ZARBO_SHARE", words[first + 1], 1);
   int misses = 0;
   size_t forms = 0;
   for (int i = first + 2; i < count; ++i)
-    misses += testFile(words[first], words[first + 1], words[i], widgets, forms);
+    misses += testFile(words[first], words[first + 1], words[i], option, forms);
   std::printf("%zu forms, %d misses\n", forms, misses);
   return misses == 0 ? 0 : 1;
 }

@@ -57,16 +57,18 @@ class Drawing : public testing::Test {
     return addRecord<AcDbLinetypeTable>(name, record);
   }
 
+  view::Scene& scene() { return view::Scene::of(drawing); }
+
   AcDbDatabase drawing;
 };
 
-/// A painted list as pixels; y counts from below, as in the drawing.
+/// A painted scene as pixels; y counts from below, as in the drawing.
 class Pixels {
  public:
-  Pixels(const view::DisplayList& list, view::PictureSettings settings) : settings_(settings) {
-    window_ = view::shownWindow(list, settings);
+  Pixels(view::Scene& scene, view::PictureSettings settings) : settings_(settings) {
+    window_ = view::shownWindow(scene, settings);
     std::string problem;
-    bytes_ = view::pictureBytes(list, settings, view::PictureKind::png, problem);
+    bytes_ = view::pictureBytes(scene, settings, view::PictureKind::png, problem);
     EXPECT_EQ(problem, "");
     Source source{&bytes_, 0};
     cairo_surface_t* const surface = cairo_image_surface_create_from_png_stream(read, &source);

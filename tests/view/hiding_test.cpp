@@ -16,8 +16,12 @@ class HidingTest : public testing::Test {
     list.points.insert(list.points.end(), points.begin(), points.end());
   }
   void addSquare() { add(Item::polygon, {{5, 5, 5}, {15, 5, 5}, {15, 15, 5}, {5, 15, 5}}); }
-  SeenList seen() const {
-    return seenList(list, Projection::plan(), {0, 0, 20, 20}, 200, 200, Ground::white);
+  DisplayList seen() {
+    const auto count = static_cast<std::uint32_t>(list.items.size());
+    view.addFaces(list, 0, count);
+    DisplayList lines;
+    view.seenOf(list, 0, count, lines);
+    return lines;
   }
   /// Visible x from each left to its right, in order.
   static std::vector<std::pair<double, double>> spans(const DisplayList& lines) {
@@ -29,6 +33,7 @@ class HidingTest : public testing::Test {
   }
 
   DisplayList list;
+  HiddenView view{Projection::plan(), {0, 0, 20, 20}, 200, 200, Ground::white};
 };
 
 constexpr double pixel = 0.1;
@@ -36,7 +41,7 @@ constexpr double pixel = 0.1;
 TEST_F(HidingTest, CutsWhatLiesBehindAFace) {
   addSquare();
   add(Item::polyline, {{0, 10, 0}, {20, 10, 0}});
-  const auto found = spans(seen().lines);
+  const auto found = spans(seen());
   ASSERT_EQ(found.size(), 2u);
   EXPECT_NEAR(found[0].second, 5, pixel);
   EXPECT_NEAR(found[1].first, 15, pixel);
@@ -48,15 +53,15 @@ TEST_F(HidingTest, KeepsWhatLiesOnOrBeforeAFace) {
   add(Item::polyline, {{0, 10, 9}, {20, 10, 9}});
   add(Item::polyline, {{5, 5, 5}, {15, 5, 5}, {15, 15, 5}});  // its own edges
   add(Item::polyline, {{6, 6, 5}, {14, 14, 5}});              // a diagonal in it
-  const SeenList found = seen();
-  ASSERT_EQ(found.lines.items.size(), 3u);
-  EXPECT_EQ(found.lines.items[1].count, 3u);
+  const DisplayList found = seen();
+  ASSERT_EQ(found.items.size(), 3u);
+  EXPECT_EQ(found.items[1].count, 3u);
 }
 
 TEST_F(HidingTest, CutsALineWhereItGoesThroughAFace) {
   addSquare();
   add(Item::polyline, {{0, 10, 0}, {20, 10, 10}});  // at x = 10 it comes up
-  const auto found = spans(seen().lines);
+  const auto found = spans(seen());
   ASSERT_EQ(found.size(), 2u);
   EXPECT_NEAR(found[0].second, 5, pixel);
   EXPECT_NEAR(found[1].first, 10, 3 * pixel);
@@ -64,23 +69,16 @@ TEST_F(HidingTest, CutsALineWhereItGoesThroughAFace) {
 
 TEST_F(HidingTest, PaintsTheNearestFaceAndNothingElse) {
   addSquare();
-  const SeenList found = seen();
+  seen();
+  const Backdrop found = view.faces();
   const auto at = [&](double x, double y) {
-    return found.pixels[static_cast<size_t>((20 - y) / 20 * found.height) * static_cast<size_t>(found.width) +
-                        static_cast<size_t>(x / 20 * found.width)];
+    return (
+        *found.pixels)[static_cast<size_t>((20 - y) / 20 * found.height) * static_cast<size_t>(found.width) +
+                       static_cast<size_t>(x / 20 * found.width)];
   };
   EXPECT_EQ(at(2, 2), 0u);
   EXPECT_EQ(at(10, 10) >> 24, 0xFFu);
   EXPECT_EQ(at(5.2, 14.8), at(10, 10));
-}
-
-TEST_F(HidingTest, LeavesListsWithoutFacesAlone) {
-  add(Item::polyline, {{0, 10, 0}, {20, 10, 0}});
-  list.arcs.push_back({{5, 5, 0}, {1, 0, 0}, {0, 1, 0}, 3});
-  list.items.push_back({Item::arc, 0, 0, 1});
-  const SeenList found = seen();
-  EXPECT_EQ(found.lines.items.size(), 2u);
-  EXPECT_TRUE(found.pixels.empty());
 }
 
 }  // namespace

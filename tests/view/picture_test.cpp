@@ -18,7 +18,7 @@ class Pictures : public Drawing {
     settings.window = view::PlaneBox{0, 0, static_cast<double>(width), static_cast<double>(height)};
     return settings;
   }
-  Pixels painted(const view::PictureSettings& settings) { return Pixels(view::record(drawing), settings); }
+  Pixels painted(const view::PictureSettings& settings) { return Pixels(scene(), settings); }
 };
 
 TEST_F(Pictures, ShowLinesSharpOnBothGrounds) {
@@ -130,10 +130,10 @@ TEST_F(Pictures, FitAllInAndShowTheHeightFromTheSide) {
   view::PictureSettings settings;
   settings.width = 100, settings.height = 100;
   settings.projection = view::Projection::isometric();
-  const view::DisplayList list = view::record(drawing);
-  const view::PlaneBox shown = view::shownWindow(list, settings);
+  const view::PlaneBox shown = view::shownWindow(scene(), settings);
   EXPECT_NEAR(shown.top - shown.bottom, 100 * std::sqrt(2.0 / 3) / 0.94, 1e-6);
-  EXPECT_EQ(Pixels(list, settings).at((shown.left + shown.right) / 2, (shown.bottom + shown.top) / 2), black);
+  EXPECT_EQ(Pixels(scene(), settings).at((shown.left + shown.right) / 2, (shown.bottom + shown.top) / 2),
+            black);
 }
 
 TEST_F(Pictures, BearHugeAndHostileShapes) {
@@ -145,28 +145,27 @@ TEST_F(Pictures, BearHugeAndHostileShapes) {
   EXPECT_NE(pixels.at(80.5, 49.5), white);
   AcDbDatabase empty;
   std::string problem;
-  EXPECT_NE(view::pictureBytes(view::record(empty), {}, view::PictureKind::png, problem), "");
+  EXPECT_NE(view::pictureBytes(view::Scene::of(empty), {}, view::PictureKind::png, problem), "");
   view::PictureSettings tooLarge;
   tooLarge.width = 1000000;
-  EXPECT_EQ(view::pictureBytes(view::record(empty), tooLarge, view::PictureKind::png, problem), "");
+  EXPECT_EQ(view::pictureBytes(view::Scene::of(empty), tooLarge, view::PictureKind::png, problem), "");
 }
 
 TEST_F(Pictures, AreWrittenByTheEndingAsAWhole) {
   add(new AcDbText({0, 0, 0}, L"Text", {}, 10));
-  const view::DisplayList list = view::record(drawing);
   const auto folder = std::filesystem::temp_directory_path() / "zarbo_pictures_test";
   std::filesystem::create_directories(folder);
   std::string problem;
   const std::pair<const char*, const char*> kinds[] = {
       {"a.PNG", "\x89PNG"}, {"a.svg", "<?xml"}, {"a.pdf", "%PDF"}};
   for (const auto& [name, start] : kinds) {
-    ASSERT_TRUE(view::writePicture(list, {}, (folder / name).string(), problem)) << problem;
+    ASSERT_TRUE(view::writePicture(scene(), {}, (folder / name).string(), problem)) << problem;
     std::ifstream file(folder / name, std::ios::binary);
     std::string bytes(std::istreambuf_iterator<char>(file), {});
     EXPECT_TRUE(bytes.starts_with(start)) << name;
   }
-  EXPECT_FALSE(view::writePicture(list, {}, (folder / "a.gif").string(), problem));
-  EXPECT_FALSE(view::writePicture(list, {}, (folder / "none" / "a.png").string(), problem));
+  EXPECT_FALSE(view::writePicture(scene(), {}, (folder / "a.gif").string(), problem));
+  EXPECT_FALSE(view::writePicture(scene(), {}, (folder / "none" / "a.png").string(), problem));
   std::filesystem::remove_all(folder);
 }
 

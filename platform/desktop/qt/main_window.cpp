@@ -43,6 +43,8 @@ void MainWindowView::setWindow(QMainWindow* window) {
   meter_->hide();
 }
 
+QMainWindow* MainWindowView::window() const { return window_; }
+
 void MainWindowView::show(const Desktop::MainWindow& state) {
   window_ ? showInWindow(state) : showAlone(state);
   // The caller is at work and doesn't come back to the loop soon; what a person does meanwhile waits.

@@ -19,6 +19,7 @@ class MainWindowView {
   /// The window is its owner's; null, or the window's end, takes it away.
   void setWindow(QMainWindow* window);
   void show(const Desktop::MainWindow& state);
+  QMainWindow* window() const;
 
  private:
   void showInWindow(const Desktop::MainWindow& state);

@@ -5,6 +5,7 @@
 #include <QDBusMessage>
 #include <QFileDialog>
 #include <QKeyEvent>
+#include <QMainWindow>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QScreen>
@@ -31,7 +32,11 @@ QString pathOf(const std::wstring& path) { return QString::fromStdString(nativeP
 /// Makes the window that was active before a question active again.
 class ActiveWindow {
  public:
-  ActiveWindow() : window_(QApplication::activeWindow()) {}
+  /// Where none is active, `otherwise`.
+  explicit ActiveWindow(QWidget* otherwise) : window_(QApplication::activeWindow()) {
+    if (!window_) window_ = QApplication::activeModalWidget();
+    if (!window_) window_ = otherwise;
+  }
   ~ActiveWindow() {
     if (window_) window_->activateWindow();
   }
@@ -136,7 +141,7 @@ class StopWatch : public QObject {
 QtDesktop::QtDesktop() { qtApplication(); }
 
 BoxAnswer QtDesktop::messageBox(const Box& box) {
-  const ActiveWindow active;
+  const ActiveWindow active(view_.window());
   QMessageBox window(iconOf(box.style), shown(box.caption), shown(box.text), QMessageBox::NoButton,
                      active.get());
   window.setTextFormat(Qt::PlainText);
@@ -149,7 +154,7 @@ BoxAnswer QtDesktop::messageBox(const Box& box) {
 void QtDesktop::beep(int) { QApplication::beep(); }
 
 std::optional<std::wstring> QtDesktop::chooseFile(const FileChoice& choice) {
-  const ActiveWindow active;
+  const ActiveWindow active(view_.window());
   QFileDialog dialog(active.get(), shown(choice.title));
   dialog.setAcceptMode(choice.open ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(choice.open && choice.mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
@@ -161,7 +166,7 @@ std::optional<std::wstring> QtDesktop::chooseFile(const FileChoice& choice) {
 }
 
 std::optional<std::wstring> QtDesktop::chooseFolder(const std::wstring& title, const std::wstring& initial) {
-  const ActiveWindow active;
+  const ActiveWindow active(view_.window());
   QFileDialog dialog(active.get(), shown(title));
   dialog.setFileMode(QFileDialog::Directory);
   dialog.setOption(QFileDialog::ShowDirsOnly);
@@ -169,7 +174,7 @@ std::optional<std::wstring> QtDesktop::chooseFolder(const std::wstring& title, c
 }
 
 int QtDesktop::runDialog(Form& form) {
-  const ActiveWindow active;
+  const ActiveWindow active(view_.window());
   return FormWindow(form, active.get()).run();
 }
 

@@ -28,3 +28,14 @@
 (progn (command "UNDO" "9") (xs))                                       ;=> nil
 ; Views and settings are no steps; what they changed in the drawing goes back with the command before.
 (progn (command "POINT" "1,0" "ZOOM" "C" "0,0" "5" "SETVAR" "LTSCALE" "3" "U") (list (xs) (getvar "LTSCALE")))   ;=> (nil 1.0)
+; Redo makes again what was taken back, step by step, until something else is done.
+(progn (command "UNDO" "9" "POINT" "1,0" "LINE" "0,0" "5,5" "" "U" "U") (xs))   ;=> nil
+(progn (command "REDO") (xs))                                           ;=> (1)
+(progn (command "REDO") (length (xs)))                                  ;=> 2
+(says "Everything has been redone." '("REDO"))                          ;=> T
+(progn (command "U") (xs))                                              ;=> (1)
+(progn (command "POINT" "8,0") (list (says "Everything has been redone." '("REDO")) (xs)))   ;=> (T (1 8))
+; Changes of members, erasing and settings too; a group is one step.
+(progn (command "UNDO" "BE" "MOVE" (entlast) "" "0,0" "1,0" "ERASE" (entnext) "" "SETVAR" "LTSCALE" "4" "UNDO" "E" "U") (list (xs) (getvar "LTSCALE")))   ;=> ((1 8) 1.0)
+(progn (command "REDO") (list (xs) (getvar "LTSCALE")))                 ;=> ((9) 4.0)
+(progn (command "U") (list (xs) (getvar "LTSCALE")))                    ;=> ((1 8) 1.0)

@@ -1,6 +1,5 @@
 #include "platform/desktop/toolkit.h"
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -12,6 +11,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "platform/library/library.h"
 #include "platform/text/utf.h"
 
 namespace platform {
@@ -21,21 +21,15 @@ namespace {
 constexpr const char* libraryName = "libzarbo_desktop_qt.so";
 constexpr std::chrono::seconds patience{10};
 
-// Beside the library that this function is in.
-std::filesystem::path libraryFile() {
-  Dl_info info{};
-  if (dladdr(reinterpret_cast<const void*>(&libraryFile), &info) == 0 || !info.dli_fname) return libraryName;
-  return std::filesystem::path(info.dli_fname).parent_path() / libraryName;
+std::filesystem::path besideThisLibrary(const char* library) {
+  const std::filesystem::path own = fileOfCode(reinterpret_cast<const void*>(&besideThisLibrary));
+  return own.empty() ? library : own.parent_path() / library;
 }
 
 /// A function of the library that makes something for its caller; null, with the reason, when it isn't there.
-/// The library is never unloaded.
 template <class Made>
 auto loadMaker(const char* name, std::string& reason) {
-  void* const library = dlopen(libraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
-  const auto maker = library ? reinterpret_cast<Made* (*)()>(dlsym(library, name)) : nullptr;
-  if (!maker) reason = dlerror();
-  return maker;
+  return reinterpret_cast<Made* (*)()>(functionOfLibrary(libraryName, name, reason));
 }
 
 [[noreturn]] void tryInChild() {
@@ -62,14 +56,6 @@ bool endsWell(pid_t child) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// The toolkit ends the process when the display can't be reached, so a child tries first.
-bool canBeReached() {
-  std::fflush(nullptr);
-  const pid_t child = fork();
-  if (child == 0) tryInChild();
-  return child > 0 && endsWell(child);
-}
-
 /// Lives to the end of the process. Unless the toolkit runs already, it draws off screen, so that nobody's
 /// display is needed or disturbed.
 FormStage* stage(std::string& reason) {
@@ -82,9 +68,23 @@ FormStage* stage(std::string& reason) {
 
 }  // namespace
 
+void* functionOfLibrary(const char* library, const char* name, std::string& reason) {
+  const Library* const loaded = Library::open(besideThisLibrary(library).string(), reason).release();
+  void* const function = loaded ? loaded->find(name) : nullptr;
+  if (loaded && !function) reason = std::string("there is no ") + name;
+  return function;
+}
+
+bool displayCanBeReached() {
+  std::fflush(nullptr);
+  const pid_t child = fork();
+  if (child == 0) tryInChild();
+  return child > 0 && endsWell(child);
+}
+
 std::unique_ptr<Desktop> openDisplay(std::string& reason) {
   reason = "the display can't be reached";
-  if (!canBeReached()) return nullptr;
+  if (!displayCanBeReached()) return nullptr;
   const auto maker = loadMaker<Desktop>("makeDesktop", reason);
   return std::unique_ptr<Desktop>(maker ? maker() : nullptr);
 }
