@@ -1,21 +1,17 @@
-; What a dialog costs a script: opened, a cell edited, its grid read, cancelled, and a small one; beside a box that is
-; answered and a plain call of the module. Prints microseconds for each.
+; What a dialog costs a script beside a message box that is answered: opened, a cell edited, its grid read,
+; cancelled; and a small one.
+(load "bench/rows.lsp")
+(setq rounds 30)
 (defun settings ()
-  (host-dialog '("cell" 1048 2 1 "Ada") '("grid" 1048) '("click" 2))
-  (EditUserOptions "HVAC")
-  (host-dialog-log))
+  (repeat rounds
+    (host-dialog '("cell" 1048 2 1 "Ada") '("grid" 1048) '("click" 2))
+    (EditUserOptions "HVAC")
+    (host-dialog-log)))
 (defun word ()
-  (host-dialog '("set" 1036 "yes") '("click" 1))
-  (kv_kv-safeContinue "Title" "All of it goes." "yes"))
-(defun box () (host-answer "OK") (zb_message_box "Caption" "Text" '("OK")) (host-boxes))
-(defun plain () (kv::pow 2.0 3.0))
-(defun spent (work rounds / start)
-  (setq start (getvar "MILLISECS"))
-  (repeat rounds (work))
-  (- (getvar "MILLISECS") start))
-(defun best (work rounds / least)
-  (repeat 5 (setq least (if least (min least (spent work rounds)) (spent work rounds))))
-  (rtos (/ (* least 1000.0) rounds) 2 2))
-(princ (strcat "user settings " (best settings 1000) " us\nsafe continue " (best word 30000) " us\nmessage box   "
-               (best box 100000) " us\nplain call    " (best plain 300000) " us\n"))
+  (repeat rounds
+    (host-dialog '("set" 1036 "yes") '("click" 1))
+    (kv_kv-safeContinue "Title" "All of it goes." "yes")))
+(defun box () (repeat rounds (host-answer "OK") (zb_message_box "Caption" "Text" '("OK")) (host-boxes)))
+(row "the user's settings, edited by a script" "a message box" box settings nil rounds nil)
+(row "a word of consent, typed by a script" "a message box" box word nil rounds 10)
 (princ)

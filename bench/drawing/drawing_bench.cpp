@@ -1,14 +1,13 @@
-#include <chrono>
-#include <cstdio>
-#include <cstdlib>
+// Entities in memory: made, walked, changed and found by their handles, beside a program that keeps no more
+// than each line's two points and a table of handles.
+#include <cstdint>
 #include <fstream>
+#include <memory>
 #include <string>
+#include <unordered_map>
 
+#include "bench/rows.h"
 #include "brx/db_database.h"
-
-/// A drawing of many lines: time to make, walk and change them, and what an entity takes in memory.
-///
-///     build/release/bin/drawing_bench [COUNT]
 
 namespace {
 
@@ -19,51 +18,106 @@ double residentBytes() {
   return static_cast<double>(resident) * 4096;
 }
 
-template <class Work>
-void timed(const char* what, int count, Work work) {
-  const auto begin = std::chrono::steady_clock::now();
-  work();
-  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
-  std::printf("%-34s %8.3f s  %8.1f ns each\n", what, took.count(), took.count() * 1e9 / count);
+struct PlainLine {
+  AcGePoint3d start, end;
+  std::uint64_t handle;
+};
+
+class PlainDrawing {
+ public:
+  void append(int count) {
+    for (int i = 0; i < count; ++i) {
+      lines.push_back(std::make_unique<PlainLine>(PlainLine{{0.0 + i, 0, 0}, {0.0 + i, 1, 0}, next_}));
+      byHandle.emplace(next_++, lines.back().get());
+    }
+  }
+  std::vector<std::unique_ptr<PlainLine>> lines;
+  std::unordered_map<std::uint64_t, PlainLine*> byHandle;
+
+ private:
+  std::uint64_t next_ = 1;
+};
+
+void append(AcDbDatabase& drawing, int count) {
+  AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId(), AcDb::kForWrite);
+  for (int i = 0; i < count; ++i) {
+    auto* const line = new AcDbLine({0.0 + i, 0, 0}, {0.0 + i, 1, 0});
+    if (space->appendAcDbEntity(line) == Acad::eOk) line->close();
+  }
+}
+
+volatile double seen;
+
+void measure(int count, const std::string& many) {
+  const auto row = [&](const char* what, auto theirs, auto ours, double aim) {
+    bench::compare(what + (" each of " + many), "ns", "plain C++", theirs, ours, aim, 3, count);
+  };
+  row(
+      "a line appended,", [&] { PlainDrawing().append(count); },
+      [&] {
+        AcDbDatabase drawing;
+        append(drawing, count);
+      },
+      5);
+  const double before = residentBytes();
+  AcDbDatabase drawing;
+  append(drawing, count);
+  if (count >= 1000000)
+    bench::printRow("memory of a line", "bytes", "", {}, {(residentBytes() - before) / count}, 400);
+  PlainDrawing plain;
+  plain.append(count);
+  AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId());
+  row(
+      "a line read,",
+      [&] {
+        double sum = 0;
+        for (const auto& each : plain.lines) sum += each->end.x;
+        seen = sum;
+      },
+      [&] {
+        double sum = 0;
+        for (const AcDbObjectId& id : space->entityIds()) {
+          AcDbObjectPointer<AcDbLine> line(id);
+          sum += line->endPoint().x;
+        }
+        seen = sum;
+      },
+      0);
+  row(
+      "a line changed,",
+      [&] {
+        for (const auto& each : plain.lines) each->end = each->end + AcGeVector3d{0, 1, 0};
+      },
+      [&] {
+        for (const AcDbObjectId& id : space->entityIds()) {
+          AcDbObjectPointer<AcDbLine> line(id, AcDb::kForWrite);
+          line->setEndPoint(line->endPoint() + AcGeVector3d{0, 1, 0});
+        }
+      },
+      0);
+  row(
+      "a line found by its handle,",
+      [&] {
+        double sum = 0;
+        for (const auto& each : plain.lines) sum += plain.byHandle.at(each->handle)->end.x;
+        seen = sum;
+      },
+      [&] {
+        double sum = 0;
+        for (const AcDbObjectId& id : space->entityIds()) {
+          AcDbObjectId found;
+          drawing.getAcDbObjectId(found, false, id.handle());
+          sum += found == id;
+        }
+        seen = sum;
+      },
+      5);
 }
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  const int count = argc > 1 ? std::atoi(argv[1]) : 1'000'000;
-  AcDbDatabase drawing;
-  const double before = residentBytes();
-  timed("append lines", count, [&] {
-    AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId(), AcDb::kForWrite);
-    for (int i = 0; i < count; ++i) {
-      auto* const line = new AcDbLine({0.0 + i, 0, 0}, {0.0 + i, 1, 0});
-      space->appendAcDbEntity(line);
-      line->close();
-    }
-  });
-  const double each = (residentBytes() - before) / count;
-  double sum = 0;
-  AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId());
-  timed("open, read and close each", count, [&] {
-    for (const AcDbObjectId& id : space->entityIds()) {
-      AcDbObjectPointer<AcDbLine> line(id);
-      sum += line->endPoint().x;
-    }
-  });
-  timed("open, change and close each", count, [&] {
-    for (const AcDbObjectId& id : space->entityIds()) {
-      AcDbObjectPointer<AcDbLine> line(id, AcDb::kForWrite);
-      line->setEndPoint(line->endPoint() + AcGeVector3d{0, 1, 0});
-    }
-  });
-  timed("find each by its handle", count, [&] {
-    for (const AcDbObjectId& id : space->entityIds()) {
-      AcDbObjectId found;
-      drawing.getAcDbObjectId(found, false, id.handle());
-      sum += found == id;
-    }
-  });
-  timed("extents of all", count, [&] { drawing.updateExt(); });
-  std::printf("an entity takes %.0f bytes, %zu of which are the line's object (checksum %.0f)\n", each,
-              sizeof(AcDbLine), sum);
+int main() {
+  measure(10'000, "10 thousand");
+  measure(100'000, "100 thousand");
+  measure(1'000'000, "a million");
 }

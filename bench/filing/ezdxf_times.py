@@ -1,18 +1,21 @@
-"""Reads and writes a drawing by ezdxf: ezdxf_times.py FILE. Prints the same lines as filing_bench."""
+"""Reads and writes a drawing by ezdxf: ezdxf_times.py FILE RUNS. Prints "read" and "write" with milliseconds of the
+processor, one for each run."""
 import sys
 import time
 
 import ezdxf
 
 
-def seconds_of(work):
-    start = time.perf_counter()
-    result = work()
-    return time.perf_counter() - start, result
+def times(work):
+    taken = []
+    for _ in range(int(sys.argv[2])):
+        start = time.process_time()
+        result = work()
+        taken.append(f"{1000 * (time.process_time() - start):.0f}")
+    return " ".join(taken), result
 
 
-source = sys.argv[1]
-read, drawing = seconds_of(lambda: ezdxf.readfile(source))
-print(f'read-dxf {read:.4f}')
-write, _ = seconds_of(lambda: drawing.saveas(source + '.again.dxf'))
-print(f'write-dxf {write:.4f}')
+read, drawing = times(lambda: ezdxf.readfile(sys.argv[1]))
+write, _ = times(lambda: drawing.saveas(sys.argv[1] + ".again.dxf"))
+print("read", read)
+print("write", write)

@@ -1,4 +1,4 @@
-; Prints the milliseconds that the row named by the environment takes.
+; Does the work of the row named by the environment as many times as it says, with nothing printed.
 (defun fib (n) (if (< n 2) n (+ (fib (- n 1)) (fib (- n 2)))))
 (defun row-fib () (fib 25))
 (defun row-setq (/ i) (setq i 0) (repeat 1000000 (setq i (1+ i))))
@@ -15,8 +15,12 @@
   (setq i 0)
   (repeat 1000 (if (vl-string-search (strcat (itoa i) ",") text) (setq hits (1+ hits))) (setq i (1+ i)))
   hits)
+(defun row-sort (/ x l)
+  (setq x 12345)
+  (repeat 20000 (setq x (rem (+ (* x 1103) 12345) 1000003) l (cons x l)))
+  (length (vl-sort l '(lambda (a b) (< a b)))))
+(defun row-lengthen (/ text) (setq text "") (repeat 40000 (setq text (strcat text "abc,"))) (strlen text))
+(defun row-lengthen-more (/ text) (setq text "") (repeat 400000 (setq text (strcat text "abc,"))) (strlen text))
 (setq row (read (strcat "row-" (getenv "ROW"))))
-(setq start (getvar "MILLISECS"))
-(repeat 5 (apply row nil))
-(princ (/ (- (getvar "MILLISECS") start) 5.0))
-(princ "\n")
+(repeat (atoi (getenv "TIMES")) (apply row nil))
+(princ)

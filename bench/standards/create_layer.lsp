@@ -1,23 +1,20 @@
-; What 1,000 calls of kv_kv-createLayer cost, for layers that the drawing lacks and for those that it has, beside
-; 1,000 calls of zb_seek that only read the same rows. Microseconds for each call.
-;   build/release/bin/zarbo-host --support build/release/share bench/standards/create_layer.lsp
+; What kv_kv-createLayer costs for layers that the drawing lacks and for those that it has, beside a zb_seek that only
+; reads the same row.
+(load "bench/rows.lsp")
 (setq file (strcat (GetTempPath) "zarbo-" (CreateCompressedGuidString) ".kv")
       columns "iColor, sLinetype, bPlot, sLineweight, sPlotstyle")
 (zb_fcopy (findfile "standards.kv") file)
 (zb_connect file "w")
 (foreach copy '("-1" "-2" "-3")
   (zb_sql (strcat "INSERT INTO tblLayer (sName, " columns ") SELECT sName & '" copy "', " columns " FROM tblLayer")))
-(setq names (mapcar '(lambda (row) (cdr (assoc "sName" row))) (zb_sql "SELECT TOP 1000 sName FROM tblLayer")))
-(defun microseconds (work / start)
-  (setq start (getvar "MILLISECS"))
-  (foreach each names (work each))
-  (/ (* 1000.0 (- (getvar "MILLISECS") start)) (length names)))
-(defun report (what work) (princ (strcat what (rtos (microseconds work) 2 1) "\n")))
-(princ (strcat (itoa (length names)) " layers\n"))
+(setq names (mapcar '(lambda (row) (cdr (assoc "sName" row))) (zb_sql "SELECT TOP 1000 sName FROM tblLayer"))
+      rounds (length names))
 (zb_table "tblLayer" "sName")
-(report "zb_seek, row only     " zb_seek)
-(report "createLayer, new      " kv_kv-createLayer)
-(report "createLayer, present  " kv_kv-createLayer)
+(defun seeks () (foreach each names (zb_seek each)))
+(defun layers () (foreach each names (kv_kv-createLayer each)))
+(defun each-of (ms) (list (/ (* 1000.0 ms) rounds)))
+(print-row "a layer made from the standards" "us" "zb_seek of its row" (each-of (milliseconds seeks)) (each-of (milliseconds layers)) 2)
+(row "a layer that is there already" "zb_seek of its row" seeks layers nil rounds 1.5)
 (zb_close_db)
 (zb_fdelete file)
 (princ)

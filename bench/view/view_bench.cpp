@@ -1,8 +1,11 @@
-// A drawing of 100,000 mixed entities: recording it, painting all and a part of it, a whole PNG. Beside it
-// the surface's own work, which strokes as many bare lines as the drawing has entities.
+// A drawing of 100,000 mixed entities: recording it, and pictures of all and of a part of it. Beside it the
+// surface's own work: as many bare lines, and pictures of the same shapes drawn without a drawing.
 #include <benchmark/benchmark.h>
+#include <cairo-pdf.h>
+#include <cairo-svg.h>
 
 #include <random>
+#include <string>
 
 #include "brx/db_block.h"
 #include "brx/db_database.h"
@@ -112,5 +115,68 @@ void yardstickBareLines(benchmark::State& state) {
   }
 }
 BENCHMARK(yardstickBareLines)->Unit(benchmark::kMillisecond);
+
+/// The shapes of the sample's entities, by the surface's own calls.
+void strokeShapes(cairo_t* cairo) {
+  std::mt19937 random(1);
+  std::uniform_real_distribution<double> place(0, 1200), turn(0, 6.28);
+  cairo_select_font_face(cairo, "osifont", CAIRO_FONT_SLANT_NORMAL, CAIRO_FONT_WEIGHT_NORMAL);
+  cairo_set_font_size(cairo, 1.3);
+  cairo_set_line_width(cairo, 1);
+  const double dashes[] = {0.6, 0.3};
+  for (int i = 0; i < entities; ++i) {
+    const double x = place(random), y = place(random), angle = turn(random);
+    const int colour = i / 10 % 9;
+    cairo_set_source_rgb(cairo, colour & 1, colour >> 1 & 1, colour >> 2 & 1);
+    switch (i % 10) {
+      case 0:
+      case 1:
+        cairo_arc(cairo, x, y, 1.2 * (1 + angle), i % 10 ? angle : 0, i % 10 ? angle + 2 : 6.28318);
+        break;
+      case 2:
+        cairo_move_to(cairo, x, y), cairo_line_to(cairo, x + 2.4, y + 2.4);
+        cairo_arc(cairo, x + 3.6, y + 1.2, 1.7, -2.3, 0.7);
+        cairo_line_to(cairo, x + 7.2, y + 2.4);
+        break;
+      case 4:
+        cairo_move_to(cairo, x, y + 2), cairo_show_text(cairo, "450 m3/h to");
+        cairo_move_to(cairo, x, y + 4), cairo_show_text(cairo, "the room");
+        [[fallthrough]];
+      case 3:
+        cairo_move_to(cairo, x, y), cairo_show_text(cairo, "Duct 250");
+        continue;
+      default:
+        cairo_move_to(cairo, x, y);
+        cairo_line_to(cairo, x + 6 * std::cos(angle), y + 6 * std::sin(angle));
+    }
+    cairo_set_dash(cairo, dashes, i % 10 == 5 ? 2 : 0, 0);
+    cairo_stroke(cairo);
+  }
+}
+
+cairo_status_t append(void* file, const unsigned char* bytes, unsigned count) {
+  static_cast<std::string*>(file)->append(reinterpret_cast<const char*>(bytes), count);
+  return CAIRO_STATUS_SUCCESS;
+}
+
+void yardstickShapes(benchmark::State& state, view::PictureKind kind) {
+  for (auto _ : state) {
+    std::string file;
+    cairo_surface_t* const surface =
+        kind == view::PictureKind::svg   ? cairo_svg_surface_create_for_stream(append, &file, 1600, 1200)
+        : kind == view::PictureKind::pdf ? cairo_pdf_surface_create_for_stream(append, &file, 1600, 1200)
+                                         : cairo_image_surface_create(CAIRO_FORMAT_RGB24, 1600, 1200);
+    cairo_t* const cairo = cairo_create(surface);
+    strokeShapes(cairo);
+    cairo_destroy(cairo);
+    if (kind == view::PictureKind::png) cairo_surface_write_to_png_stream(surface, append, &file);
+    cairo_surface_finish(surface);
+    cairo_surface_destroy(surface);
+    benchmark::DoNotOptimize(file.size());
+  }
+}
+BENCHMARK_CAPTURE(yardstickShapes, png, view::PictureKind::png)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(yardstickShapes, svg, view::PictureKind::svg)->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(yardstickShapes, pdf, view::PictureKind::pdf)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -44,7 +44,8 @@ size_t pieceLength(std::wstring_view text) {
 double degreesOf(double radians) {
   const double degrees = radians / radiansOfDegree;
   if (!std::isfinite(degrees) || degrees == std::round(degrees)) return degrees;
-  for (const int digits : {6, 10, 13, 15, 16}) {
+  // 15 digits give back every shorter number that the angle may have been.
+  for (const int digits : {15, 16}) {
     char text[40];
     const auto [end, problem] =
         std::to_chars(text, text + sizeof text, degrees, std::chars_format::scientific, digits - 1);

@@ -1,7 +1,9 @@
 #include "host/filing/dxf_sink.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <iterator>
 
 #include "platform/files/whole_file.h"
 #include "platform/text/hex.h"
@@ -13,12 +15,11 @@ constexpr size_t pieceSize = 1 << 20;
 }
 
 void DxfSink::code(int code) {
-  char digits[8];
-  const auto [end, problem] = std::to_chars(digits, digits + sizeof digits, code);
-  const auto length = static_cast<size_t>(end - digits);
-  if (length < 3) buffer_.append(3 - length, ' ');
-  buffer_.append(digits, length);
-  buffer_ += '\n';
+  char line[12] = "  ";
+  const int blanks = code < 10 ? 2 : code < 100 ? 1 : 0;
+  char* const end = std::to_chars(line + blanks, std::end(line), code).ptr;
+  *end = '\n';
+  buffer_.append(line, end + 1);
 }
 
 void DxfSink::endGroup() {
@@ -49,11 +50,9 @@ void DxfSink::word(int group, std::string_view value) {
 void DxfSink::real(int group, double value) {
   code(group);
   char digits[40];
-  const auto [end, problem] =
-      std::to_chars(digits, digits + sizeof digits, std::isfinite(value) ? value : 0.0);
-  const std::string_view made(digits, static_cast<size_t>(end - digits));
-  buffer_ += made;
-  if (made.find_first_of(".e") == std::string_view::npos) buffer_ += ".0";
+  char* end = std::to_chars(digits, std::end(digits), std::isfinite(value) ? value : 0.0).ptr;
+  if (std::none_of(digits, end, [](char c) { return c == '.' || c == 'e'; })) *end++ = '.', *end++ = '0';
+  buffer_.append(digits, end);
   endGroup();
 }
 

@@ -2,6 +2,7 @@
 
 #include <set>
 #include <string>
+#include <unordered_map>
 
 #include "brx/db_block.h"
 #include "brx/db_proxy.h"
@@ -19,11 +20,45 @@
 namespace host {
 namespace {
 
-std::string dxfNameOf(const AcDbObject& object) {
-  if (const auto* const entity = AcDbProxyEntity::cast(&object)) return toUtf8(entity->originalDxfName());
-  if (const auto* const other = AcDbProxyObject::cast(&object)) return toUtf8(other->originalDxfName());
-  const ACHAR* const name = object.isA()->dxfName();
-  return name ? toUtf8(name) : std::string();
+/// What the class of an object tells of all its objects. Asked of each object it would cost more than some of
+/// them do.
+struct Kind {
+  explicit Kind(const AcDbObject& object)
+      : isProxyEntity(object.isKindOf(AcDbProxyEntity::desc())),
+        isProxyObject(object.isKindOf(AcDbProxyObject::desc())),
+        isBlockReference(object.isKindOf(AcDbBlockReference::desc())) {
+    const ACHAR* const name = object.isA()->dxfName();
+    if (name) dxfName = toUtf8(name);
+    const auto* const entity = AcDbEntity::cast(&object);
+    hasParts = entity && subentitiesOf(*entity);
+  }
+  /// Empty where objects of the class don't stand in files. Proxies have names of their own.
+  std::string dxfName;
+  bool isProxyEntity, isProxyObject, isBlockReference;
+  bool hasParts;
+};
+
+class Kinds {
+ public:
+  const Kind& of(const AcDbObject& object) {
+    const AcRxClass* const type = object.isA();
+    if (type != last_) {
+      kind_ = &kinds_.try_emplace(type, object).first->second;
+      last_ = type;
+    }
+    return *kind_;
+  }
+
+ private:
+  std::unordered_map<const AcRxClass*, Kind> kinds_;
+  const AcRxClass* last_ = nullptr;
+  const Kind* kind_ = nullptr;
+};
+
+std::string dxfNameOf(const AcDbObject& object, const Kind& kind) {
+  if (kind.isProxyEntity) return toUtf8(static_cast<const AcDbProxyEntity&>(object).originalDxfName());
+  if (kind.isProxyObject) return toUtf8(static_cast<const AcDbProxyObject&>(object).originalDxfName());
+  return kind.dxfName;
 }
 
 void writeMeshFields(const BrxSolidBody& body, DxfSink& sink) {
@@ -44,9 +79,9 @@ void writeMeshFields(const BrxSolidBody& body, DxfSink& sink) {
 }
 
 /// Other programs refuse a file with a reference to a block that isn't in it.
-bool namesNothing(const AcDbEntity& entity) {
-  const auto* const reference = AcDbBlockReference::cast(&entity);
-  return reference && !isLiving(reference->blockTableRecord());
+bool namesNothing(const AcDbEntity& entity, const Kind& kind) {
+  return kind.isBlockReference &&
+         !isLiving(static_cast<const AcDbBlockReference&>(entity).blockTableRecord());
 }
 
 class DrawingWriter {
@@ -96,9 +131,9 @@ class DrawingWriter {
     forEachBlock([&](AcDbBlockTableRecord& each) {
       prepareBlockEnds(each);
       forEachEntity(each, [&](AcDbEntity& entity) {
-        if (auto* const proxy = AcDbProxyEntity::cast(&entity)) renewParts(*proxy, isTaken);
-        const BrxSubentities* const list = subentitiesOf(entity);
-        if (list && !list->ids.empty()) sequenceEnd(entity);
+        const Kind& kind = kinds_.of(entity);
+        if (kind.isProxyEntity) renewParts(static_cast<AcDbProxyEntity&>(entity), isTaken);
+        if (kind.hasParts && !subentitiesOf(entity)->ids.empty()) sequenceEnd(entity);
       });
     });
     ownNextHandle_ = nextMesh_ = drawing_.imp().nextHandle;
@@ -154,7 +189,7 @@ class DrawingWriter {
   }
 
   void object(const AcDbObject& object, int handleCode, bool inPaperSpace = false) {
-    const std::string name = dxfNameOf(object);
+    const std::string name = dxfNameOf(object, kinds_.of(object));
     if (name.empty()) return;
     head(object, name, handleCode);
     const AcDbObjectExtras* const extras = HostAccess::extras(object);
@@ -167,9 +202,11 @@ class DrawingWriter {
   void contents(AcDbBlockTableRecord& block) {
     const bool inPaperSpace = block.objectId() == drawing_.paperSpaceId();
     forEachEntity(block, [&](AcDbEntity& entity) {
-      if (namesNothing(entity)) return;
+      const Kind& kind = kinds_.of(entity);
+      if (namesNothing(entity, kind)) return;
       object(entity, 5, inPaperSpace);
       if (meshes_ == DxfMeshes::besideSolids) meshes(entity);
+      if (!kind.hasParts) return;
       forEachFiledSubentity(entity, [&](AcDbEntity& each) { object(each, 5, inPaperSpace); });
     });
   }
@@ -209,6 +246,7 @@ class DrawingWriter {
   DxfSink& sink_;
   DxfOutFiler filer_;
   DxfMeshes meshes_;
+  Kinds kinds_;
   AcDbHandle ownNextHandle_ = 0, nextMesh_ = 0;
 };
 

@@ -58,6 +58,8 @@ struct Classes {
   std::vector<std::unique_ptr<AcRxClass>> all, retired;
   std::vector<AcRxClass*> notLinked;
   Dictionary byName;
+  /// Of classes with the same name in drawing files the one counts that came last.
+  std::multimap<std::wstring, AcRxClass*, std::less<>> byDxfName;
   Dictionary registry;
   AcRxClass* object;
   AcRxClass* descriptor;
@@ -78,6 +80,15 @@ struct Classes {
     return all.back().get();
   }
 
+  AcRxClass* withDxfName(std::wstring_view dxfName) const {
+    for (auto at = byDxfName.upper_bound(dxfName); at != byDxfName.begin();) {
+      const auto& [name, each] = *--at;
+      if (name != dxfName) break;
+      if (byName.at(each->name()) == each) return each;
+    }
+    return nullptr;
+  }
+
   /// Those that were not linked before.
   std::vector<AcRxClass*> linkAll() {
     for (const auto& each : all) {
@@ -88,6 +99,7 @@ struct Classes {
 
   void retire(AcRxClass& descriptor) {
     byName.remove(descriptor.name());
+    std::erase_if(byDxfName, [&](const auto& each) { return each.second == &descriptor; });
     std::erase(notLinked, &descriptor);
     const auto found =
         std::find_if(all.begin(), all.end(), [&](auto& each) { return each.get() == &descriptor; });
@@ -134,9 +146,7 @@ AcRxDictionary* acrxSysRegistry() { return &classes().registry; }
 
 AcRxClass* newAcRxClass(const ACHAR* name, const ACHAR* parent, AcRxConstructor create,
                         const ACHAR* dxfName) {
-  AcRxClass* const made = classes().add(name, parent, create);
-  AcRxClassAccess::describe(*made, dxfName, nullptr, 0, 0, 0, nullptr);
-  return made;
+  return newBrxClass(name, parent, 0, 0, 0, create, nullptr, dxfName, nullptr);
 }
 
 AcRxClass* newBrxClass(const ACHAR* name, const ACHAR* parent, int dwgVersion, int maintenanceVersion,
@@ -144,6 +154,7 @@ AcRxClass* newBrxClass(const ACHAR* name, const ACHAR* parent, int dwgVersion, i
                        const ACHAR* appName) {
   AcRxClass* const made = classes().add(name, parent, create);
   AcRxClassAccess::describe(*made, dxfName, appName, dwgVersion, maintenanceVersion, proxyFlags, companion);
+  if (made->dxfName()) classes().byDxfName.emplace(made->dxfName(), made);
   return made;
 }
 
@@ -175,12 +186,6 @@ AcRxClass* findClass(std::wstring_view name) {
   return static_cast<AcRxClass*>(classes().byName.at(std::wstring(name).c_str()));
 }
 
-AcRxClass* findClassByDxfName(std::wstring_view dxfName) {
-  for (auto each = classes().all.rbegin(); each != classes().all.rend(); ++each) {
-    const ACHAR* const own = (*each)->dxfName();
-    if (own && dxfName == own && classes().byName.at((*each)->name()) == each->get()) return each->get();
-  }
-  return nullptr;
-}
+AcRxClass* findClassByDxfName(std::wstring_view dxfName) { return classes().withDxfName(dxfName); }
 
 }  // namespace host
