@@ -73,6 +73,7 @@ class HvacSolid final : public kv_hvacSolid, public BrxSolidBodies, public AcGiV
   Acad::ErrorStatus subGetStretchPoints(AcGePoint3dArray& points) const override;
 
  private:
+  std::vector<solid::Body> bodiesAsSeen() const;
   /// False for an empty body, which isn't added.
   bool addBody(solid::Body body);
   Acad::ErrorStatus take(int version, int kind, std::string_view bytes);

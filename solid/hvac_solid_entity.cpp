@@ -4,6 +4,7 @@
 
 #include "brx/db_faces.h"
 #include "brx/lisp_calls.h"
+#include "solid/boolean.h"
 #include "solid/hvac_solid.h"
 #include "solid/outline.h"
 
@@ -48,14 +49,23 @@ void drawFaces(AcGiWorldDraw& draw, const Body& body) {
 
 }  // namespace
 
+/// Bodies that reach into each other are one to the eye: with an edge where they meet, and nothing inside.
+std::vector<Body> HvacSolid::bodiesAsSeen() const {
+  constexpr size_t mostTogether = 16;  // fittings have up to three; more would take long for every picture
+  std::vector<Body> seen = bodies_;
+  if (seen.size() > 1 && seen.size() <= mostTogether) solid::unite(seen);
+  return seen;
+}
+
 bool HvacSolid::subWorldDraw(AcGiWorldDraw* draw) {
   const bool hides = draw->regenType() == kAcGiHideOrShadeCommand;
-  for (const Body& body : bodies_) {
+  const std::vector<Body> seen = hides ? bodiesAsSeen() : std::vector<Body>();
+  for (const Body& body : hides ? seen : bodies_) {
     if (hides) drawFaces(*draw, body);
     for (const solid::Edge& edge : solid::edgesOf(body)) {
       // Quarter lines stand for round surfaces where nothing else shows them.
-      const bool seen = edge.kind == solid::Edge::sharp || (!hides && edge.kind == solid::Edge::quarter);
-      if (seen) drawEdge(draw->geometry(), body, edge);
+      const bool shows = edge.kind == solid::Edge::sharp || (!hides && edge.kind == solid::Edge::quarter);
+      if (shows) drawEdge(draw->geometry(), body, edge);
     }
   }
   return !hides;
@@ -64,7 +74,7 @@ bool HvacSolid::subWorldDraw(AcGiWorldDraw* draw) {
 /// Where a smooth surface turns away from the one who looks.
 void HvacSolid::subViewportDraw(AcGiViewportDraw* draw) {
   const AcGeVector3d towards = draw->viewDir();
-  for (const Body& body : bodies_) {
+  for (const Body& body : bodiesAsSeen()) {
     for (const solid::Edge& edge : solid::edgesOf(body)) {
       const bool round = edge.kind == solid::Edge::smooth || edge.kind == solid::Edge::quarter;
       if (round && (edge.left.dotProduct(towards) > 0) != (edge.right.dotProduct(towards) > 0)) {

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <numbers>
 
 #include "brx/db_faces.h"
 #include "host/database/memory_filer.h"
@@ -324,6 +325,31 @@ TEST_F(SolidTest, ShowsQuarterLinesAsWiresAndOutlinesFromAView) {
   const host::view::DisplayList seen = host::view::record(drawing(), {}, 0.01, &towards);
   EXPECT_EQ(count(seen, host::view::Item::polyline), 2 * 24 + 2) << "two lines where the surface turns away";
   EXPECT_EQ(count(seen, host::view::Item::polygon), 26);
+}
+
+/// A tap that reaches into its main is seen with a ring where it leaves it.
+TEST_F(SolidTest, ShowsTheEdgeWhereBodiesMeet) {
+  AcDbObjectPointer<AcDbBlockTableRecord> space(drawing().modelSpaceId(), AcDb::kForWrite);
+  HvacSolid* const solid = bar().release();
+  solid->addTransition({50, 0, 0}, false, 8, 8, {50, 40, 0}, false, 8, 8, alongY, alongY, 0);
+  space->appendAcDbEntity(solid);
+  solid->close();
+  space.close();
+  const AcGeVector3d towards = host::view::Projection::isometric().towards();
+  const host::view::DisplayList seen = host::view::record(drawing(), {}, 0.01, &towards);
+  double ring = 0;
+  int inside = 0;
+  for (const host::view::Item& each : seen.items) {
+    if (each.kind != host::view::Item::polyline) continue;
+    const AcGePoint3d &from = seen.points[each.first], &to = seen.points[each.first + 1];
+    const auto isNear = [](const AcGePoint3d& p) { return std::abs(p.x - 50) < 5 && std::abs(p.z) < 5; };
+    const bool ofTap = isNear(from) && isNear(to);
+    if (ofTap && std::abs(from.y - 10) < 1e-9 && std::abs(to.y - 10) < 1e-9) ring += from.distanceTo(to);
+    inside += ofTap && std::min(from.y, to.y) < 10 - 1e-9;
+  }
+  EXPECT_NEAR(ring, 24 * 8 * std::sin(std::numbers::pi / 24), 1e-9) << "once around 24 facets";
+  EXPECT_EQ(inside, 0);
+  EXPECT_EQ(solid->bodyCount(), 2) << "the drawing has them as they were made";
 }
 
 }  // namespace
