@@ -32,3 +32,9 @@ class BRX_API AcEditor : public AcRxObject {
   virtual void addReactor(AcEditorReactor* reactor) = 0;
   virtual void removeReactor(AcEditorReactor* reactor) = 0;
 };
+
+/// Called each time when the host has nothing to do any more: when the prompt is back.
+using AcedOnIdleMsgFn = void (*)();
+/// False for one that is registered already, or isn't.
+BRX_API bool acedRegisterOnIdleWinMsg(AcedOnIdleMsgFn function);
+BRX_API bool acedRemoveOnIdleWinMsg(AcedOnIdleMsgFn function);

@@ -185,16 +185,10 @@ bool isRowOrder(const jet::Table& table, const jet::Index& index) {
 }
 
 void DatabaseCatalog::refresh() {
-  // Without a lock: statements name their columns, so that a change in this very moment shows at the next
-  // call.
+  // The version may be that of the moment before the transaction: statements name their columns, so that a
+  // change in this very moment shows at the next call.
   refreshLinks();
-  if (loaded_ && database_.stamp().schema == schema_) return;
-  Statement& probe = database_.prepared("SELECT 1 FROM sqlite_schema LIMIT 1", Access::Read);
-  {
-    const Run run(probe);
-    probe.step();
-  }
-  const uint32_t schema = database_.stamp().schema;
+  const uint32_t schema = database_.schemaVersion();
   if (loaded_ && schema == schema_) return;
   load();
   schema_ = schema;

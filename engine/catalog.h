@@ -84,6 +84,7 @@ class DatabaseCatalog : public jet::Catalog {
   void createLink(const Link& link);
   void createQuery(std::string_view name, std::string_view sql) override;
   void dropQuery(std::string_view name) override;
+  void changesBegin() override { database_.beginWriting(Access::Write); }
   void changesUndone() override;
   /// For many changes at once, all of the caller's transaction: what each would do to the copies of the
   /// descriptions is done at the end.

@@ -1,6 +1,5 @@
 #include "engine/compact.h"
 
-#include <cerrno>
 #include <filesystem>
 
 #include "engine/catalog.h"
@@ -11,30 +10,11 @@
 
 namespace {
 
-[[noreturn]] void failMaking(int error, const std::string& path) {
-  switch (error) {
-    case EEXIST:
-      fail(databaseExists, path);
-    case EACCES:
-    case EROFS:
-    case EPERM:
-      fail(noRight, path);
-    case ENOSPC:
-    case EDQUOT:
-      fail(diskFull);
-    case EIO:
-    case ESTALE:
-      fail(diskOrNetwork);
-    default:
-      fail(badPath, path);
-  }
-}
-
 // A dangling link is one, too.
 void requireNoFile(const std::string& path) {
   std::error_code error;
   const std::filesystem::file_type type = std::filesystem::symlink_status(path, error).type();
-  if (type == std::filesystem::file_type::none) failMaking(error.value(), path);
+  if (type == std::filesystem::file_type::none) failAtFile(platform::fileProblemOf(error.value()), path);
   if (type != std::filesystem::file_type::not_found) fail(databaseExists, path);
 }
 
@@ -49,7 +29,7 @@ void setUp(Database& database) {
 // What happens to the copy is told of the file that it is of.
 std::vector<jet::Error> repair(const Database& from, const std::string& destination) {
   const platform::GrowingFile copy(destination);
-  if (copy.error() != 0) failMaking(copy.error(), destination);
+  if (copy.problem() != platform::FileProblem::none) failAtFile(copy.problem(), destination);
   try {
     std::vector<jet::Error> leftOut;
     MendedCopy mended(from, copy.path());
@@ -82,7 +62,7 @@ void buildDatabaseFile(const std::string& path, const std::function<void(Databas
   requireNoFile(path);
   // Without a journal: until the new file appears it is nothing.
   platform::GrowingFile growing(path);
-  if (growing.error() != 0) failMaking(growing.error(), path);
+  if (growing.problem() != platform::FileProblem::none) failAtFile(growing.problem(), path);
   {
     Database database(growing.path(), Database::Mode::Create);
     database.execute("PRAGMA journal_mode=MEMORY", Access::Schema);
@@ -90,7 +70,7 @@ void buildDatabaseFile(const std::string& path, const std::function<void(Databas
     setUp(database);
     fill(database);
   }
-  if (!growing.appear()) failMaking(growing.error(), path);
+  if (!growing.appear()) failAtFile(growing.problem(), path);
 }
 
 std::vector<jet::Error> compactDatabaseFile(const std::string& source, const std::string& destination) {

@@ -1,11 +1,5 @@
 #include "engine/database.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <sys/vfs.h>
-#include <unistd.h>
-
-#include <cerrno>
 #include <filesystem>
 #include <mutex>
 #include <random>
@@ -59,7 +53,7 @@ class SuspectFiles {
 // How often this process has each file open.
 class OpenFiles {
  public:
-  using Identity = std::pair<uint64_t, uint64_t>;
+  using Identity = platform::FileIdentity;
   static OpenFiles& all() {
     static OpenFiles instance;
     return instance;
@@ -83,36 +77,22 @@ class OpenFiles {
 // Only by its attributes: opening and closing a database file by other hands than SQLite's would drop the
 // locks that this process has on it, and opening a pipe would wait for its other end.
 void requireUsableFile(const std::string& path, bool forWriting) {
-  struct stat attributes {};
-  if (stat(path.c_str(), &attributes) != 0) {
-    if (errno == ENOENT) fail(fileNotFound, path);
-    if (errno == EACCES) fail(noRight, path);
-    fail(errno == EIO ? diskOrNetwork : badPath, path);
+  const auto facts = platform::factsOf(path);
+  if (!facts) {
+    const platform::FileProblem problem = platform::lastFileProblem();
+    if (problem == platform::FileProblem::notFound) fail(fileNotFound, path);
+    failAtFile(problem, path);
   }
-  if (S_ISDIR(attributes.st_mode)) fail(noRight, path);
-  if (!S_ISREG(attributes.st_mode) || attributes.st_size == 0) fail(notADatabase, path);
-  if (access(path.c_str(), forWriting ? R_OK | W_OK : R_OK) != 0) fail(noRight, path);
-}
-
-bool onNetwork(const std::string& path) {
-  constexpr long networkKinds[] = {0x6969 /* NFS */,
-                                   0x517B /* SMB */,
-                                   static_cast<long>(0xFF534D42) /* CIFS */,
-                                   static_cast<long>(0xFE534D42) /* SMB2 */,
-                                   0x65735546 /* FUSE */,
-                                   0x01021997 /* 9P */};
-  struct statfs system {};
-  if (statfs(path.c_str(), &system) != 0) return true;
-  for (const long kind : networkKinds) {
-    if (static_cast<uint32_t>(system.f_type) == static_cast<uint32_t>(kind)) return true;
-  }
-  return false;
+  if (facts->kind == platform::FileFacts::Kind::folder) fail(noRight, path);
+  if (facts->kind != platform::FileFacts::Kind::plain || facts->size == 0) fail(notADatabase, path);
+  const auto use = forWriting ? platform::FileUse::readAndWrite : platform::FileUse::read;
+  if (!platform::mayUse(path, use)) fail(noRight, path);
 }
 
 }  // namespace
 
-Database::Database(const std::string& path, Mode mode, Sharing sharing)
-    : path_(path), readOnly_(mode == Mode::Read) {
+Database::Database(const std::string& path, Mode mode, Sharing sharing, Writing writing)
+    : path_(path), readOnly_(mode == Mode::Read), flows_(mode == Mode::Write && writing == Writing::Flow) {
   if (mode != Mode::Create) requireUsableFile(path, mode == Mode::Write);
   enter(sharing);
   try {
@@ -144,7 +124,10 @@ bool Database::isReplaced() {
 
 void Database::reopen() {
   statements_.clear();
+  flusher_.reset();
   handle_.reset();
+  logIsOpen_ = false;
+  attached_ = 0;
   const Identity before = identity_;
   enter(Sharing::Any);
   OpenFiles::all().remove(before);
@@ -152,12 +135,34 @@ void Database::reopen() {
 }
 
 Database::~Database() {
-  statements_.clear();
-  handle_.reset();
+  close();
   OpenFiles::all().remove(identity_);
 }
 
+// Who closes last takes the log away, so that a file at rest is one plain file. A log of a file that was
+// replaced isn't by its name any more. What can't be taken away is left to the next who opens the file.
+void Database::close() try {
+  statements_.clear();
+  flusher_.reset();
+  const bool mine = handle_ && hasLog() && fileIdentity(path_) == identity_;
+  if (mine && !readOnly_) leaveLog(handle());
+  const bool left = mine && hasLog();
+  handle_.reset();
+  if (!left || !platform::mayUse(path_, platform::FileUse::readAndWrite)) return;
+  // Others that close in this moment have found each other in the way.
+  sqlite3* opened = nullptr;
+  const int code = sqlite3_open_v2(path_.c_str(), &opened, SQLITE_OPEN_READWRITE, nullptr);
+  handle_.reset(opened);
+  if (code == SQLITE_OK) leaveLog(opened);
+  handle_.reset();
+} catch (const jet::Failure&) {
+  handle_.reset();
+}
+
 void Database::openChecked(Mode mode) {
+  onNetwork_ = platform::isOnNetwork(path_);
+  if (onNetwork_) flows_ = false;
+  removeForeignLog(path_);
   open(mode == Mode::Read    ? SQLITE_OPEN_READONLY
        : mode == Mode::Write ? SQLITE_OPEN_READWRITE
                              : SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
@@ -173,7 +178,6 @@ void Database::open(int flags) {
   handle_.reset(opened);
   if (code != SQLITE_OK) failSqlite(opened, code, Access::Open, path_);
   configure();
-  stampIsReliable_ = !onNetwork(path_);
 }
 
 void Database::configure() {
@@ -220,17 +224,29 @@ void Database::withRightToWrite(const std::function<void()>& work) {
   if (readOnly_) open(SQLITE_OPEN_READONLY);
 }
 
-// A write-ahead log is not safe on network shares, and with it a commit doesn't show in the file's counter.
-// False when the file is damaged.
-bool Database::leaveWriteAheadLog() try {
+bool Database::hasLog() const {
+  FileHeader header;
+  return readBytes(0, header.bytes(), FileHeader::size) &&
+         header.journal() == FileHeader::Journal::WriteAhead;
+}
+
+// The file has a log: another program's, that of a killed process, or that of one which writes in this
+// moment. Who lets his writes flow goes on with it. Others take it away, or read along while it is in use; on
+// network shares, where it isn't safe, nobody does. False when the file is damaged.
+bool Database::meetLog() try {
+  if (flows_) return true;
+  bool left = false;
   withRightToWrite([&] {
-    Statement mode(handle(), "PRAGMA journal_mode=DELETE", Access::Open, 0);
-    if (!mode.step() || mode.text(0) != "delete") fail(fileInUse, path_);
+    left = leaveLog(handle());
+    sqlite3_busy_handler(handle(), waitForLock, this);
   });
+  if (!left && onNetwork_) fail(fileInUse, path_);
   return true;
 } catch (const jet::Failure& failure) {
   if (failure.error.number == notADatabase) return false;
-  throw;
+  if (failure.error.number != noRight || onNetwork_ || !readOnly_) throw;
+  open(SQLITE_OPEN_READONLY);
+  return true;
 }
 
 Database::Health Database::firstLook() {
@@ -238,9 +254,7 @@ Database::Health Database::firstLook() {
   const bool hasName = readBytes(0, header.bytes(), FileHeader::size) && header.hasName();
   // Before SQLite looks: it would make files for a log that isn't there.
   if (hasName && header.journal() == FileHeader::Journal::Unknown) return Health::Damaged;
-  if (hasName && header.journal() == FileHeader::Journal::WriteAhead && !leaveWriteAheadLog()) {
-    return Health::Damaged;
-  }
+  if (hasName && header.journal() == FileHeader::Journal::WriteAhead && !meetLog()) return Health::Damaged;
   int code = firstRead();
   if (code == SQLITE_READONLY_ROLLBACK || code == SQLITE_READONLY_RECOVERY) {
     // A writer that was killed in the middle left its journal, which has to be played back.
@@ -268,13 +282,13 @@ Database::Health Database::examine() {
 }
 
 bool Database::contentIsGood() {
-  struct stat attributes {};
-  if (stat(path_.c_str(), &attributes) != 0) fail(diskOrNetwork);
+  const auto facts = platform::factsOf(path_);
+  if (!facts) fail(diskOrNetwork);
   const bool suspect = SuspectFiles::all().contains(path_);
   const char* check = nullptr;
-  if (suspect || attributes.st_size <= fullCheckBytes) {
+  if (suspect || facts->size <= fullCheckBytes) {
     check = "PRAGMA integrity_check(1)";
-  } else if (attributes.st_size <= quickCheckBytes) {
+  } else if (facts->size <= quickCheckBytes) {
     check = "PRAGMA quick_check(1)";
   }
   try {
@@ -282,9 +296,10 @@ bool Database::contentIsGood() {
       Statement statement(handle(), check, Access::Open, 0);
       return statement.step() && statement.text(0) == "ok";
     }
+    if (hasLog()) return true;  // whose pages the file doesn't have yet
     Statement pages(handle(), "PRAGMA page_count", Access::Open, 0);
     Statement size(handle(), "PRAGMA page_size", Access::Open, 0);
-    return pages.step() && size.step() && pages.integer(0) * size.integer(0) <= attributes.st_size;
+    return pages.step() && size.step() && pages.integer(0) * size.integer(0) <= facts->size;
   } catch (const jet::Failure& failure) {
     if (failure.error.number == notADatabase || failure.error.number == unexpectedFailure) return false;
     throw;
@@ -314,17 +329,111 @@ bool Database::readBytes(int64_t place, void* bytes, int count, const char* sche
   return file && file->pMethods && file->pMethods->xRead(file, bytes, count, place) == SQLITE_OK;
 }
 
-FileStamp Database::stamp(const char* schema) const {
-  // Bytes 24 to 43 of the file: counter of changes first, schema cookie last.
-  unsigned char bytes[20];
-  if (!readBytes(24, bytes, sizeof bytes, schema)) fail(diskOrNetwork);
-  return {bigEndian(bytes), bigEndian(bytes + 16)};
+namespace {
+
+/// Bytes 18 to 43 of the file: which journal it has, the counter of changes, and the schema's.
+struct HeaderPart {
+  static constexpr int place = 18, size = 26;
+  unsigned char bytes[size];
+  bool hasLog() const { return bytes[1] == 2; }
+  uint32_t changes() const { return bigEndian(bytes + 6); }
+  uint32_t schema() const { return bigEndian(bytes + 22); }
+};
+
+}  // namespace
+
+void Database::beginReading() {
+  stamp_ = {};
+  if (!logIsOpen_) {
+    HeaderPart header;
+    if (!readBytes(HeaderPart::place, header.bytes, HeaderPart::size)) return;  // a file that begins
+    if (!header.hasLog()) {
+      stamp_ = schemaStamp_ = FileStamp(header.changes());
+      schema_ = header.schema();
+      return;
+    }
+    // Asking opens the log.
+    Statement mode(handle(), "PRAGMA main.journal_mode", Access::Read, 0);
+    logIsOpen_ = mode.step() && mode.text(0) == "wal";
+  }
+  if (!logIsOpen_) return;
+  if (const auto state = newestLogState(handle())) stamp_ = FileStamp(*state);
+}
+
+// In a file with a log it stands there, and is asked for anew after commits.
+uint32_t Database::schemaVersion(const char* schema) {
+  const bool main = std::string_view(schema) == "main";
+  if (main && stamp_ == schemaStamp_) return schema_;
+  HeaderPart header;
+  if (!main && readBytes(HeaderPart::place, header.bytes, HeaderPart::size, schema) && !header.hasLog()) {
+    return header.schema();
+  }
+  Statement& version = prepared("PRAGMA " + ::quoted(schema) + ".schema_version", Access::Read);
+  const Run run(version);
+  if (!version.step()) fail(diskOrNetwork);
+  const auto found = static_cast<uint32_t>(version.integer(0));
+  // Within a transaction that writes it may be undone.
+  if (main && sqlite3_txn_state(handle(), schema) != SQLITE_TXN_WRITE) {
+    schemaStamp_ = stamp_;
+    schema_ = found;
+  }
+  return found;
+}
+
+bool Database::unchangedSince(const FileStamp& then) const {
+  if (onNetwork_) return false;
+  if (logIsOpen_) {
+    const auto state = then.isOfLog() ? newestLogState(handle()) : std::nullopt;
+    return state && FileStamp(*state) == then;
+  }
+  HeaderPart header;
+  return readBytes(HeaderPart::place, header.bytes, HeaderPart::size) && !header.hasLog() &&
+         FileStamp(header.changes()) == then;
+}
+
+void Database::beginWriting(Access access) {
+  if (sqlite3_get_autocommit(handle()) == 0) return;
+  if (flusher_) flusher_->requireHealthy();
+  // What writes two files at once is done or not done in both only without logs.
+  if (attached_ > 0 && flusher_) {
+    settle();
+    flusher_.reset();
+    leaveLog(handle());
+    sqlite3_busy_handler(handle(), waitForLock, this);
+    logIsOpen_ = false;
+  }
+  if (!flows_ || flusher_ || attached_ > 0 || fileIdentity(path_) != identity_) return;
+  execute("PRAGMA main.synchronous=EXTRA", Access::Open);
+  Statement mode(handle(), "PRAGMA main.journal_mode=WAL", access, 0);
+  flows_ = mode.step() && mode.text(0) == "wal";
+  while (mode.step()) {
+  }  // the change is done with its last step
+  if (flows_) flow();
+}
+
+// From now on commits are not on the disk before the flusher, or a full log, has brought them there.
+void Database::flow() {
+  constexpr auto settings = "PRAGMA main.synchronous=NORMAL; PRAGMA main.journal_size_limit=16777216";
+  execute(settings, Access::Open);
+  flusher_ = std::make_unique<LogFlusher>(path_);
+  sqlite3_wal_hook(handle(), committed, this);
+}
+
+int Database::committed(void* object, sqlite3*, const char* schema, int pages) {
+  constexpr int fullLog = 4000;
+  auto& database = *static_cast<Database*>(object);
+  if (!database.flusher_ || std::string_view(schema) != "main") return SQLITE_OK;
+  database.flusher_->written();
+  if (pages >= fullLog) database.flusher_->relieve();
+  return SQLITE_OK;
+}
+
+void Database::settle() {
+  if (flusher_) flusher_->flush();
 }
 
 Database::Identity Database::fileIdentity(const std::string& path) {
-  struct stat attributes {};
-  if (stat(path.c_str(), &attributes) != 0) return {};
-  return {attributes.st_dev, attributes.st_ino};
+  return platform::factsOf(path).value_or(platform::FileFacts()).identity;
 }
 
 void Database::attach(const std::string& path, const std::string& schema) {
@@ -337,7 +446,9 @@ void Database::attach(const std::string& path, const std::string& schema) {
     detach(schema);
     throw jet::Failure{error};
   };
+  removeForeignLog(path);
   run("ATTACH " + ::quoted(path) + " AS " + ::quoted(schema));
+  ++attached_;
   // The first look at its tables.
   run("SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema LIMIT 1");
   if (!Statement(handle(), "SELECT 1 FROM " + ::quoted(schema) + ".sqlite_schema WHERE name = 'zb_tables'",
@@ -353,14 +464,15 @@ void Database::attach(const std::string& path, const std::string& schema) {
 }
 
 void Database::detach(const std::string& schema) {
-  sqlite3_exec(handle(), ("DETACH " + ::quoted(schema)).c_str(), nullptr, nullptr, nullptr);
+  const std::string sql = "DETACH " + ::quoted(schema);
+  if (sqlite3_exec(handle(), sql.c_str(), nullptr, nullptr, nullptr) == SQLITE_OK) --attached_;
 }
-
-bool Database::unchangedSince(const FileStamp& then) const { return stampIsReliable_ && stamp() == then; }
 
 Transaction::Transaction(Database& database, Kind kind, Access access)
     : database_(database), access_(access), outer_(sqlite3_get_autocommit(database.handle()) != 0) {
   if (!outer_) return;
+  if (kind == Kind::Write) database.beginWriting(access);
+  database.beginReading();
   Statement& begin = database_.prepared(kind == Kind::Read ? "BEGIN" : "BEGIN IMMEDIATE", access);
   const Run run(begin);
   begin.step();
@@ -390,7 +502,5 @@ std::string fullPath(std::wstring_view path) {
   if (path.empty() || path.find(L'\0') != std::wstring_view::npos) fail(badFileName, toUtf8(path));
   const std::string result = platform::nativePath(path);
   if (result.size() > longestPath) fail(badPath, result.substr(0, 60) + "…");
-  std::error_code error;
-  const std::filesystem::path absolute = std::filesystem::absolute(result, error);
-  return error ? result : absolute.lexically_normal().string();
+  return platform::absolutePath(result);
 }

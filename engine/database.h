@@ -10,13 +10,27 @@
 #include <string>
 #include <string_view>
 
+#include "engine/file_log.h"
+#include "engine/log_flusher.h"
 #include "engine/statement.h"
 
-/// Which state of the file something was read from. Two equal stamps mean that nothing was committed between.
-struct FileStamp {
-  uint32_t changes = 0;  ///< grows with each commit of any connection
-  uint32_t schema = 0;   ///< grows with each change of the schema
-  friend bool operator==(const FileStamp&, const FileStamp&) = default;
+/// Which state of the file something was read from. Two equal stamps mean that nothing was committed between;
+/// one that tells nothing is equal to none.
+class FileStamp {
+ public:
+  FileStamp() = default;
+  /// Of a file without a log: its counter of changes, which grows with each commit of any connection.
+  explicit FileStamp(uint32_t changes) : kind_(Kind::Counter), state_{changes} {}
+  explicit FileStamp(const LogState& state) : kind_(Kind::Log), state_(state) {}
+
+  bool isOfLog() const { return kind_ == Kind::Log; }
+  friend bool operator==(const FileStamp& a, const FileStamp& b) {
+    return a.kind_ == b.kind_ && a.kind_ != Kind::Nothing && a.state_ == b.state_;
+  }
+
+ private:
+  enum class Kind { Nothing, Counter, Log } kind_ = Kind::Nothing;
+  LogState state_{};
 };
 
 /// One connection with a database file. Modes of journal, synchronisation and locking: docs/database.md.
@@ -25,15 +39,18 @@ class Database {
   enum class Mode { Read, Write, Create };
   enum class Health { Good, Damaged };
   enum class Sharing { Any, NotInThisProcess };
+  /// When a change is on the disk: before it is acknowledged, or half a second later at most.
+  enum class Writing { Full, Flow };
 
   /// Opens without looking at the content; fails with the number that the file's state has.
-  Database(const std::string& path, Mode mode, Sharing sharing = Sharing::Any);
+  Database(const std::string& path, Mode mode, Sharing sharing = Sharing::Any,
+           Writing writing = Writing::Full);
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
 
   /// Device and number of a file.
-  using Identity = std::pair<uint64_t, uint64_t>;
+  using Identity = platform::FileIdentity;
 
   sqlite3* handle() const { return handle_.get(); }
   const std::string& path() const { return path_; }
@@ -66,11 +83,21 @@ class Database {
   void detach(const std::string& schema);
   static Identity fileIdentity(const std::string& path);  ///< zeroes when there is no file
 
-  /// The file's state now. Reliable as the state of what is read only inside a read transaction.
-  FileStamp stamp(const char* schema = "main") const;
-  /// Bytes of the file as they are on it, past all caches; false when there are not so many.
+  /// Before a transaction that changes something: gives the file its log when writes flow. Fails when what
+  /// was written before can't be brought to the disk.
+  void beginWriting(Access access);
+  /// All that was answered is on the disk when this returns; fails when that can't be done.
+  void settle();
+  /// Outside of a transaction, before it begins: takes the file's stamp.
+  void beginReading();
+  /// Of what the transaction reads: the file's state when it began, or an older one.
+  const FileStamp& stamp() const { return stamp_; }
+  /// Grows with each change of the schema. Inside a transaction.
+  uint32_t schemaVersion(const char* schema = "main");
+  /// Bytes of the file as they are on it, past all caches and logs; false when there are not so many.
   bool readBytes(int64_t place, void* bytes, int count, const char* schema = "main") const;
-  /// True when surely nothing was committed since `then`. Costs one small read of the file, and no lock.
+  /// True when surely nothing was committed since `then`. Costs no lock, and where the file has no log one
+  /// small read of it.
   bool unchangedSince(const FileStamp& then) const;
 
  private:
@@ -83,7 +110,11 @@ class Database {
   void configure();
   void setModes();
   void withRightToWrite(const std::function<void()>& work);
-  bool leaveWriteAheadLog();
+  void close();
+  bool meetLog();
+  bool hasLog() const;
+  void flow();
+  static int committed(void* database, sqlite3* handle, const char* schema, int pages);
   Health firstLook();
   bool contentIsGood();
   int firstRead();
@@ -91,11 +122,17 @@ class Database {
 
   std::string path_;
   bool readOnly_;
-  bool stampIsReliable_ = false;
+  bool onNetwork_ = true;
+  bool flows_;
+  bool logIsOpen_ = false;  // by this connection, which keeps the others from taking it away
+  int attached_ = 0;
+  FileStamp stamp_, schemaStamp_;
+  uint32_t schema_ = 0;
   Identity identity_;
   std::chrono::steady_clock::time_point lastLook_;
   std::chrono::steady_clock::time_point waitingSince_;
   std::unique_ptr<sqlite3, Close> handle_;
+  std::unique_ptr<LogFlusher> flusher_;  // once this connection has written to the log
   std::map<std::string, Statement, std::less<>> statements_;
 };
 

@@ -6,6 +6,7 @@
 #include "engine/definition.h"
 #include "engine/description.h"
 #include "engine/jet_kind.h"
+#include "platform/settings/settings.h"
 #include "platform/text/utf.h"
 
 COleSafeArray arrayOfNames(const std::vector<std::string>& names) {
@@ -35,10 +36,13 @@ COleSafeArray arrayOfPairs(const std::vector<std::pair<std::string, COleVariant>
 HRESULT EngineObject::QueryInterface(const IID& iid, void** object) {
   if (!object) return E_POINTER;
   *object = nullptr;
-  if (!(iid == interfaceId<IUnknown> || iid == interfaceId<IDispatch> || iid == interfaceId<IZbEngine>)) {
+  if (iid == interfaceId<IZbDurability>) {
+    *object = static_cast<IZbDurability*>(this);
+  } else if (iid == interfaceId<IUnknown> || iid == interfaceId<IDispatch> || iid == interfaceId<IZbEngine>) {
+    *object = static_cast<IZbEngine*>(this);
+  } else {
     return E_NOINTERFACE;
   }
-  *object = static_cast<IZbEngine*>(this);
   AddRef();
   return S_OK;
 }
@@ -118,9 +122,15 @@ namespace {
        std::nullopt}};
 }
 
+Database::Writing writingOfInstallation() {
+  const auto value = platform::readSetting(L"Software\\Korvane Software\\Installation", L"DatabaseWrites");
+  return !value || value->empty() || *value == L"flow" ? Database::Writing::Flow : Database::Writing::Full;
+}
+
 }  // namespace
 
 bool EngineObject::open(BSTR path, Database::Mode mode) {
+  if (database_) database_->settle();
   closeAll();
   const std::string file = fullPath(viewOf(path));
   try {
@@ -136,7 +146,7 @@ bool EngineObject::open(BSTR path, Database::Mode mode) {
 }
 
 bool EngineObject::openFile(const std::string& path, Database::Mode mode) {
-  auto opened = std::make_unique<Database>(path, mode);
+  auto opened = std::make_unique<Database>(path, mode, Database::Sharing::Any, writingOfInstallation());
   if (opened->examine() == Database::Health::Damaged) return false;
   auto schema = std::make_unique<DatabaseCatalog>(*opened);
   {
@@ -179,7 +189,17 @@ HRESULT EngineObject::OpenPrivate(BSTR path, VARIANT_BOOL* readOnly, VARIANT_BOO
 }
 
 HRESULT EngineObject::CloseDatabase(VARIANT_BOOL* ok) {
-  return attempt(ok, [&] { closeAll(); });
+  const HRESULT result = attempt(ok, [&] {
+    if (database_) database_->settle();
+  });
+  closeAll();
+  return result;
+}
+
+HRESULT EngineObject::Settle(VARIANT_BOOL* ok) {
+  return attempt(ok, [&] {
+    if (database_) database_->settle();
+  });
 }
 
 namespace {

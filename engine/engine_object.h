@@ -13,7 +13,7 @@
 #include "platform/com/com_error.h"
 
 /// The engine: what `interfaces/engine.h` says, over one database file. Made with one reference.
-class EngineObject final : public IZbEngine {
+class EngineObject final : public IZbEngine, public IZbDurability {
  public:
   EngineObject() = default;
 
@@ -93,6 +93,8 @@ class EngineObject final : public IZbEngine {
   HRESULT STDMETHODCALLTYPE FieldValue(BSTR field, VARIANT value, VARIANT_BOOL* ok) override;
   HRESULT STDMETHODCALLTYPE ExecuteCommand(BSTR sql, LONG* count, VARIANT_BOOL* ok) override;
   HRESULT STDMETHODCALLTYPE EngineVersion(SHORT* version) override;
+
+  HRESULT STDMETHODCALLTYPE Settle(VARIANT_BOOL* ok) override;
 
  private:
   ~EngineObject() = default;

@@ -46,11 +46,11 @@ void FileHeader::put(size_t place, uint32_t value) {
   for (size_t i = 0; i < 4; ++i) bytes_[place + i] = static_cast<unsigned char>(value >> (24 - 8 * i));
 }
 
-void FileHeader::mend(uint32_t pages) {
+void FileHeader::mend(uint32_t pages, Journal journal) {
   std::memcpy(bytes(), name, sizeof name);
   bytes_[pageSizePlace] = pageSize >> 8;
   bytes_[pageSizePlace + 1] = 0;
-  bytes_[writeVersion] = bytes_[readVersion] = 1;
+  bytes_[writeVersion] = bytes_[readVersion] = journal == Journal::WriteAhead ? 2 : 1;
   bytes_[reservedBytes] = 0;
   constexpr unsigned char fractions[] = {64, 32, 32};
   std::memcpy(bytes() + payloadFractions, fractions, sizeof fractions);

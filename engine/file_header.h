@@ -23,7 +23,7 @@ class FileHeader {
   /// From then on the file has none that could be used again.
   void forgetFreePages();
   /// Puts back all that is the same in every file of this engine, for a file of so many pages.
-  void mend(uint32_t pages);
+  void mend(uint32_t pages, Journal journal);
 
  private:
   void put(size_t place, uint32_t value);

@@ -3,6 +3,8 @@
 #include <memory>
 #include <string>
 
+#include "platform/files/private_folder.h"
+
 /// What a genuine Jet file holds, as a database of the engine in a private temporary file that goes with the
 /// object. The file is read by the program `zarbo-mdb` beside the engine's library, so that a damaged one
 /// can't harm this process.
@@ -13,13 +15,12 @@ class JetSnapshot {
   static std::shared_ptr<const JetSnapshot> of(const std::string& source);
 
   explicit JetSnapshot(const std::string& source);
-  JetSnapshot(const JetSnapshot&) = delete;
-  JetSnapshot& operator=(const JetSnapshot&) = delete;
-  ~JetSnapshot();
 
   const std::string& source() const { return source_; }
   const std::string& path() const { return path_; }
 
  private:
-  std::string source_, folder_, path_;
+  std::string source_;
+  platform::PrivateFolder folder_;
+  std::string path_;
 };

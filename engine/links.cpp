@@ -1,5 +1,3 @@
-#include <sys/stat.h>
-
 #include "engine/catalog.h"
 #include "engine/compact.h"
 #include "engine/description.h"
@@ -8,11 +6,6 @@
 /// for.
 
 namespace {
-
-bool isThere(const std::string& path) {
-  struct stat attributes {};
-  return stat(path.c_str(), &attributes) == 0;
-}
 
 // The guards of relations of an older file name their database, which SQLite refuses once it is attached: a
 // short connection of the file's own makes them anew. What else is wrong with it shows when it is attached.
@@ -47,8 +40,8 @@ void DatabaseCatalog::readLinks() {
 void DatabaseCatalog::refreshLinks() {
   for (auto& [path, file] : linkedFiles_) {
     if (!file.attached) continue;
-    const bool gone = !isThere(path) || database_.fileIdentity(path) != file.identity;
-    if (!gone && database_.stamp(file.schema.c_str()).schema == file.cookie) continue;
+    const bool gone = !platform::factsOf(path) || database_.fileIdentity(path) != file.identity;
+    if (!gone && database_.schemaVersion(file.schema.c_str()) == file.cookie) continue;
     if (gone) {
       database_.forgetStatements();
       database_.detach(file.schema);
@@ -78,7 +71,7 @@ const DatabaseCatalog::LinkedFile& DatabaseCatalog::linkedFile(const std::string
   }
   if (file.cookie == 0) {
     file.tables = readTables(file.schema);
-    file.cookie = database_.stamp(file.schema.c_str()).schema;
+    file.cookie = database_.schemaVersion(file.schema.c_str());
   }
   return file;
 }

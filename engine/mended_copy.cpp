@@ -1,13 +1,14 @@
 #include "engine/mended_copy.h"
 
-#include <sys/stat.h>
-
 #include <algorithm>
+#include <filesystem>
 
 #include "engine/catalog.h"
 
 MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::move(path)) {
   copyPages(damaged);
+  mendHeader(FileHeader::Journal::WriteAhead);
+  takeOverLog(logName(damaged.path()));
   mendHeader();
   RecoveredTables found;
   {
@@ -22,24 +23,40 @@ MendedCopy::MendedCopy(const Database& damaged, std::string path) : path_(std::m
   database_ = std::make_unique<Database>(path_, Database::Mode::Read);
 }
 
+// A log that killed or living processes have beside the damaged file belongs to it: its pages go into the
+// copy.
+void MendedCopy::takeOverLog(const std::string& log) {
+  const auto facts = platform::factsOf(log);
+  if (!facts || facts->size == 0) return;
+  std::filesystem::copy_file(log, logName(path_));
+  {
+    const Database merged(path_, Database::Mode::Write);
+    // Whatever the pages are like: the first look at them opens the log, and leaving it needs no more.
+    sqlite3_exec(merged.handle(), "PRAGMA schema_version", nullptr, nullptr, nullptr);
+    sqlite3_wal_checkpoint_v2(merged.handle(), "main", SQLITE_CHECKPOINT_TRUNCATE, nullptr, nullptr);
+  }
+  std::filesystem::remove(logName(path_));
+  std::filesystem::remove(logIndexName(path_));
+}
+
 // What can't be read is left empty.
 void MendedCopy::copyPages(const Database& damaged) {
-  struct stat attributes {};
-  if (::stat(damaged.path().c_str(), &attributes) != 0) fail(diskOrNetwork);
+  const auto facts = platform::factsOf(damaged.path());
+  if (!facts) fail(diskOrNetwork);
   PageFile copy(path_);
-  for (off_t place = 0; place < attributes.st_size; place += FileHeader::pageSize) {
+  for (int64_t place = 0; place < facts->size; place += FileHeader::pageSize) {
     Page page{};
     damaged.readBytes(place, page.data(), static_cast<int>(page.size()));
     copy.append(page);
   }
 }
 
-void MendedCopy::mendHeader() {
+void MendedCopy::mendHeader(FileHeader::Journal journal) {
   PageFile copy(path_);
   Page page = copy.read(1);
   FileHeader header;
   std::copy_n(page.begin(), FileHeader::size, header.bytes());
-  header.mend(copy.count());
+  header.mend(copy.count(), journal);
   std::copy_n(header.bytes(), FileHeader::size, page.begin());
   copy.write(1, page);
 }

@@ -19,7 +19,8 @@ class MendedCopy {
 
  private:
   void copyPages(const Database& damaged);
-  void mendHeader();
+  void takeOverLog(const std::string& log);
+  void mendHeader(FileHeader::Journal journal = FileHeader::Journal::Rollback);
   void forgetSchema();
   void writeSchema(const RecoveredTables& found);
 

@@ -1,32 +1,27 @@
 #include "engine/page_file.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
-#include <cerrno>
-
 #include "engine/errors/errors.h"
 
-PageFile::PageFile(const std::string& path) : descriptor_(::open(path.c_str(), O_RDWR | O_CLOEXEC)) {
-  struct stat attributes {};
-  if (descriptor_ < 0 || fstat(descriptor_, &attributes) != 0) fail(diskOrNetwork);
-  count_ = static_cast<uint32_t>(attributes.st_size / FileHeader::pageSize);
-}
+namespace {
 
-PageFile::~PageFile() { ::close(descriptor_); }
+int64_t placeOf(uint32_t number) { return static_cast<int64_t>(number - 1) * FileHeader::pageSize; }
+
+}  // namespace
+
+PageFile::PageFile(const std::string& path) : file_(path) {
+  if (!file_.good()) fail(diskOrNetwork);
+  count_ = static_cast<uint32_t>(file_.size() / FileHeader::pageSize);
+}
 
 Page PageFile::read(uint32_t number) const {
   Page page{};
-  const off_t place = static_cast<off_t>(number - 1) * FileHeader::pageSize;
-  if (pread(descriptor_, page.data(), page.size(), place) < 0) fail(diskOrNetwork);
+  if (!file_.read(placeOf(number), page.data(), page.size())) fail(diskOrNetwork);
   return page;
 }
 
 void PageFile::write(uint32_t number, const Page& page) {
-  const off_t place = static_cast<off_t>(number - 1) * FileHeader::pageSize;
-  if (pwrite(descriptor_, page.data(), page.size(), place) == static_cast<ssize_t>(page.size())) return;
-  fail(errno == ENOSPC || errno == EDQUOT ? diskFull : diskOrNetwork);
+  if (file_.write(placeOf(number), page.data(), page.size())) return;
+  fail(platform::lastFileProblem() == platform::FileProblem::diskFull ? diskFull : diskOrNetwork);
 }
 
 uint32_t PageFile::append(const Page& page) {

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "engine/file_header.h"
+#include "platform/files/placed_file.h"
 
 using Page = std::array<unsigned char, FileHeader::pageSize>;
 
@@ -14,9 +15,6 @@ using Page = std::array<unsigned char, FileHeader::pageSize>;
 class PageFile {
  public:
   explicit PageFile(const std::string& path);
-  ~PageFile();
-  PageFile(const PageFile&) = delete;
-  PageFile& operator=(const PageFile&) = delete;
 
   uint32_t count() const { return count_; }
   Page read(uint32_t number) const;
@@ -25,6 +23,6 @@ class PageFile {
   uint32_t append(const Page& page);
 
  private:
-  int descriptor_;
+  platform::PlacedFile file_;
   uint32_t count_ = 0;
 };

@@ -151,23 +151,9 @@ BSTR bstrOfUtf8(std::string_view text) {
   return result;
 }
 
-void variantOf(const Cell& cell, const char* bytes, jet::Type type, VARIANT& result) {
-  if (cell.kind == Stored::Kind::Null) {
-    result.vt = VT_NULL;
-    return;
-  }
-  if (cell.kind == Stored::Kind::Text) {
-    result.bstrVal = bstrOfUtf8({bytes, cell.length});
-    result.vt = VT_BSTR;
-    return;
-  }
-  if (cell.kind == Stored::Kind::Blob) {
-    result.parray = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(cell.length));
-    if (!result.parray) throw std::bad_alloc();
-    result.vt = VT_ARRAY | VT_UI1;
-    if (cell.length > 0) std::memcpy(result.parray->pvData, bytes, cell.length);
-    return;
-  }
+namespace {
+
+void variantOfNumber(const Cell& cell, jet::Type type, VARIANT& result) {
   const bool isReal = cell.kind == Stored::Kind::Real;
   const double number = isReal ? cell.real : static_cast<double>(cell.integer);
   switch (type) {
@@ -211,4 +197,26 @@ void variantOf(const Cell& cell, const char* bytes, jet::Type type, VARIANT& res
     result.vt = VT_R8;
     result.dblVal = number;
   }
+}
+
+}  // namespace
+
+void variantOf(const Cell& cell, const char* bytes, jet::Type type, VARIANT& result) {
+  if (cell.kind == Stored::Kind::Null) {
+    result.vt = VT_NULL;
+    return;
+  }
+  if (cell.kind == Stored::Kind::Text) {
+    result.bstrVal = bstrOfUtf8({bytes, cell.length});
+    result.vt = VT_BSTR;
+    return;
+  }
+  if (cell.kind == Stored::Kind::Blob) {
+    result.parray = SafeArrayCreateVector(VT_UI1, 0, static_cast<ULONG>(cell.length));
+    if (!result.parray) throw std::bad_alloc();
+    result.vt = VT_ARRAY | VT_UI1;
+    if (cell.length > 0) std::memcpy(result.parray->pvData, bytes, cell.length);
+    return;
+  }
+  variantOfNumber(cell, type, result);
 }

@@ -134,6 +134,18 @@ struct IZbEngine : IDispatch {
   virtual HRESULT STDMETHODCALLTYPE EngineVersion(SHORT* version) = 0;
 };
 
+/// A second face of the engine object, for those who know when it matters that changes are on the disk. Where
+/// writes flow (docs/database.md) the engine brings them there by itself within half a second.
+struct IZbDurability : IUnknown {
+  /// All that was answered through this object is on the disk when this returns, and in the database file
+  /// itself, unless others read an older state of it. Costs nothing when there is nothing to bring.
+  virtual HRESULT STDMETHODCALLTYPE Settle(VARIANT_BOOL* ok) = 0;
+};
+
+template <>
+inline constexpr IID interfaceId<IZbDurability> = {
+    0x8F0B41D6, 0x3C0E, 0x4B3B, {0x9A, 0x57, 0x1D, 0x62, 0xE0, 0x4C, 0x7A, 0x95}};
+
 template <>
 inline constexpr IID interfaceId<IZbEngine> = {
     0x2C4ED17D, 0x80E4, 0x4416, {0xBF, 0x2B, 0x2C, 0x8D, 0x9F, 0x11, 0x7E, 0x44}};

@@ -170,12 +170,20 @@ bool layTogether(const std::vector<const Body*>& bodies, Body& result) {
   Complex complex(toleranceOf(points));
   complex.addBox(all.low - room, all.high + room);
   std::vector<char> isSolid(1, 0);
+  std::vector<Box> boxes(1);  // around the cells, or what they were before they were split
+  complex.forEachCorner(0, [&](const Point& p) { boxes[0].add(p); });
   for (const Convex& each : cells) {
     const std::int32_t before = complex.cellCount();
     for (std::int32_t cell = 0; cell < before; ++cell) {
-      if (isSolid[static_cast<size_t>(cell)] || complex.isApart(cell, each.planes, each.points)) continue;
+      const auto at = static_cast<size_t>(cell);
+      if (isSolid[at] || !boxes[at].meets(each.box)) continue;
+      if (complex.isApart(cell, each.planes, each.points)) continue;
       const std::int32_t inside = splitOff(complex, cell, each);
       isSolid.resize(static_cast<size_t>(complex.cellCount()), 0);
+      for (auto made = static_cast<std::int32_t>(boxes.size()); made < complex.cellCount(); ++made) {
+        Box& box = boxes.emplace_back();
+        complex.forEachCorner(made, [&](const Point& p) { box.add(p); });
+      }
       if (inside != noCell) isSolid[static_cast<size_t>(inside)] = 1;
       if (complex.cellCount() > mostCells) return false;
     }
@@ -194,33 +202,35 @@ bool layTogether(const std::vector<const Body*>& bodies, Body& result) {
 }  // namespace
 
 void unite(std::vector<Body>& bodies) {
-  std::vector<size_t> group(bodies.size());
+  std::vector<size_t> group(bodies.size()), order(bodies.size());
   std::iota(group.begin(), group.end(), size_t{0});
+  std::iota(order.begin(), order.end(), size_t{0});
   const auto rootOf = [&](size_t i) {
     while (group[i] != i) i = group[i];
     return i;
   };
   std::vector<Box> boxes;
   for (const Body& each : bodies) boxes.push_back(boxOf(each.points));
-  for (size_t i = 0; i < bodies.size(); ++i) {
-    for (size_t k = i + 1; k < bodies.size(); ++k) {
+  // Along X, so that of many bodies only near ones are compared.
+  std::sort(order.begin(), order.end(), [&](size_t i, size_t k) { return boxes[i].low.x < boxes[k].low.x; });
+  for (size_t at = 0; at < order.size(); ++at) {
+    const size_t i = order[at];
+    for (size_t next = at + 1; next < order.size() && boxes[order[next]].low.x <= boxes[i].high.x; ++next) {
+      const size_t k = order[next];
       if (rootOf(i) == rootOf(k) || !boxes[i].meets(boxes[k]) || !overlap(bodies[i], bodies[k])) continue;
       const size_t first = std::min(rootOf(i), rootOf(k)), second = std::max(rootOf(i), rootOf(k));
       group[second] = first;
     }
   }
+  std::vector<std::vector<Body*>> members(bodies.size());
+  for (size_t i = 0; i < bodies.size(); ++i) members[rootOf(i)].push_back(&bodies[i]);
   std::vector<Body> united;
-  for (size_t i = 0; i < bodies.size(); ++i) {
-    if (rootOf(i) != i) continue;
-    std::vector<const Body*> members;
-    for (size_t k = i; k < bodies.size(); ++k) {
-      if (rootOf(k) == i) members.push_back(&bodies[k]);
-    }
+  for (const std::vector<Body*>& each : members) {
     Body made;
-    if (members.size() > 1 && layTogether(members, made)) {
+    if (each.size() > 1 && layTogether({each.begin(), each.end()}, made)) {
       united.push_back(std::move(made));
     } else {
-      for (const Body* each : members) united.push_back(*each);
+      for (Body* const body : each) united.push_back(std::move(*body));
     }
   }
   bodies = std::move(united);

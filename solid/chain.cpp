@@ -1,6 +1,9 @@
 #include "solid/chain.h"
 
 #include <algorithm>
+#include <utility>
+
+#include "solid/convexity.h"
 
 namespace solid {
 namespace {
@@ -34,6 +37,7 @@ struct Chain::Strand {
     const Vector area = areaOf(ring.points);
     const size_t count = ring.points.size();
     const bool reversed = area.dotProduct(way) < 0;
+    vertices.reserve(count), quarters.reserve(count);
     for (size_t i = 0; i < count; ++i) {
       vertices.push_back(first + static_cast<Index>(reversed ? count - 1 - i : i));
       quarters.push_back(ring.quarters[reversed ? (2 * count - 2 - i) % count : i]);
@@ -41,12 +45,13 @@ struct Chain::Strand {
     normal = area * ((reversed ? -1 : 1) / area.length());
   }
   size_t size() const { return vertices.size(); }
-  Index operator[](size_t i) const { return vertices[i % vertices.size()]; }
+  Index operator[](size_t i) const { return vertices[i < vertices.size() ? i : i % vertices.size()]; }
 };
 
-int Chain::add(const Ring& ring) {
-  rings_.push_back({ring, static_cast<Index>(body_.points.size()), -1});
+int Chain::add(Ring ring) {
+  const auto first = static_cast<Index>(body_.points.size());
   body_.points.insert(body_.points.end(), ring.points.begin(), ring.points.end());
+  rings_.push_back({std::move(ring), first, -1});
   return static_cast<int>(rings_.size()) - 1;
 }
 
@@ -125,43 +130,6 @@ void Chain::walk(const Strand& a, const Strand& b, std::int32_t cell, std::int32
 
 namespace {
 
-/// Each face must have its neighbours' corners behind it: in a closed surface that goes round once, that
-/// makes the whole convex.
-bool isConvex(const Body& body, const std::vector<size_t>& faces, std::int32_t cell, double tolerance) {
-  struct Edge {
-    std::uint64_t key;  // both ends in the sense of the face
-    size_t face;
-    bool operator<(const Edge& o) const { return key < o.key; }
-  };
-  std::vector<Edge> edges;
-  for (const size_t face : faces) {
-    const auto loop = body.loop(face);
-    for (size_t k = 0; k < loop.size(); ++k) {
-      std::uint64_t from = loop[k], to = loop[(k + 1) % loop.size()];
-      if (body.faces[face].front == cell) std::swap(from, to);
-      edges.push_back({from << 32 | to, face});
-    }
-  }
-  std::sort(edges.begin(), edges.end());
-  for (const Edge& edge : edges) {
-    const std::uint64_t opposite = edge.key << 32 | edge.key >> 32;
-    const auto other = std::lower_bound(edges.begin(), edges.end(), Edge{opposite, 0});
-    if (other == edges.end() || other->key != opposite) return false;
-    const auto loop = body.loop(edge.face);
-    const Vector area = areaVector(body.points, loop);
-    const double length = area.length() * (body.faces[edge.face].front == cell ? -1 : 1);
-    if (length == 0) continue;
-    for (const Index corner : body.loop(other->face)) {
-      if ((body.points[corner] - body.points[loop[0]]).dotProduct(area) / length > tolerance) return false;
-    }
-  }
-  return true;
-}
-
-}  // namespace
-
-namespace {
-
 /// A section that the rounding of the piece's length and place swallows.
 bool isThin(const std::vector<Point>& points, double tolerance) {
   double around = 0;
@@ -207,7 +175,7 @@ bool Chain::join(int first, int second, std::int32_t surface) {
   for (size_t face = firstFace; face < body_.faces.size(); ++face) {
     if (face != faces[0] && face != faces[1]) faces.push_back(face);
   }
-  return isConvex(body_, faces, cell, 4 * tolerance);
+  return isConvexCell(body_, faces, cell, 4 * tolerance);
 }
 
 Body transition(const SectionEnd& start, const SectionEnd& end, int detail) {

@@ -9,7 +9,7 @@ namespace solid {
 class Chain {
  public:
   /// The number of the ring.
-  int add(const Ring& ring);
+  int add(Ring ring);
   /// Adds the hull of two rings, which may differ in everything but must not cross each other's planes. Its
   /// smooth surfaces are those numbered `surface`. False, with the chain spoilt, when there is no such hull.
   bool join(int first, int second, std::int32_t surface = 0);

@@ -29,6 +29,13 @@ class Complex {
   std::int32_t cellCount() const { return static_cast<std::int32_t>(cells_.size()); }
   bool isAlive(std::int32_t cell) const { return cells_[static_cast<size_t>(cell)].alive; }
   void drop(std::int32_t cell) { cells_[static_cast<size_t>(cell)].alive = false; }
+  /// Corners come once a face.
+  template <class Visit>
+  void forEachCorner(std::int32_t cell, Visit visit) const {
+    for (const Index face : cells_[static_cast<size_t>(cell)].faces) {
+      for (const Index corner : faces_[face].loop) visit(points_[corner]);
+    }
+  }
 
   struct Parts {
     std::int32_t below = noCell, above = noCell;

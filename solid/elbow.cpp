@@ -35,10 +35,18 @@ void nearest(const Point& p, const Vector& u, const Point& q, const Vector& v, P
   onSecond = q + v * ((bu * uv - bv * uu) / det);
 }
 
-Vector rotated(const Vector& v, double angle, const Vector& axis) {
-  return v * std::cos(angle) + axis.crossProduct(v) * std::sin(angle) +
-         axis * (axis.dotProduct(v) * (1 - std::cos(angle)));
-}
+/// A turn about an axis of length 1.
+class Turn {
+ public:
+  Turn(double angle, const Vector& axis) : axis_(axis), cosine_(std::cos(angle)), sine_(std::sin(angle)) {}
+  Vector operator*(const Vector& v) const {
+    return v * cosine_ + axis_.crossProduct(v) * sine_ + axis_ * (axis_.dotProduct(v) * (1 - cosine_));
+  }
+
+ private:
+  Vector axis_;
+  double cosine_, sine_;
+};
 
 }  // namespace
 
@@ -181,9 +189,9 @@ void nameSides(Ring& ring, const SectionEnd& end, const Corner& corner) {
 }
 
 /// Lines that miss each other are joined by a bend that climbs evenly.
-Ring turned(const Ring& ring, const Point& centre, double angle, const Vector& axis, const Vector& climb) {
+Ring turned(const Ring& ring, const Point& centre, const Turn& by, const Vector& climb) {
   Ring made = ring;
-  for (Point& p : made.points) p = centre + rotated(p - centre, angle, axis) + climb;
+  for (Point& p : made.points) p = centre + by * (p - centre) + climb;
   return made;
 }
 
@@ -200,7 +208,7 @@ Body bend(const SectionEnd& head, const Corner& corner, double radius, int detai
   int last = chain.add(ring);
   for (int i = 1; i <= steps; ++i) {
     const double share = static_cast<double>(i) / steps;
-    const int next = chain.add(turned(ring, centre, corner.angle * share, corner.axis, climb * share));
+    const int next = chain.add(turned(ring, centre, Turn(corner.angle * share, corner.axis), climb * share));
     if (!chain.join(last, next)) return {};
     last = next;
   }
@@ -250,7 +258,7 @@ Body trayElbow(const SectionEnd& head, const SectionEnd& tail, double radius, in
   const int steps = stepsOf(corner.angle, detail);
   const Vector spoke = left * -inner;
   for (int i = steps; i >= 0; --i) {
-    shape.outline.push_back(centre + rotated(spoke, corner.angle * i / steps, corner.axis));
+    shape.outline.push_back(centre + Turn(corner.angle * i / steps, corner.axis) * spoke);
     shape.surfaces.push_back(i > 0 ? 0 : flat);
   }
   // A fan from the outer corner.

@@ -53,10 +53,13 @@ void addOval(double w, double h, int facets, std::vector<OutlinePoint>& outline,
     quarters.push_back(surface);
   };
   const int steps = facets / 4;
+  // A side shorter than a facet can't be told from one.
+  const double facet = 2 * radius * std::sin(turn / 2 / facets);
   for (int q = 0; q < 4; ++q) {
     for (int i = 0; i < steps; ++i) add(q, q * steps + i, q);
     const OutlinePoint here = centre(q), next = centre((q + 1) % 4);
-    if (here.x != next.x || here.y != next.y) add(q, (q + 1) * steps, flat);
+    const double side = std::abs(here.x - next.x) + std::abs(here.y - next.y);
+    if (side > 0) add(q, (q + 1) * steps, side > facet ? flat : q);
   }
 }
 

@@ -162,6 +162,21 @@ jet::Error errorOfSqlite(sqlite3* database, int code, Access access, std::string
 
 void fail(int number, std::string_view detail) { throw jet::Failure{engineError(number, detail)}; }
 
+void failAtFile(platform::FileProblem problem, std::string_view path) {
+  switch (problem) {
+    case platform::FileProblem::exists:
+      fail(databaseExists, path);
+    case platform::FileProblem::noRight:
+      fail(noRight, path);
+    case platform::FileProblem::diskFull:
+      fail(diskFull);
+    case platform::FileProblem::disk:
+      fail(diskOrNetwork);
+    default:
+      fail(badPath, path);
+  }
+}
+
 void failSqlite(sqlite3* database, int code, Access access, std::string_view path) {
   throw jet::Failure{errorOfSqlite(database, code, access, path)};
 }

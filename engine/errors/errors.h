@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "engine/errors/error.h"
+#include "platform/files/file_facts.h"
 
 /// Numbers of the desktop database engine that this server answers, beside those of the SQL dialect.
 enum EngineError : int {
@@ -57,4 +58,6 @@ jet::Error errorOfSqlite(sqlite3* database, int code, Access access, std::string
 /// Failures are thrown as `jet::Failure` everywhere inside the engine; its object turns them into the pending
 /// error.
 [[noreturn]] void fail(int number, std::string_view detail = {});
+/// What the system says of a file. `path` is what the caller was asked for.
+[[noreturn]] void failAtFile(platform::FileProblem problem, std::string_view path);
 [[noreturn]] void failSqlite(sqlite3* database, int code, Access access, std::string_view path = {});

@@ -140,7 +140,7 @@ void Binder::bindTableSource(Source& source, Scope& target) {
   }
   const std::string_view outerText = text_;
   text_ = storedTexts_.emplace_back(*stored);
-  Statement statement = parseStatement(text_);
+  ParsedStatement statement = parseStatement(text_);
   auto* select = std::get_if<SelectStatement>(&statement.body);
   if (!select || !select->query->into.empty()) {
     text_ = outerText;

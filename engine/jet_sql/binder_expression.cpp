@@ -70,85 +70,83 @@ Type arithmeticType(char operation, Type a, Type b) {
   return Type::Double;
 }
 
+/// Of kinds whose values are all of one type; `Unknown` of others.
+Type typeOfKind(ExpressionKind kind) {
+  switch (kind) {
+    case ExpressionKind::Boolean:
+    case ExpressionKind::Compare:
+    case ExpressionKind::Between:
+    case ExpressionKind::InList:
+    case ExpressionKind::IsNull:
+    case ExpressionKind::Like:
+      return Type::YesNo;
+    case ExpressionKind::Integer:
+      return Type::Long;
+    case ExpressionKind::Real:
+      return Type::Double;
+    case ExpressionKind::Date:
+      return Type::Date;
+    case ExpressionKind::Text:
+    case ExpressionKind::Concat:
+      return Type::Text;
+    case ExpressionKind::Guid:
+      return Type::Guid;
+    default:
+      return Type::Unknown;
+  }
+}
+
+Type negatedType(Type type) {
+  if (type == Type::YesNo || type == Type::Byte) return Type::Integer;
+  return isTextType(type) ? Type::Double : type;
+}
+
+// Numbers are combined bit by bit; truth values are numbers whose bits are all alike.
+Type logicType(const std::vector<ExpressionPtr>& operands) {
+  const bool bits = std::any_of(operands.begin(), operands.end(), [](const ExpressionPtr& each) {
+    return each->type != Type::YesNo && each->type != Type::Unknown;
+  });
+  return bits ? Type::Long : Type::YesNo;
+}
+
 }  // namespace
 
 void Binder::bind(Expression& e) {
   for (ExpressionPtr& operand : e.operands) {
     if (e.kind != ExpressionKind::Call) bind(*operand);
   }
+  if (const Type type = typeOfKind(e.kind); type != Type::Unknown) e.type = type;
   switch (e.kind) {
-    case ExpressionKind::Null:
-      break;
-    case ExpressionKind::Boolean:
-      e.type = Type::YesNo;
-      break;
-    case ExpressionKind::Integer:
-      e.type = Type::Long;
-      break;
-    case ExpressionKind::Real:
-      e.type = Type::Double;
-      break;
-    case ExpressionKind::Date:
-      e.type = Type::Date;
-      break;
-    case ExpressionKind::Text:
-      e.type = Type::Text;
-      break;
-    case ExpressionKind::Guid:
-      e.type = Type::Guid;
-      break;
     case ExpressionKind::Star:
       fail(expressionSyntax, "Only Count takes *", e.place);
     case ExpressionKind::Name:
-      bindName(e);
-      break;
+      return bindName(e);
     case ExpressionKind::Plus:
       e.type = e.operands[0]->type;
-      break;
-    case ExpressionKind::Negate: {
-      const Type type = e.operands[0]->type;
-      e.type = type == Type::YesNo || type == Type::Byte ? Type::Integer
-               : isTextType(type)                        ? Type::Double
-                                                         : type;
-      break;
-    }
+      return;
+    case ExpressionKind::Negate:
+      e.type = negatedType(e.operands[0]->type);
+      return;
     case ExpressionKind::Arithmetic:
-      bindArithmetic(e);
-      break;
-    case ExpressionKind::Concat:
-      e.type = Type::Text;
-      break;
+      return bindArithmetic(e);
     case ExpressionKind::Compare:
-      checkComparable(*e.operands[0], *e.operands[1], e.place);
-      e.type = Type::YesNo;
-      break;
     case ExpressionKind::Between:
     case ExpressionKind::InList:
       for (size_t i = 1; i < e.operands.size(); ++i) checkComparable(*e.operands[0], *e.operands[i], e.place);
-      e.type = Type::YesNo;
-      break;
+      return;
     case ExpressionKind::Not:
-    case ExpressionKind::Logic: {
-      // Numbers are combined bit by bit; truth values are numbers whose bits are all alike.
-      const bool bits = std::any_of(e.operands.begin(), e.operands.end(), [](const ExpressionPtr& o) {
-        return o->type != Type::YesNo && o->type != Type::Unknown;
-      });
-      e.type = bits ? Type::Long : Type::YesNo;
-      break;
-    }
-    case ExpressionKind::IsNull:
-    case ExpressionKind::Like:
-      e.type = Type::YesNo;
-      break;
+    case ExpressionKind::Logic:
+      e.type = logicType(e.operands);
+      return;
     case ExpressionKind::Call:
-      bindCall(e);
-      break;
+      return bindCall(e);
     case ExpressionKind::InQuery:
     case ExpressionKind::Subquery:
     case ExpressionKind::Exists:
     case ExpressionKind::Quantified:
-      bindSubquery(e);
-      break;
+      return bindSubquery(e);
+    default:
+      return;
   }
 }
 

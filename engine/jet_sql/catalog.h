@@ -105,6 +105,8 @@ class Catalog {
   virtual void createQuery(std::string_view name, std::string_view sql) = 0;
   virtual void dropQuery(std::string_view name) = 0;
 
+  /// A statement that changes something begins; nothing is open yet.
+  virtual void changesBegin() {}
   /// The statement failed and its transaction is undone: forget what was cached since it began.
   virtual void changesUndone() = 0;
 };

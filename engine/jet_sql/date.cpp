@@ -4,6 +4,8 @@
 #include <chrono>
 #include <cmath>
 #include <cstdio>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace jet {
@@ -19,13 +21,6 @@ constexpr double secondsOfDay = 86400;
 constexpr double firstDay = -657434, lastDay = 2958465;  // 0100-01-01 and 9999-12-31
 
 constexpr long epochOffset = 25569;  // serial of 1970-01-01
-
-struct Words {
-  std::vector<long> numbers;
-  std::vector<char> separators;  // what stands before each number
-  int month = 0;
-  size_t monthAt = 0;  // how many numbers stand before the month's name
-};
 
 int monthNamed(std::string_view word) {
   for (int i = 0; i < 12 && word.size() >= 3; ++i) {
@@ -120,74 +115,108 @@ int weekdayOf(double serial) {
   return static_cast<int>(((day + 6) % 7 + 7) % 7) + 1;
 }
 
-std::optional<double> parseDate(std::string_view text) {
-  std::vector<long> dates, times;
-  std::vector<size_t> digits;
-  int month = 0, half = 0;  // half: 1 AM, 2 PM
-  size_t monthAt = 0;
-  bool colon = false;
-  for (size_t i = 0; i < text.size();) {
-    const auto c = static_cast<unsigned char>(text[i]);
-    if (std::isdigit(c)) {
-      const size_t start = i;
-      long number = 0;
-      while (i < text.size() && std::isdigit(static_cast<unsigned char>(text[i]))) {
-        if (i - start >= 4) return std::nullopt;
-        number = number * 10 + (text[i++] - '0');
-      }
-      size_t after = i;
-      while (after < text.size() && text[after] == ' ') ++after;
-      const bool isHour =
-          after < text.size() &&
-          (text[after] == ':' || ((text[after] | 0x20) == 'a' && half == 0) || (text[after] | 0x20) == 'p') &&
-          (text[after] == ':' || (after + 1 < text.size() && (text[after + 1] | 0x20) == 'm'));
-      if (colon || isHour) {
-        times.push_back(number);
-      } else {
-        dates.push_back(number);
-        digits.push_back(i - start);
-      }
-      colon = false;
-    } else if (std::isalpha(c)) {
-      const size_t start = i;
-      while (i < text.size() && std::isalpha(static_cast<unsigned char>(text[i]))) ++i;
-      const std::string_view word = text.substr(start, i - start);
-      if (word.size() == 2 && (word[1] | 0x20) == 'm' && half == 0 && !times.empty()) {
-        half = (word[0] | 0x20) == 'a' ? 1 : (word[0] | 0x20) == 'p' ? 2 : 0;
-        if (!half) return std::nullopt;
-      } else if (const int named = monthNamed(word); named && !month) {
-        month = named;
-        monthAt = dates.size();
-      } else {
-        return std::nullopt;
-      }
-    } else if (c == ':') {
-      if (times.empty() || colon) return std::nullopt;
-      colon = true;
-      ++i;
-    } else if (c == ' ' || c == '/' || c == '-' || c == ',' || c == '.') {
-      ++i;
-    } else {
-      return std::nullopt;
+namespace {
+
+/// What stands in a text that is read as a date: its numbers in their order, and where the month is named.
+class DateReader {
+ public:
+  explicit DateReader(std::string_view text) : text_(text) {}
+
+  std::optional<double> serial() {
+    while (at_ < text_.size()) {
+      if (!step()) return std::nullopt;
     }
+    const bool loneNumber = times_.size() == 1 && half_ == Half::none;
+    if (colon_ || times_.size() > 3 || loneNumber || (dates_.empty() && times_.empty())) return std::nullopt;
+    const bool hasDay = !dates_.empty() || month_;
+    const auto day = hasDay ? datePart(dates_, digits_, month_, monthAt_) : 0.0;
+    const auto time = times_.empty() ? 0.0 : timePart();
+    if (!day || !time) return std::nullopt;
+    return *day < 0 ? *day - *time : *day + *time;
   }
-  if (colon || times.size() > 3 || (times.size() == 1 && !half) || (dates.empty() && times.empty()))
-    return std::nullopt;
-  double day = 0, time = 0;
-  if (!dates.empty() || month) {
-    const auto parsed = datePart(dates, digits, month, monthAt);
-    if (!parsed) return std::nullopt;
-    day = *parsed;
+
+ private:
+  enum class Half { none, morning, afternoon };
+
+  static Half halfOf(char letter) {
+    return (letter | 0x20) == 'a' ? Half::morning : (letter | 0x20) == 'p' ? Half::afternoon : Half::none;
   }
-  if (!times.empty()) {
-    times.resize(3);
-    if (half && (times[0] < 1 || times[0] > 12)) return std::nullopt;
-    if (half) times[0] = times[0] % 12 + (half == 2 ? 12 : 0);
-    if (times[0] > 23 || times[1] > 59 || times[2] > 59) return std::nullopt;
-    time = timeOf(times[0], times[1], times[2]);
+
+  bool step() {
+    const auto c = static_cast<unsigned char>(text_[at_]);
+    if (std::isdigit(c)) return number();
+    if (std::isalpha(c)) return word();
+    ++at_;
+    if (c != ':') return std::string_view(" /-,.").find(text_[at_ - 1]) != std::string_view::npos;
+    return !times_.empty() && !std::exchange(colon_, true);
   }
-  return day < 0 ? day - time : day + time;
-}
+
+  bool number() {
+    const size_t start = at_;
+    long value = 0;
+    for (; at_ < text_.size() && std::isdigit(static_cast<unsigned char>(text_[at_])); ++at_) {
+      if (at_ - start >= 4) return false;
+      value = value * 10 + (text_[at_] - '0');
+    }
+    if (colon_ || isHour()) {
+      times_.push_back(value);
+    } else {
+      dates_.push_back(value);
+      digits_.push_back(at_ - start);
+    }
+    colon_ = false;
+    return true;
+  }
+
+  /// By what comes behind the number.
+  bool isHour() const {
+    size_t after = at_;
+    while (after < text_.size() && text_[after] == ' ') ++after;
+    if (after >= text_.size()) return false;
+    if (text_[after] == ':') return true;
+    const Half half = halfOf(text_[after]);
+    const bool wanted = half == Half::afternoon || (half == Half::morning && half_ == Half::none);
+    return wanted && after + 1 < text_.size() && (text_[after + 1] | 0x20) == 'm';
+  }
+
+  bool word() {
+    const size_t start = at_;
+    while (at_ < text_.size() && std::isalpha(static_cast<unsigned char>(text_[at_]))) ++at_;
+    const std::string_view word = text_.substr(start, at_ - start);
+    if (word.size() == 2 && (word[1] | 0x20) == 'm' && half_ == Half::none && !times_.empty()) {
+      half_ = halfOf(word[0]);
+      return half_ != Half::none;
+    }
+    const int named = monthNamed(word);
+    if (!named || month_) return false;
+    month_ = named;
+    monthAt_ = dates_.size();
+    return true;
+  }
+
+  std::optional<double> timePart() {
+    times_.resize(3);
+    if (half_ != Half::none) {
+      if (times_[0] < 1 || times_[0] > 12) return std::nullopt;
+      times_[0] = times_[0] % 12 + (half_ == Half::afternoon ? 12 : 0);
+    }
+    if (times_[0] > 23 || times_[1] > 59 || times_[2] > 59) return std::nullopt;
+    return timeOf(times_[0], times_[1], times_[2]);
+  }
+
+  std::string_view text_;
+  size_t at_ = 0;
+  std::vector<long> dates_, times_;
+  std::vector<size_t> digits_;  ///< how many each of `dates_` has
+  int month_ = 0;
+  size_t monthAt_ = 0;
+  Half half_ = Half::none;
+  bool colon_ = false;  ///< a time's next number is expected
+};
+
+}  // namespace
+
+std::optional<double> parseDate(std::string_view text) { return DateReader(text).serial(); }
 
 std::string dateText(double serial) {
   const auto parts = partsOf(serial);

@@ -59,7 +59,7 @@ Execution::Execution(sqlite3* database, Catalog& catalog, std::string_view sql,
 
 namespace {
 
-Access accessOf(const Statement& statement) {
+Access accessOf(const ParsedStatement& statement) {
   const auto& body = statement.body;
   if (const auto* select = std::get_if<SelectStatement>(&body)) {
     return select->query->into.empty() ? Access::Read : Access::Schema;
@@ -72,7 +72,7 @@ Access accessOf(const Statement& statement) {
 
 }  // namespace
 
-int64_t Execution::run(Statement& statement) {
+int64_t Execution::run(ParsedStatement& statement) {
   access_ = accessOf(statement);
   binder_.declare(statement.parameters);
   return std::visit([this](auto& body) { return (*this)(body); }, statement.body);
@@ -485,7 +485,7 @@ int64_t Execution::operator()(ExecuteStatement& statement) {
     });
   }
   binder_.checkNames();
-  Statement inner = parseStatement(*stored);
+  ParsedStatement inner = parseStatement(*stored);
   return Execution(database_, catalog_, *stored, arguments, rows_, depth_ + 1).run(inner);
 }
 

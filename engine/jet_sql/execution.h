@@ -21,7 +21,7 @@ class Execution {
             RowSink* rows, int depth);
 
   /// Rows inserted, changed, deleted or given.
-  int64_t run(Statement& statement);
+  int64_t run(ParsedStatement& statement);
 
  private:
   int64_t operator()(SelectStatement& statement);

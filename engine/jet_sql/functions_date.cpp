@@ -1,5 +1,4 @@
-#include <sys/time.h>
-
+#include <chrono>
 #include <cmath>
 #include <ctime>
 
@@ -24,10 +23,11 @@ void now(Call& call) { call.give(localNow()); }
 void today(Call& call) { call.give(std::floor(localNow())); }
 void timeOfDay(Call& call) { call.give(localNow() - std::floor(localNow())); }
 void timer(Call& call) {
-  timeval precise{};
-  gettimeofday(&precise, nullptr);
+  const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+  const auto hundredths =
+      std::chrono::duration_cast<std::chrono::duration<int64_t, std::centi>>(sinceEpoch).count() % 100;
   const double day = localNow();
-  call.give(std::round((day - std::floor(day)) * 86400) + static_cast<double>(precise.tv_usec / 10000) / 100);
+  call.give(std::round((day - std::floor(day)) * 86400) + static_cast<double>(hundredths) / 100);
 }
 
 DateParts parts(const Call& call, int i) { return *partsOf(call.date(i)); }

@@ -40,7 +40,7 @@ class Transaction {
   bool kept_ = false;
 };
 
-bool onlyReads(const Statement& statement) {
+bool onlyReads(const ParsedStatement& statement) {
   const auto* select = std::get_if<SelectStatement>(&statement.body);
   return select && select->query->into.empty();
 }
@@ -49,9 +49,10 @@ bool onlyReads(const Statement& statement) {
 
 int64_t execute(sqlite3* database, Catalog& catalog, std::string_view sql,
                 const std::vector<Parameter>& parameters, RowSink* rows) {
-  Statement statement = parseStatement(sql);
+  ParsedStatement statement = parseStatement(sql);
   Execution execution(database, catalog, sql, parameters, rows, 0);
   if (onlyReads(statement)) return execution.run(statement);
+  catalog.changesBegin();
   Transaction transaction(database, catalog);
   const int64_t touched = execution.run(statement);
   transaction.keep();

@@ -119,8 +119,8 @@ void Parser::expectEnd() {
   if (!atEnd()) fail(trailingText);
 }
 
-Statement Parser::statement() {
-  Statement result;
+ParsedStatement Parser::statement() {
+  ParsedStatement result;
   if (isWord("PARAMETERS")) result.parameters = parameterDeclarations();
   if (isWord("SELECT") || isSymbol("(") || isWord("TRANSFORM") || (isWord("TABLE") && atName(1))) {
     result.body = SelectStatement{query()};
@@ -164,7 +164,7 @@ ExpressionPtr parseRule(std::string_view text, std::string column) {
   return Parser(text).rule(std::move(column));
 }
 
-Statement parseStatement(std::string_view sql) { return Parser(sql).statement(); }
+ParsedStatement parseStatement(std::string_view sql) { return Parser(sql).statement(); }
 
 ExpressionPtr parseExpression(std::string_view text) { return Parser(text).loneExpression(); }
 

@@ -19,7 +19,7 @@ class Parser {
  public:
   explicit Parser(std::string_view statement);
 
-  Statement statement();
+  ParsedStatement statement();
   ExpressionPtr loneExpression();
   ExpressionPtr rule(std::string column);
 

@@ -46,6 +46,8 @@ class Printer {
   Form comparisonForm(const std::vector<const Expression*>& operands) const;
   void compared(const Expression& left, const std::vector<const Expression*>& all, Form form);
   void truth(const Expression& expression);
+  void comparison(const Expression& expression);
+  void like(const Expression& expression);
   void logic(const Expression& expression);
   void logicRange(const Expression& expression, size_t from, size_t to);
   void bits(const Expression& expression);
@@ -81,5 +83,9 @@ class Printer {
 };
 
 std::string quotedText(std::string_view text);
+
+bool isNumberLiteral(const Expression& expression);
+/// Whether a currency amount and this may be compared in ten-thousandths.
+bool isScaledExactly(const Expression& expression);
 
 }  // namespace jet

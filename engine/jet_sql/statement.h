@@ -77,7 +77,7 @@ struct ExecuteStatement {
   std::vector<ExpressionPtr> arguments;
 };
 
-struct Statement {
+struct ParsedStatement {
   std::vector<ParameterDeclaration> parameters;
   std::variant<SelectStatement, InsertStatement, UpdateStatement, DeleteStatement, CreateTableStatement,
                AlterTableStatement, CreateIndexStatement, DropStatement, CreateQueryStatement,
@@ -86,7 +86,7 @@ struct Statement {
 };
 
 /// Parses one statement; a `;` may end it. Throws `Failure` with the number that fits the clause.
-Statement parseStatement(std::string_view sql);
+ParsedStatement parseStatement(std::string_view sql);
 
 /// Parses a rule for the values of a field, such as `>0` or `Is Null Or Between 1 And 5`, or of a table,
 /// whose rules name all fields (`column` empty).

@@ -25,6 +25,7 @@ class TracingEngine final : public IZbEngine {
   HRESULT STDMETHODCALLTYPE QueryInterface(const IID& iid, void** object) override {
     if (!object) return E_POINTER;
     *object = nullptr;
+    if (iid == interfaceId<IZbDurability>) return engine_->QueryInterface(iid, object);  // not traced
     if (!(iid == interfaceId<IUnknown> || iid == interfaceId<IDispatch> || iid == interfaceId<IZbEngine>)) {
       return E_NOINTERFACE;
     }

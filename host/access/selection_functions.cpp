@@ -9,15 +9,17 @@ namespace {
 using lisp::Call;
 using lisp::Value;
 
-/// Without a set a new one; without an entity an empty one.
+/// Without a set a new one; without an entity an empty one. Nil for a name that outlived its drawing.
 Value addToSet(const Call& call) {
-  const bool hasSet = call.has(1) && call[1].isTrue();
+  const bool hasSet = call.has(1) && call[1].isTrue(), hasEntity = call.has(0) && call[0].isTrue();
+  const AcDbObjectId entity = hasSet || hasEntity ? nameArgument(call, 0) : AcDbObjectId();
+  if (!entity.isNull() && !entity.isValid()) return refuse(Errno::invalidName);
   if (hasSet) {
-    selectionArgument(call, 1).add(nameArgument(call, 0));
+    selectionArgument(call, 1).add(entity);
     return call[1];
   }
   SelectionSet set;
-  if (call.has(0) && call[0].isTrue()) set.add(nameArgument(call, 0));
+  if (hasEntity) set.add(entity);
   return Value(static_cast<lisp::Opaque*>(new PickSet(selectionSets().add(std::move(set)))));
 }
 

@@ -7,6 +7,7 @@
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/lisp/printer.h"
+#include "host/rx/editor.h"
 #include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
 
@@ -58,10 +59,11 @@ void goIdle() {
   platform::desktop().runTimers();
   for (int texts = 0; texts < mostTexts; ++texts) {
     const auto sent = documents().takeSentText();
-    if (!sent) return;
+    if (!sent) break;
     runSent(*sent);
     documents().discardClosed();
   }
+  editor().tellIdle();
 }
 
 }  // namespace host

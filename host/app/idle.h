@@ -14,7 +14,8 @@ std::wstring evaluate(std::string_view source, const std::wstring& fileName);
 /// isn't.
 void showError(const lisp::LispError& error);
 
-/// What the host does between evaluations: lets go of closed documents, and runs what was sent to open ones.
+/// What the host does between evaluations: lets go of closed documents, runs what was sent to open ones, and
+/// tells who waits for idle moments.
 void goIdle();
 
 }  // namespace host

@@ -1,5 +1,3 @@
-#include <unistd.h>
-
 #include <cstdio>
 #include <fstream>
 #include <iostream>
@@ -20,7 +18,10 @@
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"
 #include "host/editor/user_input.h"
+#include "host/root/host.h"
 #include "platform/desktop/scripted.h"
+#include "platform/files/file_facts.h"
+#include "platform/terminal/terminal.h"
 #include "platform/text/utf.h"
 
 namespace {
@@ -73,7 +74,7 @@ int runScripts(const host::Options& options) {
 
 int checkFiles(const host::Options& options) {
   for (const std::string& each : options.files) {
-    if (access(each.c_str(), R_OK) != 0) return refuse(each + ": can't be read");
+    if (!platform::mayUse(each, platform::FileUse::read)) return refuse(each + ": can't be read");
   }
   if (options.window) return refuse("--window: this host has no window yet");
   if (options.meshes && !host::isDxf(options.output)) return refuse("--meshes: only with --output of a .dxf");
@@ -86,6 +87,7 @@ int checkFiles(const host::Options& options) {
 
 /// Where the user types, or what the options say.
 int run(const host::Options& options) {
+  host::Host host;
   const bool scripted = !options.files.empty() || !options.expressions.empty();
   std::optional<std::string> batch;
   if (!options.batch.empty()) {
@@ -93,7 +95,7 @@ int run(const host::Options& options) {
     if (!batch) return refuse(options.batch + ": can't be read");
   }
   // Prompts of scripts wait for a person only where there is one.
-  if (isatty(STDIN_FILENO)) host::setLineReader(host::readTerminalLine);
+  if (platform::isTerminal(platform::Stream::input)) host::setLineReader(host::readTerminalLine);
   // A script's output is its own; the modules' greetings are for the person at the prompt.
   host::commandLine().setShown(!scripted && !batch);
   if (options.widgets) platform::scriptedDesktop()->useWidgets();

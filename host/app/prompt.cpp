@@ -2,14 +2,10 @@
 
 #include "host/app/completion.h"
 #include "host/app/idle.h"
-#include "host/app/terminal_line.h"
 #include "host/app/typed_line.h"
 
-#include <poll.h>
-#include <unistd.h>
-
 #include <atomic>
-#include <csignal>
+#include <chrono>
 #include <cstdlib>
 #include <iostream>
 #include <optional>
@@ -22,6 +18,7 @@
 #include "host/commands/typed_commands.h"
 #include "host/console/command_line.h"
 #include "platform/desktop/desktop.h"
+#include "platform/terminal/terminal.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -29,17 +26,16 @@ namespace {
 
 std::atomic<bool> evaluating = false;
 
-void onInterrupt(int) {
-  noteInterrupt();
+void onInterrupt() {
+  platform::noteInterrupt();
   if (evaluating.load()) lisp::Interpreter::interrupt();
 }
 
 /// The line editor calls it again and again while it waits for a key.
 int serveTimers() {
-  constexpr int round = 20;  // milliseconds
+  constexpr std::chrono::milliseconds round(20);
   platform::desktop().runTimers();
-  pollfd key{STDIN_FILENO, POLLIN, 0};
-  poll(&key, 1, round);
+  platform::waitForKey(round);
   return 0;
 }
 
@@ -59,7 +55,7 @@ std::optional<std::string> readLine(bool interactive, const char* prompt) {
 }
 
 void runLine(const std::string& source) {
-  forgetInterrupts();
+  platform::forgetInterrupts();
   try {
     evaluating = true;
     const auto value = lisp::withMemoryErrors([&] { return runTypedLine(source); });
@@ -69,7 +65,7 @@ void runLine(const std::string& source) {
     showError(error);
   }
   evaluating = false;
-  if (isatty(STDIN_FILENO)) finishOpenCommand();
+  if (platform::isTerminal(platform::Stream::input)) finishOpenCommand();
   goIdle();
 }
 
@@ -99,12 +95,13 @@ bool goesOn(const std::string& text) {
 }
 
 void runPrompt(const std::string& historyFile) {
-  const bool interactive = isatty(STDIN_FILENO) != 0;
+  const bool interactive = platform::isTerminal(platform::Stream::input);
+  std::optional<platform::InterruptHandler> interrupts;
   if (interactive) {
     using_history();
     completeByTab();
     if (!historyFile.empty()) read_history(historyFile.c_str());
-    std::signal(SIGINT, onInterrupt);
+    interrupts.emplace(onInterrupt);
   }
   std::string source;
   while (const auto line = readLine(interactive, source.empty() ? "Command: " : "(_> ")) {

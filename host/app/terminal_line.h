@@ -6,11 +6,7 @@
 namespace host {
 
 /// A line from the terminal, without its end. Nothing at the end of input, and when the user interrupts or
-/// has interrupted since `forgetInterrupts`.
+/// has interrupted since `platform::forgetInterrupts`.
 std::optional<std::wstring> readTerminalLine();
-
-/// Safe to call from a signal handler.
-void noteInterrupt();
-void forgetInterrupts();
 
 }  // namespace host

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "host/root/host.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -42,9 +43,6 @@ void CommandLine::freshLine() {
 
 std::wstring CommandLine::takeRecord() { return std::exchange(record_, {}); }
 
-CommandLine& commandLine() {
-  static CommandLine instance;
-  return instance;
-}
+CommandLine& commandLine() { return theOne<CommandLine>(); }
 
 }  // namespace host

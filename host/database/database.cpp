@@ -31,7 +31,7 @@ AcDbStub* AcDbDatabaseImp::find(AcDbHandle handle) const {
 AcDbStub& AcDbDatabaseImp::make(AcDbDatabase& database, AcDbHandle handle) {
   if (!handle) handle = nextHandle;
   if (handle >= nextHandle) nextHandle = handle + 1;
-  AcDbStub& made = stubs.emplace_back();
+  AcDbStub& made = stubs.add();
   made.handle = handle;
   made.database = &database;
   return *(slot(handle) = &made);
@@ -76,7 +76,6 @@ AcDbDatabase::AcDbDatabase(bool buildDefaultDrawing, bool) : imp_(std::make_uniq
 
 AcDbDatabase::~AcDbDatabase() {
   imp_->keptByOthers.clear();
-  host::selectionSets().forget(*this);
   drawings().erase(this);
   for (AcDbStub& stub : imp_->stubs) {
     if (!stub.object) continue;

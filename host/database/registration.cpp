@@ -23,7 +23,7 @@ void add(const ACHAR* name, const ACHAR* parent, AcRxConstructor constructor,
   Class::gpDesc = newAcRxClass(name, parent, constructor, dxfName);
 }
 
-void registerAll() {
+void registerEntities() {
   add<AcDbObject>(L"AcDbObject", L"AcRxObject", nullptr);
   add<AcDbDatabase>(L"AcDbDatabase", L"AcRxObject", nullptr);
   add<AcDbEntity>(L"AcDbEntity", L"AcDbObject", nullptr);
@@ -52,6 +52,10 @@ void registerAll() {
   add<AcDb2dVertex>(L"AcDb2dVertex", L"AcDbVertex", create<AcDb2dVertex>, L"VERTEX");
   add<AcDb3dPolyline>(L"AcDb3dPolyline", L"AcDbCurve", create<AcDb3dPolyline>, L"POLYLINE");
   add<AcDb2dPolyline>(L"AcDb2dPolyline", L"AcDbCurve", create<AcDb2dPolyline>, L"POLYLINE");
+}
+
+/// All else that is no table or record.
+void registerObjects() {
   // Without names of their own in drawing files: what comes as a proxy is carried like any unknown class.
   add<AcDbProxyEntity>(L"AcDbProxyEntity", L"AcDbEntity", create<AcDbProxyEntity>);
   add<AcDbProxyObject>(L"AcDbProxyObject", L"AcDbObject", create<AcDbProxyObject>);
@@ -63,6 +67,9 @@ void registerAll() {
   add<AcDbGroup>(L"AcDbGroup", L"AcDbObject", create<AcDbGroup>, L"GROUP");
   add<AcDbSortentsTable>(L"AcDbSortentsTable", L"AcDbObject", create<AcDbSortentsTable>, L"SORTENTSTABLE");
   add<AcDbLayout>(L"AcDbLayout", L"AcDbObject", create<AcDbLayout>, L"LAYOUT");
+}
+
+void registerTables() {
   add<AcDbViewTable>(L"AcDbViewTable", L"AcDbSymbolTable", create<AcDbViewTable>, L"TABLE");
   add<AcDbUCSTable>(L"AcDbUCSTable", L"AcDbSymbolTable", create<AcDbUCSTable>, L"TABLE");
   add<AcDbViewportTable>(L"AcDbViewportTable", L"AcDbSymbolTable", create<AcDbViewportTable>, L"TABLE");
@@ -73,6 +80,9 @@ void registerAll() {
   add<AcDbTextStyleTable>(L"AcDbTextStyleTable", L"AcDbSymbolTable", create<AcDbTextStyleTable>, L"TABLE");
   add<AcDbRegAppTable>(L"AcDbRegAppTable", L"AcDbSymbolTable", create<AcDbRegAppTable>, L"TABLE");
   add<AcDbDimStyleTable>(L"AcDbDimStyleTable", L"AcDbSymbolTable", create<AcDbDimStyleTable>, L"TABLE");
+}
+
+void registerRecords() {
   add<AcDbSymbolTableRecord>(L"AcDbSymbolTableRecord", L"AcDbObject", nullptr);
   add<AcDbBlockTableRecord>(L"AcDbBlockTableRecord", L"AcDbSymbolTableRecord", create<AcDbBlockTableRecord>,
                             L"BLOCK_RECORD");
@@ -92,6 +102,13 @@ void registerAll() {
                           L"UCS");
   add<AcDbViewportTableRecord>(L"AcDbViewportTableRecord", L"AcDbSymbolTableRecord",
                                create<AcDbViewportTableRecord>, L"VPORT");
+}
+
+void registerAll() {
+  registerEntities();
+  registerObjects();
+  registerTables();
+  registerRecords();
   acrxBuildClassHierarchy();
 }
 

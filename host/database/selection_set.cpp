@@ -2,10 +2,25 @@
 
 #include <bit>
 
+#include "host/database/kept_for_drawing.h"
+#include "host/root/host.h"
+
 namespace host {
+
+namespace {
+
+/// Kept for a drawing of which entities are in sets.
+struct EmptySetsAtTheEnd {
+  explicit EmptySetsAtTheEnd(AcDbDatabase& ofSets) : drawing(ofSets) {}
+  ~EmptySetsAtTheEnd() { selectionSets().forget(drawing); }
+  AcDbDatabase& drawing;
+};
+
+}  // namespace
 
 bool SelectionSet::add(AcDbObjectId entity) {
   if (contains(entity)) return false;
+  if (order_.empty() && entity.database()) keptFor<EmptySetsAtTheEnd>(*entity.database());
   if (hasGaps()) countOneMore();
   places_.emplace(entity.stub(), order_.size());
   order_.push_back(entity);
@@ -94,10 +109,6 @@ void SelectionSets::forget(const AcDbDatabase& drawing) {
   }
 }
 
-SelectionSets& selectionSets() {
-  // Lives to the end: values of sets may belong to interpreters that end in any order.
-  static SelectionSets* const instance = new SelectionSets;
-  return *instance;
-}
+SelectionSets& selectionSets() { return theOne<SelectionSets>(); }
 
 }  // namespace host

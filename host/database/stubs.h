@@ -1,7 +1,6 @@
 #pragma once
 
 #include <array>
-#include <deque>
 #include <memory>
 #include <set>
 #include <typeindex>
@@ -13,6 +12,7 @@
 #include "brx/db_transactions.h"
 #include "host/database/group_list.h"
 #include "host/database/header_variables.h"
+#include "host/database/stub_pages.h"
 
 /// What stands behind an id: made once for each handle, kept as long as the database.
 struct AcDbStub {
@@ -58,7 +58,7 @@ struct UndoRecord {
 
 struct AcDbDatabaseImp {
   static constexpr AcDbHandle pageSize = 64;
-  std::deque<AcDbStub> stubs;
+  host::StubPages stubs;
   /// Handles come in runs, so that pages of neighbours cost one pointer for each.
   std::unordered_map<AcDbHandle, std::unique_ptr<AcDbStub*[]>> pages;
   AcDbHandle nextHandle = 1;
@@ -144,7 +144,6 @@ struct HostAccess {
   /// A name of a file is taken as it stands.
   static void setName(AcDbSymbolTableRecord& record, std::wstring name) { record.name_ = std::move(name); }
   static Adesk::Int16 flags(const AcDbSymbolTableRecord& record) { return record.flags_; }
-  static const auto& names(const AcDbSymbolTable& table) { return table.byName_; }
   /// By the names' keys.
   static const auto& entries(const auto& dictionary) { return dictionary.entries_; }
 };

@@ -4,8 +4,10 @@
 #include <filesystem>
 
 #include "brx/db_database.h"
+#include "host/root/host.h"
 #include "host/rx/editor.h"
 #include "host/rx/modules.h"
+#include "platform/files/native_path.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -13,16 +15,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-DocumentLispMaker& lispMaker() {
-  static DocumentLispMaker maker;
-  return maker;
-}
+DocumentLispMaker& lispMaker() { return theOne<DocumentLispMaker>(); }
 
-std::wstring fullPath(const std::wstring& path) {
-  std::error_code problem;
-  const fs::path full = fs::absolute(toUtf8(path), problem);
-  return problem ? path : fromUtf8(full.lexically_normal().string());
-}
+std::wstring fullPath(const std::wstring& path) { return fromUtf8(platform::absolutePath(toUtf8(path))); }
 
 std::wstring baseName(const std::wstring& path) {
   return fromUtf8(fs::path(toUtf8(path)).filename().string());
@@ -55,6 +50,19 @@ Document::Document(std::wstring fileName, DrawingPointer drawing)
 Document::~Document() { deleteDrawing(); }
 
 void Document::deleteDrawing() { drawing_.reset(); }
+
+DocumentManager::DocumentManager() {
+  modules().setDocuments({
+      [this](const std::function<void()>& work) { forEach([&](Document&) { work(); }); },
+      [this](Application& application) {
+        forEach([&](Document& each) {
+          if (each.lisp()) each.lisp()->forget(application);
+        });
+      },
+  });
+}
+
+DocumentManager::~DocumentManager() { modules().setDocuments({}); }
 
 AcApDocumentIterator* DocumentManager::newAcApDocumentIterator() { return new DocumentIterator(open_); }
 
@@ -208,22 +216,7 @@ DocumentLisp* DocumentManager::lisp() const {
   return closed_.empty() ? nullptr : closed_.back()->lisp();
 }
 
-DocumentManager& documents() {
-  static DocumentManager instance;
-  static const bool joined = [] {
-    modules().setDocuments({
-        [](const std::function<void()>& work) { instance.forEach([&](Document&) { work(); }); },
-        [](Application& application) {
-          instance.forEach([&](Document& each) {
-            if (each.lisp()) each.lisp()->forget(application);
-          });
-        },
-    });
-    return true;
-  }();
-  (void)joined;
-  return instance;
-}
+DocumentManager& documents() { return theOne<DocumentManager>(); }
 
 }  // namespace host
 

@@ -48,6 +48,8 @@ struct SentText {
 /// that closed the document; that of the last one lives on until another document is opened.
 class DocumentManager : public AcApDocManager {
  public:
+  DocumentManager();
+  ~DocumentManager() override;
   AcApDocument* curDocument() const override { return current_; }
   AcApDocument* mdiActiveDocument() const override { return active_; }
   AcApDocumentIterator* newAcApDocumentIterator() override;

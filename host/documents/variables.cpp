@@ -9,6 +9,8 @@
 #include "host/database/spaces.h"
 #include "host/database/stubs.h"
 #include "host/documents/documents.h"
+#include "host/root/host.h"
+#include "platform/files/native_path.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -23,9 +25,8 @@ struct Variable {
 
 using Variables = std::map<std::wstring, Variable, std::less<>>;
 
-/// The variables of the session, which hold what was put into them.
-Variables& stored() {
-  static Variables all = {
+Variables initialVariables() {
+  return {
       {L"ACADVER", {std::wstring(L"21.0"), true}},
       {L"APERTURE", {10}},
       {L"AREA", {0.0, true}},
@@ -86,8 +87,15 @@ Variables& stored() {
       {L"WRITESTAT", {1, true}},
       {L"XREFNOTIFY", {2}},
   };
-  return all;
 }
+
+struct SessionVariables {
+  Variables stored = initialVariables();  ///< which hold what was put into them
+  std::map<std::wstring, std::function<VariableValue()>, std::less<>> computed;
+  std::vector<std::wstring> supportPath;
+};
+
+Variables& stored() { return theOne<SessionVariables>().stored; }
 
 std::wstring upper(std::wstring_view name) {
   std::wstring made(name);
@@ -142,10 +150,7 @@ AcDbDatabase* currentDatabase() {
   return document ? document->database() : nullptr;
 }
 
-std::map<std::wstring, std::function<VariableValue()>, std::less<>>& computedElsewhere() {
-  static std::map<std::wstring, std::function<VariableValue()>, std::less<>> all;
-  return all;
-}
+auto& computedElsewhere() { return theOne<SessionVariables>().computed; }
 
 constexpr std::wstring_view askedFor[] = {L"ACADPREFIX", L"CDATE",     L"DATE",      L"DWGCODEPAGE",
                                           L"DWGNAME",    L"DWGPREFIX", L"DWGTITLED", L"MILLISECS",
@@ -228,11 +233,6 @@ SetVariable setOfSpace(AcDbDatabase& drawing, std::wstring_view name, const Vari
   return taken ? SetVariable::done : SetVariable::wrongType;
 }
 
-std::vector<std::wstring>& folders() {
-  static std::vector<std::wstring> all;
-  return all;
-}
-
 }  // namespace
 
 std::optional<VariableValue> getVariable(std::wstring_view name) {
@@ -288,8 +288,10 @@ void defineComputedVariable(std::wstring_view name, std::function<VariableValue(
   computedElsewhere()[upper(name)] = std::move(value);
 }
 
-const std::vector<std::wstring>& supportPath() { return folders(); }
-void setSupportPath(std::vector<std::wstring> path) { folders() = std::move(path); }
+const std::vector<std::wstring>& supportPath() { return theOne<SessionVariables>().supportPath; }
+void setSupportPath(std::vector<std::wstring> path) {
+  theOne<SessionVariables>().supportPath = std::move(path);
+}
 
 std::wstring findSupportFile(const std::wstring& name) {
   std::error_code ignored;
@@ -302,7 +304,7 @@ std::wstring findSupportFile(const std::wstring& name) {
   }
   for (const fs::path& each : candidates) {
     if (fs::is_regular_file(each, ignored)) {
-      return fromUtf8(fs::absolute(each, ignored).lexically_normal().string());
+      return fromUtf8(platform::absolutePath(each.string()));
     }
   }
   return {};

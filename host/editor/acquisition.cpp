@@ -5,19 +5,19 @@
 #include "host/documents/variables.h"
 #include "host/editor/interpretation.h"
 #include "host/editor/user_input.h"
+#include "host/root/host.h"
 
 namespace host {
 namespace {
 
-PromptRules& promptRules() {
-  static PromptRules rules;
-  return rules;
-}
+/// Between one call of a module and the next.
+struct BetweenPrompts {
+  PromptRules rules;
+  std::wstring keyword;
+};
 
-std::wstring& keyword() {
-  static std::wstring text;
-  return text;
-}
+PromptRules& promptRules() { return theOne<BetweenPrompts>().rules; }
+std::wstring& keyword() { return theOne<BetweenPrompts>().keyword; }
 
 }  // namespace
 

@@ -11,6 +11,7 @@
 #include "host/editor/acquisition.h"
 #include "host/editor/interpretation.h"
 #include "host/editor/user_input.h"
+#include "host/root/host.h"
 #include "host/view/recorder.h"
 
 namespace host {
@@ -61,10 +62,7 @@ std::vector<ImagePart> partsOf(const view::DisplayList& list) {
 
 }  // namespace
 
-std::deque<DragRecord>& dragRecords() {
-  static std::deque<DragRecord> records;
-  return records;
-}
+std::deque<DragRecord>& dragRecords() { return theOne<std::deque<DragRecord>>(); }
 
 Drag::Drag(AcEdJig& jig) : jig_(jig), around_(std::exchange(jig.drag_, this)) {}
 

@@ -19,9 +19,10 @@ struct UndoStep {
 
 /// What the editor keeps for a drawing as long as it is open.
 struct DrawingState {
+  explicit DrawingState(AcDbDatabase& owner) : drawing(&owner) {}
   /// Chosen last, and chosen before a command was given.
   Entities previous, chosenBefore;
-  AcDbDatabase* drawing = nullptr;
+  AcDbDatabase* drawing;
   /// The command that waits for input; null when none is open.
   std::shared_ptr<OpenCommand> command;
   std::wstring lastCommand;

@@ -50,9 +50,9 @@ std::wstring numberText(double value, bool whole) {
   return lisp::lengthText(value, lisp::LengthUnits::decimal, mostDecimals, zeros);
 }
 
-class Interpreter {
+class ItemReader {
  public:
-  Interpreter(const Request& request, const CoordinateRules& rules) : request_(request), rules_(rules) {}
+  ItemReader(const Request& request, const CoordinateRules& rules) : request_(request), rules_(rules) {}
 
   Meaning operator()(const Cancel&) const {
     Answer answer;
@@ -262,7 +262,7 @@ class Interpreter {
 bool Answer::given() const { return status == RTNORM; }
 
 Meaning interpret(const Request& request, const InputItem& item, const CoordinateRules& rules) {
-  return std::visit(Interpreter(request, rules), item);
+  return std::visit(ItemReader(request, rules), item);
 }
 
 }  // namespace host

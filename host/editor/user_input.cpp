@@ -7,6 +7,7 @@
 #include "host/bridge/values.h"
 #include "host/console/command_line.h"
 #include "host/lisp/printer.h"
+#include "host/root/host.h"
 #include "host/script/queues.h"
 #include "platform/desktop/desktop.h"
 #include "platform/text/utf.h"
@@ -16,10 +17,7 @@ namespace {
 
 using lisp::Value;
 
-std::unique_ptr<Person>& currentPerson() {
-  static std::unique_ptr<Person> instance;
-  return instance;
-}
+std::unique_ptr<Person>& currentPerson() { return theOne<std::unique_ptr<Person>>(); }
 
 class TypingPerson final : public Person {
  public:
@@ -189,9 +187,6 @@ InputItem UserInput::takeFromPerson(const Request& request) {
   }
 }
 
-UserInput& userInput() {
-  static UserInput instance;
-  return instance;
-}
+UserInput& userInput() { return theOne<UserInput>(); }
 
 }  // namespace host

@@ -42,9 +42,17 @@ AcDbExtents placed(const AcDbExtents& box, const AcGeMatrix3d& matrix) {
   return result;
 }
 
+AcDbExtents shifted(const AcDbExtents& box, const AcGeMatrix3d& matrix) {
+  AcDbExtents moved;
+  if (box.isEmpty()) return moved;
+  const AcGeVector3d way{matrix(0, 3), matrix(1, 3), matrix(2, 3)};
+  moved.addPoint(box.minPoint() + way), moved.addPoint(box.maxPoint() + way);
+  return moved;
+}
+
 AcDbExtents extentsOfCopy(const AcDbEntity& entity, const AcGeMatrix3d& turn) {
   AcDbExtents box;
-  if (keyOf(turn) == noTurn()) return entity.getGeomExtents(box), box;
+  if (keyOf(turn) == noTurn()) return entity.getGeomExtents(box), shifted(box, turn);
   AcDbVoidPtrArray copies;
   appendTransformed(entity, turn, copies);
   for (void* each : copies) {
@@ -147,11 +155,7 @@ class Finder {
     const auto block = known_.find(record.stub());
     if (block == known_.end()) return {};
     if (const auto same = block->second.find(keyOf(turnOf(matrix))); same != block->second.end()) {
-      AcDbExtents moved;
-      const AcGeVector3d way{matrix(0, 3), matrix(1, 3), matrix(2, 3)};
-      if (same->second.isEmpty()) return moved;
-      moved.addPoint(same->second.minPoint() + way), moved.addPoint(same->second.maxPoint() + way);
-      return moved;
+      return shifted(same->second, matrix);
     }
     const auto plain = block->second.find(noTurn());
     return plain == block->second.end() ? AcDbExtents{} : placed(plain->second, matrix);

@@ -230,6 +230,11 @@ Acad::ErrorStatus transformGroups(const AcDbProxyEntity& entity, GroupList& grou
     if (!matrix.isUniScaledOrtho()) return Acad::eCannotScaleNonUniformly;
     return transformHatch(groups, matrix) ? Acad::eOk : Acad::eNotApplicable;
   }
+  if (name == L"MULTILEADER" || name == L"MLEADER") {
+    const Acad::ErrorStatus status = suits(Takes::similarity, matrix);
+    if (status != Acad::eOk) return status;
+    return transformMultileader(groups, matrix) ? Acad::eOk : Acad::eNotApplicable;
+  }
   const auto kind =
       std::find_if(std::begin(kinds), std::end(kinds), [&](const Kind& each) { return each.name == name; });
   if (kind == std::end(kinds)) return Acad::eNotApplicable;

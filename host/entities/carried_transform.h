@@ -17,5 +17,8 @@ struct PlaneChange {
 
 /// The groups of a hatch: its boundary, pattern and seeds. False when they don't follow the format.
 bool transformHatch(GroupList& groups, const AcGeMatrix3d& matrix);
+/// The groups of a leader of many lines, by a matrix that keeps angles and doesn't mirror. False when they
+/// don't follow the format.
+bool transformMultileader(GroupList& groups, const AcGeMatrix3d& matrix);
 
 }  // namespace host

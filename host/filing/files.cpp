@@ -1,9 +1,5 @@
 #include "host/filing/files.h"
 
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <cerrno>
 #include <cstring>
 #include <string_view>
@@ -14,6 +10,7 @@
 #include "host/filing/dxf_tokens.h"
 #include "host/filing/dxf_writer.h"
 #include "host/filing/snapshot.h"
+#include "platform/files/file_facts.h"
 #include "platform/files/native_path.h"
 #include "platform/files/whole_file.h"
 #include "platform/text/letters.h"
@@ -21,41 +18,6 @@
 
 namespace host {
 namespace {
-
-/// A descriptor that closes itself.
-class OpenFile {
- public:
-  explicit OpenFile(const std::string& path)
-      : descriptor_(open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK)) {}
-  ~OpenFile() {
-    if (descriptor_ >= 0) close(descriptor_);
-  }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
-  int descriptor() const { return descriptor_; }
-
- private:
-  int descriptor_;
-};
-
-Acad::ErrorStatus readBytes(const std::wstring& path, std::string& bytes) {
-  const OpenFile file(platform::nativePath(path));
-  if (file.descriptor() < 0) return errno == ENOENT ? Acad::eFileNotFound : Acad::eFileAccessErr;
-  struct stat about;
-  // Pipes and devices have no end that could be waited for.
-  if (fstat(file.descriptor(), &about) != 0 || !S_ISREG(about.st_mode)) return Acad::eFileAccessErr;
-  bytes.resize(static_cast<size_t>(about.st_size));
-  size_t length = 0;
-  while (length < bytes.size()) {
-    const ssize_t count = read(file.descriptor(), bytes.data() + length, bytes.size() - length);
-    if (count < 0 && errno == EINTR) continue;
-    if (count < 0) return Acad::eFileAccessErr;
-    if (count == 0) break;
-    length += static_cast<size_t>(count);
-  }
-  bytes.resize(length);
-  return Acad::eOk;
-}
 
 /// The version mark with which genuine DWG files begin; empty for other files.
 std::wstring dwgVersion(std::string_view bytes) {
@@ -92,11 +54,12 @@ bool hasEnding(const std::wstring& path, std::wstring_view ending) {
 
 Acad::ErrorStatus readDrawingFile(AcDbDatabase& drawing, const std::wstring& path, FilingReport& report) {
   if (!isEmpty(drawing)) return Acad::eNotApplicable;
-  std::string bytes;
-  const Acad::ErrorStatus status = readBytes(path, bytes);
-  if (status == Acad::eOk) return readKnown(drawing, bytes, report);
-  report.add(0, 0, status == Acad::eFileNotFound ? L"there is no such file" : L"the file can't be read");
-  return status;
+  if (const auto bytes = platform::readWhole(platform::nativePath(path))) {
+    return readKnown(drawing, *bytes, report);
+  }
+  const bool missing = platform::lastFileProblem() == platform::FileProblem::notFound;
+  report.add(0, 0, missing ? L"there is no such file" : L"the file can't be read");
+  return missing ? Acad::eFileNotFound : Acad::eFileAccessErr;
 }
 
 Acad::ErrorStatus writeDrawingFile(AcDbDatabase& drawing, const std::wstring& path) {

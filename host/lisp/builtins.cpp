@@ -29,36 +29,6 @@ wchar_t characterOf(const Value& code) {
   return static_cast<wchar_t>(code.integer());
 }
 
-double Call::number(size_t place) const {
-  const Value& value = args[place];
-  if (!value.isNumber()) failType(L"numberp:", value);
-  return value.number();
-}
-
-int32_t Call::integer(size_t place) const {
-  const Value& value = args[place];
-  if (!value.isInteger()) failType(L"fixnump:", value);
-  return value.integer();
-}
-
-const std::wstring& Call::text(size_t place) const {
-  const Value& value = args[place];
-  if (!value.isText()) failType(L"stringp", value);
-  return value.text();
-}
-
-const Value& Call::list(size_t place) const {
-  const Value& value = args[place];
-  if (!value.isList()) failType(L"listp", value);
-  return value;
-}
-
-Symbol* Call::symbol(size_t place) const {
-  const Value& value = args[place];
-  if (!value.isSymbol()) failType(L"symbolp", value);
-  return value.symbol();
-}
-
 std::vector<Value> elementsOf(const Value& list) {
   std::vector<Value> elements;
   const Value* at = &list;

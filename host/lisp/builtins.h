@@ -31,8 +31,6 @@ std::span<const Builtin> unitBuiltins();
 std::span<const Builtin> vlListBuiltins();
 std::span<const Builtin> vlStringBuiltins();
 
-/// "bad argument type: PREDICATE: VALUE".
-[[noreturn]] void failType(const wchar_t* predicate, const Value& value);
 /// The character of a code; raises an error for what no text can hold.
 wchar_t characterOf(const Value& code);
 /// The elements of a proper list; raises "bad argument type: listp" for any other value.

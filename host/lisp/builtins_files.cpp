@@ -108,7 +108,7 @@ Value filenameExtension(const Call& call) {
 
 // Pattern "name.ext" and folder are optional: a name that no file has and that wasn't given out before.
 Value filenameMktemp(const Call& call) {
-  static int number = 0;
+  static int number = 0;  // of the process, in which no name is given out twice
   fs::path pattern = call.has(0) && call[0].isTrue() ? toPath(call.text(0)) : fs::path("$VL~~");
   std::error_code problem;
   fs::path folder = call.has(1) && call[1].isTrue() ? toPath(call.text(1)) : pattern.parent_path();

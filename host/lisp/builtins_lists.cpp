@@ -136,24 +136,23 @@ Value mapcar(const Call& call) {
   for (size_t i = 1; i < call.count(); ++i) call.list(i);
   ListBuilder result;
   for (;;) {
-    Interpreter::Frame frame(call.lisp);
+    Interpreter::Frame frame(call.lisp, lists.size());
     for (Value& list : lists) {
       if (!list.isCons()) return result.take();
-      frame.push(car(list));
+      frame.add(car(list));
       list = Value(cdr(list));
     }
     call.lisp.step();
-    result.add(call.lisp.applyFrame(*function.function(), frame));
+    result.add(call.lisp.applyInPlace(*function.function(), frame.values()));
   }
 }
 
 Value apply(const Call& call) {
   const Value function = call.lisp.functionOf(call[0]);
-  Interpreter::Frame frame(call.lisp);
+  Interpreter::Frame frame(call.lisp, lengthOf(call.list(1)));
   call.lisp.step();
-  call.lisp.checkDepth();
-  for (const Value& arg : Elements(call.list(1))) frame.push(arg);
-  return call.lisp.applyFrame(*function.function(), frame);
+  for (const Value& arg : Elements(call[1])) frame.add(arg);
+  return call.lisp.applyInPlace(*function.function(), frame.values());
 }
 
 }  // namespace

@@ -210,7 +210,9 @@ Value compareChain(const Call& call, Holds holds) {
   for (size_t i = 0; i + 1 < call.count(); ++i) {
     const Value &a = call[i], &b = call[i + 1];
     bool ok;
-    if (a.isText() && b.isText()) {
+    if (a.isInteger() && b.isInteger()) {
+      ok = holds(a.integer(), b.integer());
+    } else if (a.isText() && b.isText()) {
       ok = holds(a.text().compare(b.text()), 0);
     } else {
       ok = holds(call.number(i), call.number(i + 1));

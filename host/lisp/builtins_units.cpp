@@ -2,7 +2,9 @@
 #include <map>
 
 #include "host/lisp/builtins.h"
+#include "host/lisp/interpreter.h"
 #include "host/lisp/units.h"
+#include "host/root/host.h"
 
 namespace lisp {
 namespace {
@@ -62,15 +64,15 @@ Value angtof(const Call& call) {
   return Value(within < 0 ? within + turn : within);
 }
 
-/// Names and values that all documents see. Symbols belong to an interpreter, so they are kept by name.
-struct BlackboardEntry {
-  Value value;
+/// Names and values that all documents see. Symbols belong to an interpreter, so names are kept as texts, and
+/// the symbols among the values belong to an interpreter of no document.
+struct Blackboard {
+  Services services;
+  Interpreter interpreter{services};
+  std::map<std::wstring, Value> entries;
 };
 
-std::map<std::wstring, BlackboardEntry>& blackboard() {
-  static std::map<std::wstring, BlackboardEntry> entries;
-  return entries;
-}
+std::map<std::wstring, Value>& blackboard() { return host::theOne<Blackboard>().entries; }
 
 Value moved(const Value& value, Interpreter& to) {
   if (value.isSymbol()) return Value(to.intern(value.symbol()->name));
@@ -82,21 +84,14 @@ Value moved(const Value& value, Interpreter& to) {
   return list.take();
 }
 
-/// An interpreter of no document, whose symbols live as long as the blackboard.
-Interpreter& blackboardInterpreter() {
-  static Services none;
-  static Interpreter interpreter(none);
-  return interpreter;
-}
-
 Value blackboardSet(const Call& call) {
-  blackboard()[call.symbol(0)->name].value = moved(call[1], blackboardInterpreter());
+  blackboard()[call.symbol(0)->name] = moved(call[1], host::theOne<Blackboard>().interpreter);
   return call[1];
 }
 
 Value blackboardRef(const Call& call) {
   const auto found = blackboard().find(call.symbol(0)->name);
-  return found == blackboard().end() ? Value() : moved(found->second.value, call.lisp);
+  return found == blackboard().end() ? Value() : moved(found->second, call.lisp);
 }
 
 Value documentSet(const Call& call) { return call.symbol(0)->value = call[1]; }

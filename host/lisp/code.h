@@ -17,8 +17,17 @@ struct Code {
 using CodePtr = std::unique_ptr<Code>;
 using CodeList = std::vector<CodePtr>;
 
+inline void Interpreter::Frame::addResult(const Code& code) {
+  new (end_) Value(code.run(lisp_));
+  ++end_;
+}
+
 /// The value of the last, nil of none.
-Value runAll(const CodeList& body, Interpreter& lisp);
+inline Value runAll(const CodeList& body, Interpreter& lisp) {
+  if (body.empty()) return {};
+  for (size_t i = 0; i + 1 < body.size(); ++i) body[i]->run(lisp);
+  return body.back()->run(lisp);
+}
 
 struct Lambda {
   std::vector<Symbol*> parameters;

@@ -1,3 +1,5 @@
+#include <array>
+
 #include "host/lisp/code.h"
 #include "host/lisp/printer.h"
 
@@ -17,29 +19,56 @@ struct Variable : Code {
 };
 
 struct NamedCall : Code {
-  Value run(Interpreter& lisp) const override {
-    lisp.step();
-    lisp.checkDepth();
-    Interpreter::Frame frame(lisp);
-    for (const CodePtr& arg : args) lisp.push(arg->run(lisp));
-    // Looked up after the arguments, which may define it.
-    const Value function = symbol->value;
-    if (function.isFunction()) return lisp.applyFrame(*function.function(), frame);
-    if (function.isNil()) lisp.fail(L"no function definition: " + symbol->name);
-    return lisp.applyFrame(*lisp.functionOf(function).function(), frame);
-  }
   Symbol* symbol;
   CodeList args;
+
+  /// Looked up after the arguments, which may define it.
+  Value function(Interpreter& lisp) const {
+    return symbol->value.isFunction() ? symbol->value : lisp.functionOf(Value(symbol));
+  }
 };
+
+struct LongCall : NamedCall {
+  Value run(Interpreter& lisp) const override {
+    lisp.step();
+    Interpreter::Frame frame(lisp, args.size());
+    for (const CodePtr& arg : args) frame.addResult(*arg);
+    return lisp.applyInPlace(*function(lisp).function(), frame.values());
+  }
+};
+
+/// Nearly all calls are short. Their arguments need no room on the value stack.
+template <size_t... places>
+struct ShortCall : NamedCall {
+  Value run(Interpreter& lisp) const override {
+    lisp.step();
+    std::array<Value, sizeof...(places)> values{args[places]->run(lisp)...};
+    return lisp.applyInPlace(*function(lisp).function(), values);
+  }
+};
+
+std::unique_ptr<NamedCall> makeNamedCall(size_t args) {
+  switch (args) {
+    case 0:
+      return std::make_unique<ShortCall<>>();
+    case 1:
+      return std::make_unique<ShortCall<0>>();
+    case 2:
+      return std::make_unique<ShortCall<0, 1>>();
+    case 3:
+      return std::make_unique<ShortCall<0, 1, 2>>();
+    default:
+      return std::make_unique<LongCall>();
+  }
+}
 
 struct ComputedCall : Code {
   Value run(Interpreter& lisp) const override {
     lisp.step();
-    lisp.checkDepth();
     const Value function = lisp.functionOf(head->run(lisp));
-    Interpreter::Frame frame(lisp);
-    for (const CodePtr& arg : args) lisp.push(arg->run(lisp));
-    return lisp.applyFrame(*function.function(), frame);
+    Interpreter::Frame frame(lisp, args.size());
+    for (const CodePtr& arg : args) frame.addResult(*arg);
+    return lisp.applyInPlace(*function.function(), frame.values());
   }
   CodePtr head;
   CodeList args;
@@ -71,9 +100,10 @@ CodePtr compileCall(const Value& form, Interpreter& lisp) {
         return std::make_unique<Failure>(error.message);
       }
     }
-    auto call = std::make_unique<NamedCall>();
+    CodeList args = compileAll(cdr(form), lisp);
+    auto call = makeNamedCall(args.size());
     call->symbol = head.symbol();
-    call->args = compileAll(cdr(form), lisp);
+    call->args = std::move(args);
     return call;
   }
   if (!head.isCons() && !head.isFunction()) {
@@ -86,12 +116,6 @@ CodePtr compileCall(const Value& form, Interpreter& lisp) {
 }
 
 }  // namespace
-
-Value runAll(const CodeList& body, Interpreter& lisp) {
-  if (body.empty()) return {};
-  for (size_t i = 0; i + 1 < body.size(); ++i) body[i]->run(lisp);
-  return body.back()->run(lisp);
-}
 
 CodePtr compile(const Value& form, Interpreter& lisp) {
   lisp.checkDepth();

@@ -1,7 +1,5 @@
 #include "host/lisp/interpreter.h"
 
-#include <sys/resource.h>
-
 #include <algorithm>
 #include <filesystem>
 #include <fstream>
@@ -11,6 +9,7 @@
 #include "host/lisp/code.h"
 #include "host/lisp/printer.h"
 #include "host/lisp/reader.h"
+#include "platform/process/limits.h"
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"
 
@@ -25,16 +24,18 @@ constexpr size_t mostStack = size_t{256} << 20;
 
 const char* lowestUsableStack() {
   const auto* const here = static_cast<const char*>(__builtin_frame_address(0));
-  rlimit limit{};
-  size_t size = size_t{8} << 20;
-  if (getrlimit(RLIMIT_STACK, &limit) == 0 && limit.rlim_cur != RLIM_INFINITY) size = limit.rlim_cur;
-  return here - (std::min(size, mostStack) - reservedStack);
+  return here - (std::min(stackLimit(), mostStack) - reservedStack);
 }
 
 }  // namespace
 
-Interpreter::Interpreter(Services& services) : services_(services), lowestStack_(lowestUsableStack()) {
-  stack_.reserve(stackValues);
+Interpreter::Interpreter(Services& services)
+    : services_(services),
+      // The system gives the pages of this one by one, as they are first used.
+      stack_(std::make_unique_for_overwrite<std::byte[]>(stackValues * sizeof(Value))),
+      stackTop_(reinterpret_cast<Value*>(stack_.get())),
+      stackEnd_(stackTop_ + stackValues),
+      lowestStack_(lowestUsableStack()) {
   Symbol* const t = intern(L"T");
   t->value = t_ = Value(t);
   t->constant = true;
@@ -124,24 +125,17 @@ Value Interpreter::call(std::wstring_view name, Arguments args) { return call(Va
 
 Value Interpreter::apply(const Function& function, Arguments args) {
   step();
-  checkDepth();
   if (function.native) return callNative(function, args);
-  Frame frame(*this);
-  for (const Value& arg : args) push(arg);
-  return callLambda(function, frame);
+  Frame frame(*this, args.size());
+  for (const Value& arg : args) frame.add(arg);
+  return callLambda(function, frame.values());
 }
 
-Value Interpreter::applyFrame(const Function& function, Frame& frame) {
-  if (function.native) return callNative(function, frame.values());
-  return callLambda(function, frame);
-}
+void Interpreter::failCount(bool tooFew) { fail(tooFew ? L"too few arguments" : L"too many arguments"); }
 
-Value Interpreter::callNative(const Function& function, Arguments args) {
-  const int count = static_cast<int>(args.size());
-  if (count < function.fewest) fail(L"too few arguments");
-  if (count > function.most) fail(L"too many arguments");
+void Interpreter::endNative(const Function& function) {
   try {
-    return function.native(Call{*this, args, function});
+    throw;
   } catch (LispError& error) {
     // The program's handler must see the variables as they were where the error happened.
     tellProgram(error, &function);
@@ -153,34 +147,38 @@ Value Interpreter::callNative(const Function& function, Arguments args) {
   }
 }
 
-Value Interpreter::callLambda(const Function& function, Frame& frame) {
-  const Lambda& lambda = *function.lambda;
-  const Value kept(const_cast<Function*>(&function));  // a function may redefine itself while it runs
-  const Running running(*this, &function, nullptr);
-  const size_t parameters = lambda.parameters.size();
-  const size_t count = frame.values().size();
-  if (count < parameters) fail(L"too few arguments");
-  if (count > parameters) fail(L"too many arguments");
-  for (size_t i = 0; i < lambda.locals.size(); ++i) push(Value());
+namespace {
 
-  // Values and what they hide change places, and change back at the end, also when an error passes.
-  struct Binding {
-    Interpreter& lisp;
-    const Lambda& lambda;
-    size_t base;
-    void exchange(size_t i) {
-      Symbol* const symbol =
-          i < lambda.parameters.size() ? lambda.parameters[i] : lambda.locals[i - lambda.parameters.size()];
-      std::swap(symbol->value, *lisp.stackAt(base + i));
-    }
-    size_t count() const { return lambda.parameters.size() + lambda.locals.size(); }
-    Binding(Interpreter& lisp, const Lambda& lambda, size_t base) : lisp(lisp), lambda(lambda), base(base) {
-      for (size_t i = 0; i < count(); ++i) exchange(i);
-    }
-    ~Binding() {
-      for (size_t i = count(); i-- > 0;) exchange(i);
-    }
-  } binding(*this, lambda, frame.base);
+/// Variables and what stands on the stack for them change places, and change back at the end, also when an
+/// error passes.
+class Binding {
+ public:
+  Binding(const std::vector<Symbol*>& variables, Value* values) : variables_(variables), values_(values) {
+    for (size_t i = 0; i < variables_.size(); ++i) exchange(i);
+  }
+  ~Binding() {
+    for (size_t i = variables_.size(); i-- > 0;) exchange(i);
+  }
+  Binding(const Binding&) = delete;
+  Binding& operator=(const Binding&) = delete;
+
+ private:
+  void exchange(size_t i) { swap(variables_[i]->value, values_[i]); }
+  const std::vector<Symbol*>& variables_;
+  Value* const values_;
+};
+
+}  // namespace
+
+Value Interpreter::callLambda(const Function& function, std::span<Value> args) {
+  const Lambda& lambda = *function.lambda;
+  const Running running(*this, &function, nullptr);
+  if (args.size() != lambda.parameters.size()) failCount(args.size() < lambda.parameters.size());
+  const Binding parameters(lambda.parameters, args.data());
+  if (lambda.locals.empty()) return runAll(lambda.body, *this);
+  Frame frame(*this, lambda.locals.size());
+  for (size_t i = 0; i < lambda.locals.size(); ++i) frame.add(Value());
+  const Binding locals(lambda.locals, frame.values().data());
   return runAll(lambda.body, *this);
 }
 
@@ -192,10 +190,7 @@ Value Interpreter::functionOf(const Value& value) {
     if (symbol.value.isNil()) fail(L"no function definition: " + symbol.name);
     at = &symbol.value;
   }
-  if (at->isFunction()) {
-    if (at->function()->kind == Function::Kind::specialForm) fail(L"bad function: " + at->function()->name);
-    return *at;
-  }
+  if (at->isFunction()) return *at;
   if (at->isCons()) return compiledLambda(*at);
   fail(L"bad function: " + printed(*at, Style::readable));
 }

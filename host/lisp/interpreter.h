@@ -1,6 +1,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstddef>
 #include <exception>
 #include <memory>
 #include <new>
@@ -16,6 +17,7 @@
 namespace lisp {
 
 class Reader;
+struct Code;
 
 /// An error of the language. `handled` tells that the program's own `*error*` has seen it.
 class LispError : public std::exception {
@@ -105,38 +107,66 @@ class Interpreter {
 
   // For the evaluator's own parts.
 
-  /// Once for each call and loop round.
+  /// Once for each call and loop round: the place where an evaluation can be ended, and is ended that nests
+  /// too deep.
   void step() {
     if (wantedEnd_.load(std::memory_order_relaxed) != End::none || stepsLeft_ != 0) slowStep();
+    checkDepth();
   }
   void checkDepth() {
     if (static_cast<const char*>(__builtin_frame_address(0)) < lowestStack_) throwTooDeep();
   }
-  /// Room for arguments and for what bindings hide. Never moves.
-  struct Frame {
-    Interpreter& lisp;
-    size_t base;
-    explicit Frame(Interpreter& lisp) : lisp(lisp), base(lisp.stack_.size()) {}
-    ~Frame() { lisp.stack_.resize(base); }
-    void push(Value value) { lisp.push(std::move(value)); }
-    Arguments values() const { return {lisp.stack_.data() + base, lisp.stack_.size() - base}; }
+  /// Values on a stack that never moves. All the room is taken before the first one is made, since making it
+  /// may call other functions.
+  class Frame {
+   public:
+    Frame(Interpreter& lisp, size_t room) : lisp_(lisp), begin_(lisp.stackTop_), end_(begin_) {
+      if (static_cast<size_t>(lisp.stackEnd_ - lisp.stackTop_) < room) lisp.throwTooDeep();
+      lisp.stackTop_ += room;
+    }
+    ~Frame() {
+      while (end_ != begin_) (--end_)->~Value();
+      lisp_.stackTop_ = begin_;
+    }
+    Frame(const Frame&) = delete;
+    Frame& operator=(const Frame&) = delete;
+
+    // No more than there is room for.
+    void add(const Value& value) { new (end_) Value(value), ++end_; }
+    void addResult(const Code& code);
+    std::span<Value> values() const { return {begin_, end_}; }
+
+   private:
+    Interpreter& lisp_;
+    Value* const begin_;
+    Value* end_;
   };
-  void push(Value value) {
-    if (stack_.size() == stack_.capacity()) throwTooDeep();
-    stack_.push_back(std::move(value));
-  }
-  Value* stackAt(size_t place) { return stack_.data() + place; }
+  /// The caller holds the function, which may redefine itself while it runs.
   Value apply(const Function& function, Arguments args);
-  /// `frame` holds the arguments and nothing else.
-  Value applyFrame(const Function& function, Frame& frame);
+  /// The same where `args` are the caller's own, and may change places with what they hide while the function
+  /// runs.
+  Value applyInPlace(const Function& function, std::span<Value> args) {
+    return function.native ? callNative(function, args) : callLambda(function, args);
+  }
   /// What a value in the place of a function calls; raises an error when it can't be called.
   Value functionOf(const Value& value);
 
  private:
   void slowStep();
   [[noreturn]] void throwTooDeep();
-  Value callNative(const Function& function, Arguments args);
-  Value callLambda(const Function& function, Frame& frame);
+  Value callNative(const Function& function, Arguments args) {
+    const int count = static_cast<int>(args.size());
+    if (count < function.fewest || count > function.most) failCount(count < function.fewest);
+    try {
+      return function.native(Call{*this, args, function});
+    } catch (...) {
+      endNative(function);
+    }
+  }
+  Value callLambda(const Function& function, std::span<Value> args);
+  [[noreturn]] void failCount(bool tooFew);
+  /// Within a handler: what a native function has thrown becomes an error that the program was told of.
+  [[noreturn]] void endNative(const Function& function);
   /// `native` is the function of the language or the host that failed, if one did.
   void tellProgram(LispError& error, const Function* native = nullptr);
   void noteCallers(LispError& error, const Function* native) const;
@@ -159,7 +189,8 @@ class Interpreter {
 
   Services& services_;
   std::unordered_map<std::wstring, std::unique_ptr<Symbol>> symbols_;
-  std::vector<Value> stack_;
+  std::unique_ptr<std::byte[]> stack_;
+  Value *stackTop_, *stackEnd_;
   Value t_;
   Symbol* errorHandler_;
   Symbol* lambdaSymbol_;

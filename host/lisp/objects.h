@@ -26,6 +26,9 @@ struct Symbol {
 
 using Arguments = std::span<const Value>;
 
+/// Raises "bad argument type: PREDICATE VALUE".
+[[noreturn]] void failType(const wchar_t* predicate, const Value& value);
+
 /// A call of a function written in C++. The arguments are valid for the length of the call.
 struct Call {
   Interpreter& lisp;
@@ -37,11 +40,19 @@ struct Call {
   const Value& operator[](size_t place) const { return args[place]; }
 
   // The argument in its type; another raises the language's "bad argument type".
-  double number(size_t place) const;
-  int32_t integer(size_t place) const;
-  const std::wstring& text(size_t place) const;
-  const Value& list(size_t place) const;
-  Symbol* symbol(size_t place) const;
+  double number(size_t place) const { return checked<&Value::isNumber>(place, L"numberp:").number(); }
+  int32_t integer(size_t place) const { return checked<&Value::isInteger>(place, L"fixnump:").integer(); }
+  const std::wstring& text(size_t place) const { return checked<&Value::isText>(place, L"stringp").text(); }
+  const Value& list(size_t place) const { return checked<&Value::isList>(place, L"listp"); }
+  Symbol* symbol(size_t place) const { return checked<&Value::isSymbol>(place, L"symbolp").symbol(); }
+
+ private:
+  template <bool (Value::*isOfType)() const>
+  const Value& checked(size_t place, const wchar_t* predicate) const {
+    const Value& value = args[place];
+    if (!(value.*isOfType)()) failType(predicate, value);
+    return value;
+  }
 };
 
 using Native = Value (*)(const Call&);

@@ -11,12 +11,6 @@ bool isTrue(const CodePtr& code, Interpreter& lisp) { return code->run(lisp).isT
 // What is wrong with a form is found when it is compiled, and told when it is reached.
 [[noreturn]] void failSyntax() { throw LispError(L"syntax error"); }
 
-size_t lengthOf(const Value& list) {
-  size_t length = 0;
-  for (const Value* at = &list; at->isCons(); at = &cdr(*at)) ++length;
-  return length;
-}
-
 const Value& nth(const Value& list, size_t place) {
   static const Value nil;
   const Value* at = &list;
@@ -286,6 +280,8 @@ void defineSpecialForms(Interpreter& lisp) {
     auto* made = new Function;
     made->kind = Function::Kind::specialForm;
     made->name = name;
+    // Where one is called as if it were a function.
+    made->native = [](const Call& call) -> Value { throw LispError(L"bad function: " + call.function.name); };
     lisp.intern(name)->value = Value(made);
   }
 }

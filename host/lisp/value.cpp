@@ -60,29 +60,45 @@ bool Value::same(const Value& other) const {
 
 void Value::release() {
   switch (type_) {
+    case Type::cons:
+      return freeList(reinterpret_cast<Cons*>(as_.counted));
     case Type::text:
       delete reinterpret_cast<Text*>(as_.counted);
       return;
     case Type::function:
-      delete static_cast<Function*>(as_.counted);
-      return;
-    case Type::opaque:
-      delete static_cast<Opaque*>(as_.counted);
-      return;
+      return freeFunction(static_cast<Function*>(as_.counted));
     default:
-      break;
+      delete static_cast<Opaque*>(as_.counted);
   }
-  // Lists may be a hundred thousand deep in either direction, so what falls free is kept in a row
-  // instead of being freed from within. The row needs no memory, of which there may be none left.
+}
+
+void Value::freeList(Cons* list) {
+  Counted* falling = list;
+  falling->nextFalling = nullptr;
+  while (falling) {
+    auto* const freed = static_cast<Cons*>(falling);
+    falling = falling->nextFalling;
+    for (Value* const part : {&freed->car, &freed->cdr}) {
+      if (!part->isCons()) continue;
+      part->type_ = Type::nil;
+      Counted* const held = part->as_.counted;
+      if (--held->references == 0) held->nextFalling = std::exchange(falling, held);
+    }
+    delete freed;
+  }
+}
+
+void Value::freeFunction(Function* function) {
+  // What falls free inside a function's program comes back to here.
   static thread_local Counted* falling = nullptr;
   static thread_local bool freeing = false;
-  as_.counted->nextFalling = std::exchange(falling, as_.counted);
+  function->nextFalling = std::exchange(falling, function);
   if (freeing) return;
   freeing = true;
   while (falling) {
-    auto* const next = reinterpret_cast<Cons*>(falling);
+    auto* const freed = static_cast<Function*>(falling);
     falling = falling->nextFalling;
-    delete next;
+    delete freed;
   }
   freeing = false;
 }
@@ -102,6 +118,12 @@ bool equalAtoms(const Value& a, const Value& b, double fuzz) {
 }
 
 }  // namespace
+
+size_t lengthOf(const Value& list) {
+  size_t length = 0;
+  for (const Value* at = &list; at->isCons(); at = &cdr(*at)) ++length;
+  return length;
+}
 
 bool equalValues(const Value& a, const Value& b, double fuzz) {
   if (!a.isCons() || !b.isCons()) return equalAtoms(a, b, fuzz);

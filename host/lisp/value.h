@@ -35,7 +35,7 @@ enum class Type : uint8_t {
 struct Counted {
   union {
     uint32_t references = 0;
-    /// Of a list that is being freed, which nothing counts any more.
+    /// Of an object that is being freed, which nothing counts any more.
     Counted* nextFalling;
   };
 };
@@ -62,9 +62,12 @@ class Value {
   Value(const Value& other) : as_(other.as_), type_(other.type_) { retain(); }
   Value(Value&& other) noexcept : as_(other.as_), type_(std::exchange(other.type_, Type::nil)) {}
   Value& operator=(Value other) noexcept {
-    std::swap(as_, other.as_);
-    std::swap(type_, other.type_);
+    swap(*this, other);
     return *this;
+  }
+  friend void swap(Value& a, Value& b) noexcept {
+    std::swap(a.as_, b.as_);
+    std::swap(a.type_, b.type_);
   }
   ~Value() {
     if (isCounted() && --as_.counted->references == 0) release();
@@ -103,8 +106,11 @@ class Value {
   void retain() {
     if (isCounted()) ++as_.counted->references;
   }
-  /// Frees what the last reference held, without recursion along lists.
+  /// Frees what the last reference held. Lists may be a hundred thousand deep in either direction, and so may
+  /// functions that hold functions: there is no recursion along them, and no need of memory.
   void release();
+  static void freeList(Cons* list);
+  static void freeFunction(Function* function);
   static void join(const Text& text);
 
   union {
@@ -203,6 +209,9 @@ class Elements {
  private:
   const Value* list_;
 };
+
+/// The number of elements up to the last cons.
+size_t lengthOf(const Value& list);
 
 /// As `equal` compares; reals within `fuzz`.
 bool equalValues(const Value& a, const Value& b, double fuzz = 0.0);

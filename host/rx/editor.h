@@ -10,8 +10,14 @@ namespace host {
 /// reactor may remove itself or others while it is told.
 class Editor : public AcEditor {
  public:
+  Editor();
+  ~Editor() override;
   void addReactor(AcEditorReactor* reactor) override;
   void removeReactor(AcEditorReactor* reactor) override;
+  bool addIdleFunction(AcedOnIdleMsgFn function);
+  bool removeIdleFunction(AcedOnIdleMsgFn function);
+  /// The host has nothing to do any more: calls who registered for it.
+  void tellIdle() const;
 
   template <class Notify>
   void tell(Notify notify) {
@@ -24,6 +30,7 @@ class Editor : public AcEditor {
  private:
   bool holds(const AcEditorReactor* reactor) const;
   std::vector<AcEditorReactor*> reactors_;
+  std::vector<AcedOnIdleMsgFn> idle_;
 };
 
 /// The one editor; stands in the registry under "AcEditor".

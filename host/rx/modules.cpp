@@ -1,11 +1,10 @@
 #include "host/rx/modules.h"
 
-#include <dlfcn.h>
-
 #include <algorithm>
 #include <filesystem>
 
 #include "host/console/command_line.h"
+#include "host/root/host.h"
 #include "platform/text/utf.h"
 
 namespace host {
@@ -19,28 +18,19 @@ bool isFile(const fs::path& path) {
 }
 
 /// The folder of the running program, where the modules lie.
-fs::path programFolder() {
-  std::error_code problem;
-  const fs::path program = fs::read_symlink("/proc/self/exe", problem);
-  return problem ? fs::path() : program.parent_path();
-}
-
-std::wstring loaderProblem() {
-  const char* const text = dlerror();
-  return text ? fromUtf8(text) : L"unknown problem";
-}
+fs::path programFolder() { return fs::path(platform::programFile()).parent_path(); }
 
 /// "zarbo", "zarbo.so" and "/somewhere/zarbo.so" name the same module.
 std::wstring moduleName(const std::wstring& fileName) {
   const fs::path name = fs::path(toUtf8(fileName)).filename();
-  return fromUtf8((name.extension() == ".so" ? name.stem() : name).string());
+  return fromUtf8((name.extension() == platform::libraryEnding ? name.stem() : name).string());
 }
 
 }  // namespace
 
 const FunctionHelp* Application::helpOn(const std::wstring& function) const {
   if (!library) return nullptr;
-  const auto help = reinterpret_cast<FunctionHelpEntry>(dlsym(library, functionHelpEntry));
+  const auto help = library->function<FunctionHelpEntry>(functionHelpEntry);
   return help ? help(function.c_str()) : nullptr;
 }
 
@@ -61,7 +51,7 @@ std::string Modules::locate(const std::wstring& fileName) const {
   std::vector<fs::path> folders = {programFolder()};
   for (const std::wstring& each : searchPath_) folders.emplace_back(toUtf8(each));
   for (const fs::path& folder : folders) {
-    for (const char* ending : {"", ".so"}) {
+    for (const char* ending : {"", platform::libraryEnding}) {
       const fs::path candidate = folder / (name.string() + ending);
       if (isFile(candidate)) return candidate.string();
     }
@@ -76,21 +66,21 @@ bool Modules::load(const std::wstring& fileName, std::wstring& problem) {
     problem = fileName + L": not found";
     return false;
   }
-  void* const library = dlopen(file.c_str(), RTLD_NOW | RTLD_LOCAL);
+  std::string loaderProblem;
+  auto library = platform::Library::open(file, loaderProblem);
   if (!library) {
-    problem = loaderProblem();
+    problem = fromUtf8(loaderProblem);
     return false;
   }
-  const auto entry = reinterpret_cast<Application::Entry>(dlsym(library, "acrxEntryPoint"));
+  const auto entry = library->function<Application::Entry>("acrxEntryPoint");
   if (!entry) {
     problem = fileName + L": has no entry acrxEntryPoint";
-    dlclose(library);
     return false;
   }
   all_.push_back(std::make_unique<Application>());
   Application& made = *all_.back();
   made.fileName = fileName;
-  made.library = library;
+  made.library = std::move(library);
   made.entry = entry;
   if (tell(made, AcRx::kInitAppMsg) == AcRx::kRetError) {
     problem = fileName + L": refuses to start";
@@ -140,8 +130,7 @@ void Modules::remove(Application& application) {
   if (documents_.forgetFunctions) documents_.forgetFunctions(application);
   application.entry = nullptr;
   application.functions.clear();
-  dlclose(application.library);
-  application.library = nullptr;
+  application.library.reset();
 }
 
 void Modules::tellAll(AcRx::AppMsgCode message) {
@@ -166,10 +155,7 @@ int Modules::tell(Application& application, AcRx::AppMsgCode message) {
   }
 }
 
-Modules& modules() {
-  static Modules instance;
-  return instance;
-}
+Modules& modules() { return theOne<Modules>(); }
 
 }  // namespace host
 

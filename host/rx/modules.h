@@ -7,6 +7,7 @@
 
 #include "brx/rx_modules.h"
 #include "interfaces/function_help.h"
+#include "platform/library/library.h"
 
 namespace host {
 
@@ -16,7 +17,7 @@ struct Application {
   using Entry = int (*)(AcRx::AppMsgCode message, void* applicationId);
 
   std::wstring fileName;
-  void* library = nullptr;
+  std::unique_ptr<platform::Library> library;
   Entry entry = nullptr;
   bool unlocked = false;
   bool worksWithSeveralDocuments = false;

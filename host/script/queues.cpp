@@ -1,11 +1,9 @@
 #include "host/script/queues.h"
 
+#include "host/root/host.h"
+
 namespace host {
 
-ScriptQueues& scriptQueues() {
-  // Lives to the end: values in it may belong to interpreters that end in any order.
-  static ScriptQueues* const instance = new ScriptQueues;
-  return *instance;
-}
+ScriptQueues& scriptQueues() { return theOne<ScriptQueues>(); }
 
 }  // namespace host

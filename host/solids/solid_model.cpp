@@ -1,10 +1,15 @@
 #include "host/solids/solid_model.h"
 
+#include <algorithm>
 #include <charconv>
-#include <map>
+#include <cmath>
 
+#include "brx/db_block.h"
 #include "brx/lisp_calls.h"
+#include "host/database/fields.h"
 #include "host/database/header_variables.h"
+#include "host/database/nested_visits.h"
+#include "host/entities/block_extents.h"
 #include "host/view/painter.h"
 #include "host/view/traits.h"
 #include "platform/text/utf.h"
@@ -90,32 +95,121 @@ std::string handleText(AcDbHandle handle) {
   return text;
 }
 
+double areaOf(const BrxSolidBody& body) {
+  double area = 0;
+  size_t begin = 0;
+  for (const Adesk::UInt32 end : body.faceEnds) {
+    AcGeVector3d sum;
+    const auto at = [&](size_t i) { return body.points[body.corners[i]] - body.points[body.corners[begin]]; };
+    for (size_t i = begin + 1; i + 1 < end; ++i) sum += at(i).crossProduct(at(i + 1));
+    area += sum.length() / 2;
+    begin = end;
+  }
+  return area;
+}
+
+/// A matrix that mirrors turns the faces round. False for one that leaves no body.
+bool place(BrxSolidBody& body, const AcGeMatrix3d& matrix) {
+  const double grows = matrix.det();
+  if (!std::isfinite(grows) || grows == 0) return false;
+  for (AcGePoint3d& point : body.points) point = matrix * point;
+  body.centre = matrix * body.centre;
+  body.volume *= std::abs(grows);
+  if (grows < 0) {
+    size_t begin = 0;
+    for (const Adesk::UInt32 end : body.faceEnds) {
+      std::reverse(body.corners.begin() + static_cast<std::ptrdiff_t>(begin), body.corners.begin() + end);
+      begin = end;
+    }
+  }
+  body.area = areaOf(body);
+  return true;
+}
+
+/// What surrounds the entities of a block: its place, the handles of the references on the way to it, and the
+/// look of the last one.
+struct Surroundings {
+  AcGeMatrix3d matrix;
+  std::string handles;
+  view::Resolved look;
+};
+
+/// Walks model space and, through references, blocks.
+class ModelWalk {
+ public:
+  ModelWalk(AcDbDatabase& drawing, SolidModel& model) : looks_(drawing, unused_), model_(model) {}
+
+  void block(AcDbObjectId id, const Surroundings* around) {
+    AcDbObjectPointer<AcDbBlockTableRecord> record(id);
+    if (!record.object()) return;
+    for (const AcDbObjectId& each : record->entityIds()) {
+      AcDbObjectPointer<AcDbEntity> entity(each);
+      if (!entity.object() || entity->visibility() == AcDb::kInvisible) continue;
+      if (around && !countNestedVisit()) return;
+      this->entity(*entity.object(), around);
+    }
+  }
+
+ private:
+  void entity(AcDbEntity& entity, const Surroundings* around) {
+    view::Traits traits(looks_);
+    traits.take(entity, traits, around ? &around->look : nullptr);
+    const view::Resolved look = traits.resolve();
+    const view::LayerLook& layer = looks_.layer(look.layer);
+    if (layer.frozen) return;
+    if (const auto* const reference = AcDbBlockReference::cast(&entity))
+      return cells(*reference, look, around);
+    const auto* const solid = dynamic_cast<const BrxSolidBodies*>(&entity);
+    if (solid && !layer.off) add(entity, *solid, look, around);
+  }
+
+  /// The block in each place of the grid.
+  void cells(const AcDbBlockReference& reference, const view::Resolved& look, const Surroundings* around) {
+    const NestedDescent descent;
+    if (!descent.isAllowed()) return;
+    const int columns = std::max<int>(reference.columns(), 1), rows = std::max<int>(reference.rows(), 1);
+    const AcGeMatrix3d first = reference.blockTransform();
+    for (int row = 0; row < rows; ++row) {
+      for (int column = 0; column < columns; ++column) {
+        if (!countNestedVisit()) return;
+        Surroundings inside{cellShift(reference, column, row) * first, handleText(reference.handle()), look};
+        if (reference.isGrid()) inside.handles += ':' + std::to_string(row * columns + column + 1);
+        if (around) {
+          inside.matrix = around->matrix * inside.matrix;
+          inside.handles = around->handles + inside.handles;
+        }
+        inside.handles += '/';
+        block(reference.blockTableRecord(), &inside);
+      }
+    }
+  }
+
+  void add(const AcDbEntity& entity, const BrxSolidBodies& solid, const view::Resolved& look,
+           const Surroundings* around) {
+    SolidElement element;
+    element.kind = solid.kind();
+    element.handle = (around ? around->handles : std::string()) + handleText(entity.handle());
+    element.layer = toUtf8(nameOfRecord(look.layer));
+    element.rgb = view::rgbOf(look.ink, view::Ground::dark);
+    readProperties(entity, element);
+    for (int i = 0; i < solid.bodyCount(); ++i) {
+      BrxSolidBody body = solid.body(i);
+      if (!around || place(body, around->matrix)) element.bodies.push_back(std::move(body));
+    }
+    if (!element.bodies.empty()) model_.elements.push_back(std::move(element));
+  }
+
+  view::DisplayList unused_;
+  view::Looks looks_;
+  SolidModel& model_;
+};
+
 }  // namespace
 
 SolidModel solidModel(AcDbDatabase& drawing, const std::string& name) {
   SolidModel model{name, unitOf(drawing), {}};
-  view::DisplayList unused;
-  view::Looks looks(drawing, unused);
-  AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId());
-  if (!space.object()) return model;
-  for (const AcDbObjectId& id : space->entityIds()) {
-    AcDbObjectPointer<AcDbEntity> entity(id);
-    const auto* const solid = dynamic_cast<const BrxSolidBodies*>(entity.object());
-    if (!solid || solid->bodyCount() == 0 || entity->visibility() == AcDb::kInvisible) continue;
-    view::Traits traits(looks);
-    traits.take(*entity.object(), traits, nullptr);
-    const view::Resolved look = traits.resolve();
-    const view::LayerLook& layer = looks.layer(look.layer);
-    if (layer.off || layer.frozen) continue;
-    SolidElement element;
-    element.kind = solid->kind();
-    element.handle = handleText(entity->handle());
-    element.layer = toUtf8(entity->layer());
-    element.rgb = view::rgbOf(look.ink, view::Ground::dark);
-    readProperties(*entity.object(), element);
-    for (int i = 0; i < solid->bodyCount(); ++i) element.bodies.push_back(solid->body(i));
-    model.elements.push_back(std::move(element));
-  }
+  const NestedOperation operation;
+  ModelWalk(drawing, model).block(drawing.modelSpaceId(), nullptr);
   return model;
 }
 

@@ -13,7 +13,10 @@ namespace host {
 
 struct SolidElement {
   BrxSolidKind kind = BrxSolidKind::other;
-  std::string handle, layer;
+  /// Behind the handles of the references that show it, where it stands in a block: "2F/1A", and "2F:3/1A" in
+  /// the third place of a grid.
+  std::string handle;
+  std::string layer;
   unsigned rgb = 0;  // 0xRRGGBB
   /// What the application hangs on the entity: keys and values.
   std::vector<std::pair<std::string, std::string>> properties;
@@ -34,7 +37,8 @@ struct SolidModel {
   std::vector<SolidElement> elements;
 };
 
-/// The solids of model space, in its order; those on layers that are frozen or off are left out.
+/// The solids of model space and of the blocks that it shows, in its order; those on layers that are frozen
+/// or off are left out.
 SolidModel solidModel(AcDbDatabase& drawing, const std::string& name);
 
 /// A word for people: "segment", "elbow".

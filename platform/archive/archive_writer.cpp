@@ -1,7 +1,5 @@
 #include "platform/archive/archive_writer.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
 #include <zip.h>
 
 #include <algorithm>
@@ -12,6 +10,7 @@
 
 #include "platform/archive/entries.h"
 #include "platform/archive/extraction.h"
+#include "platform/files/file_facts.h"
 #include "platform/files/native_path.h"
 #include "platform/files/whole_file.h"
 #include "platform/text/utf.h"
@@ -74,9 +73,9 @@ struct ArchiveWriter::State {
   }
 
   bool appendFile(const std::string& file, std::string name) {
-    struct stat info;
     // The library reads the file only when the archive is written; by then nobody could be told.
-    if (stat(file.c_str(), &info) != 0 || !S_ISREG(info.st_mode) || access(file.c_str(), R_OK) != 0)
+    const auto facts = factsOf(file);
+    if (!facts || facts->kind != FileFacts::Kind::plain || !mayUse(file, FileUse::read))
       return failed(file, "is no readable file");
     if (mendsNames) name = names.mended(name);
     if (const std::string reason = names.add(name, false); !reason.empty()) return failed(file, reason);
@@ -121,7 +120,7 @@ bool ArchiveWriter::create(const std::wstring& path) {
   const std::string file = nativePath(path);
   const std::optional<std::string> place = replaceableFile(file);
   if (!place) return state_->failed(file, std::strerror(errno));
-  if (access(splitPath(*place).folder.c_str(), W_OK) != 0)
+  if (!mayUse(splitPath(*place).folder, FileUse::readAndWrite))
     return state_->failed(file, "the folder can't be written");
   return state_->openWith(*place, ZIP_CREATE | ZIP_TRUNCATE);
 }
@@ -129,8 +128,8 @@ bool ArchiveWriter::create(const std::wstring& path) {
 bool ArchiveWriter::append(const std::wstring& path, bool keepPath) {
   const std::string file = nativePath(path);
   if (!state_->archive) return state_->failed(file, "no archive is open");
-  struct stat info;
-  if (keepPath && stat(file.c_str(), &info) == 0 && S_ISDIR(info.st_mode)) return state_->appendFolder(file);
+  const auto facts = factsOf(file);
+  if (keepPath && facts && facts->kind == FileFacts::Kind::folder) return state_->appendFolder(file);
   return state_->appendFile(file, keepPath ? withoutRoot(file) : splitPath(file).name);
 }
 

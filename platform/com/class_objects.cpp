@@ -6,11 +6,8 @@
 #include <string>
 #include <vector>
 
-#ifndef _WIN32
-#include <dlfcn.h>
-#endif
-
 #include "platform/com/automation.h"
+#include "platform/library/library.h"
 
 namespace {
 
@@ -20,12 +17,17 @@ struct Registered {
   ObjectMaker maker;
 };
 
+struct LoadedServer {
+  std::unique_ptr<platform::Library> library;
+  GetClassObject entry;
+};
+
 struct Registry {
   std::mutex mutex;
   std::vector<Registered> registered;
   unsigned nextKey = 1;
   ClassLibraryResolver resolver;
-  std::map<std::filesystem::path, GetClassObject> libraries;
+  std::map<std::filesystem::path, LoadedServer> libraries;
 };
 
 Registry& registry() {
@@ -46,10 +48,7 @@ constexpr InstalledClass installedClasses[] = {
 };
 
 std::filesystem::path ownFolder() {
-  Dl_info info{};
-  if (!dladdr(reinterpret_cast<void*>(&ownFolder), &info) || !info.dli_fname) return {};
-  std::error_code ignored;
-  return std::filesystem::absolute(info.dli_fname, ignored).parent_path();
+  return std::filesystem::path(platform::fileOfCode(reinterpret_cast<void*>(&ownFolder))).parent_path();
 }
 
 std::filesystem::path libraryOf(const CLSID& classId) {
@@ -71,15 +70,12 @@ std::filesystem::path libraryOf(const CLSID& classId) {
 GetClassObject entryOf(const std::filesystem::path& path) {
   Registry& all = registry();
   const std::lock_guard lock(all.mutex);
-  if (auto known = all.libraries.find(path); known != all.libraries.end()) return known->second;
-  void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-  if (!library) return nullptr;
-  auto entry = reinterpret_cast<GetClassObject>(dlsym(library, "DllGetClassObject"));
-  if (!entry) {
-    dlclose(library);
-    return nullptr;
-  }
-  all.libraries.emplace(path, entry);
+  if (auto known = all.libraries.find(path); known != all.libraries.end()) return known->second.entry;
+  std::string ignored;
+  auto library = platform::Library::open(path.string(), ignored);
+  const auto entry = library ? library->function<GetClassObject>("DllGetClassObject") : nullptr;
+  if (!entry) return nullptr;
+  all.libraries.emplace(path, LoadedServer{std::move(library), entry});
   return entry;
 }
 

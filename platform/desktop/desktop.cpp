@@ -1,7 +1,5 @@
 #include "platform/desktop/desktop.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 
@@ -10,6 +8,7 @@
 #include "platform/desktop/scripted.h"
 #include "platform/desktop/terminal.h"
 #include "platform/files/native_path.h"
+#include "platform/terminal/terminal.h"
 #include "platform/text/letters.h"
 #include "platform/text/utf.h"
 
@@ -23,7 +22,7 @@ std::unique_ptr<Desktop>& current() {
 }
 
 std::unique_ptr<Desktop> firstDesktop() {
-  if (!isatty(STDIN_FILENO)) return std::make_unique<ScriptedDesktop>(nullptr);
+  if (!isTerminal(Stream::input)) return std::make_unique<ScriptedDesktop>(nullptr);
   std::unique_ptr<Desktop> person = std::make_unique<TerminalDesktop>();
   if (hasDisplay()) person = std::make_unique<DisplayDesktop>(std::move(person));
   return std::make_unique<ScriptedDesktop>(std::move(person));

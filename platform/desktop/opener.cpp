@@ -1,10 +1,9 @@
 #include "platform/desktop/opener.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 
 #include "platform/desktop/desktop.h"
+#include "platform/files/file_facts.h"
 #include "platform/files/native_path.h"
 #include "platform/process/programs.h"
 #include "platform/text/utf.h"
@@ -32,7 +31,7 @@ int openByDesktop(const std::wstring& target) {
   if (word.empty()) return fileNotFound;
   if (!isAddress(word)) {
     word = nativePath(target);
-    if (access(word.c_str(), F_OK) != 0) return fileNotFound;
+    if (!factsOf(word)) return fileNotFound;
     if (word.front() == '-') word.insert(0, "./");  // not an option of the opener
   }
   return startProgram({"xdg-open", word}) || startProgram({"gio", "open", word}) ? opened : noAssociation;

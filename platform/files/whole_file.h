@@ -1,12 +1,13 @@
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
 
-#include <sys/types.h>
-
 namespace platform {
+
+class HiddenFile;
 
 /// Where a file that is made under this name goes: a link is written through. Nothing, with `errno` told,
 /// when something stands there that must not be replaced: a read-only file, a folder, a device, a pipe, or a
@@ -26,22 +27,17 @@ class WholeFile {
   WholeFile& operator=(const WholeFile&) = delete;
 
   /// False after any failure; then `write` and `commit` do nothing and answer false.
-  bool good() const { return descriptor_ >= 0; }
-  int descriptor() const { return descriptor_; }
+  bool good() const;
   bool write(std::string_view bytes);
-  /// Permission bits of the finished file; without it, those of the file that is replaced, or the
-  /// usual ones of a new file.
-  void setMode(mode_t mode) { mode_ = mode; }
+  /// The permissions and times of an open file, instead of those of the file that is replaced or of a new
+  /// one.
+  bool takeAttributesOf(int descriptor);
   bool commit();
 
  private:
-  bool giveName();
-  void abandon();
-
   std::string target_;
-  std::string temporary_;  ///< the name that the file has; empty while it has none
-  int descriptor_ = -1;
-  mode_t mode_ = 0;
+  std::unique_ptr<HiddenFile> file_;
+  unsigned mode_ = 0;
 };
 
 /// All bytes of a plain file; nothing when it can't be read to its end.

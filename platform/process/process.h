@@ -8,6 +8,9 @@
 /// reported, and the mark goes when the calling library or the process ends.
 void markProcess(const std::wstring& name);
 
+/// The running process's own number.
+int processNumber();
+
 /// Number of the calling thread's last system error, 0 when there was none; and the way to forget it.
 unsigned lastSystemError();
 void clearSystemError();

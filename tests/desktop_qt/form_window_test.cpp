@@ -223,6 +223,17 @@ TEST_F(Window, ALabelIsAsHighAsItsLines) {
   EXPECT_GE(window_->widgetOf(10)->height(), 4 * window_->widgetOf(10)->fontMetrics().lineSpacing());
 }
 
+TEST_F(Window, AGridKnowsItsWidthBeforeItIsShown) {
+  Grid& grid = form_.addGrid(1048, 2);
+  form_.control(1048).size(60, 8).grow(1);
+  grid.setRowCount(3);
+  int width = 0;
+  form_.onStart = [&] { width = grid.clientWidth(); };
+  form_.setLayout(column({1048, okAndCancel()}));
+  open();
+  EXPECT_EQ(width, grid.clientWidth());
+}
+
 TEST_F(Window, AHundredThousandRowsScrollAtOnce) {
   Grid& grid = form_.addGrid(1048, 7);
   grid.setRowCount(100001);

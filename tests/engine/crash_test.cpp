@@ -6,6 +6,7 @@
 #include <random>
 
 #include "tests/engine/engine_support.h"
+#include "tests/engine/writing_mode.h"
 
 namespace {
 
@@ -59,8 +60,11 @@ Change following(const Change& last) {
   return {Change::Append, last.id + 1, 0};
 }
 
-TEST(Crash, KeepsWhatWasAcknowledgedAndNothingElse) {
-  const TemporaryFolder folder;
+class Crash : public testing::TestWithParam<std::wstring> {};
+
+TEST_P(Crash, KeepsWhatWasAcknowledgedAndNothingElse) {
+  const TemporaryFolder folder, settings;
+  const WritingMode mode(settings.file(""), GetParam());
   const std::string path = folder.file("a.kv");
   {
     const TestEngine engine = TestEngine::fresh(
@@ -71,7 +75,7 @@ TEST(Crash, KeepsWhatWasAcknowledgedAndNothingElse) {
   Rows rows;
   LONG lastId = 0;
   int changes = 0, unacknowledged = 0;
-  constexpr int kills = 200;
+  constexpr int kills = 100;
   for (int kill_ = 0; kill_ < kills; ++kill_) {
     int channel[2];
     ASSERT_EQ(pipe(channel), 0);
@@ -111,5 +115,7 @@ TEST(Crash, KeepsWhatWasAcknowledgedAndNothingElse) {
   // Three of four writers are let live until their first change.
   EXPECT_GE(changes, kills / 2);
 }
+
+INSTANTIATE_TEST_SUITE_P(Modes, Crash, testing::Values(L"full", L"flow"));
 
 }  // namespace

@@ -204,6 +204,7 @@ TEST(Files, LoseAWriteAheadLogThatAnotherProgramGaveThem) {
     ASSERT_EQ(engine.table(L"T", L"id"), 0);
     ASSERT_EQ(engine.top(), 0);
     EXPECT_EQ(engine.number(L"v"), 99);
+    close(engine);
     EXPECT_EQ(folder.count(), 1u);
   }
 }
@@ -316,7 +317,7 @@ TEST(Compaction, TakesAwayWhatKilledOnesLeftAndNothingElse) {
   writeFile(folder.file(live), "growing");
   const int lock = open(folder.file(live).c_str(), O_RDONLY);
   ASSERT_EQ(flock(lock, LOCK_EX), 0);
-  for (const char* name : {".zarbodb-notes", ".hidden", "b.kv.new", "b.kv.mended"})
+  for (const char* name : {".zarbo-notes", ".hidden", "b.kv.new", "b.kv.mended"})
     writeFile(folder.file(name), "mine");
   TestEngine engine;
   EXPECT_EQ(engine.compact(path, compacted), 0);

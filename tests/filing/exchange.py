@@ -19,7 +19,7 @@ try:
     import ezdxf
     from ezdxf import recover
     from ezdxf.math import Matrix44, Vec2, Vec3
-    from ezdxf.render import forms
+    from ezdxf.render import forms, mleader
 except ImportError:
     sys.exit(77)
 
@@ -131,6 +131,11 @@ def carried_entities():
     space.add_mline([(0, 0), (3, 0), (3, 4)])
     forms.cube().render_polyface(space)
     forms.cube().render_mesh(space)
+    leader = space.add_multileader_mtext('Standard')
+    leader.set_content('Supply\\nAir')
+    for side in (mleader.ConnectionSide.left, mleader.ConnectionSide.right):
+        leader.add_leader_line(side, [Vec2(-20, 15), Vec2(-12, 3)])
+    leader.build(insert=Vec2(5, 0), rotation=20)
     space.add_region().sat = ['400 0 1 0', 'End-of-ACIS-data']
     return drawing
 
@@ -150,6 +155,16 @@ def edge_places(edge):
         return [edge.center, edge.start_point, edge.end_point, edge.center + Vec2.from_angle(middle, edge.radius)]
     ends = edge.construction_tool().vertices([edge.start_param, edge.end_param])
     return [edge.center, *(Vec2(p) for p in ends)]
+
+
+def leader_places(leader):
+    context = leader.context
+    corner = context.mtext.insert
+    places = [context.base_point, context.plane_origin, corner, corner + context.mtext.text_direction * context.char_height]
+    for part in context.leaders:
+        places += [part.last_leader_point, part.last_leader_point + part.dogleg_vector * part.dogleg_length]
+        places += [p for line in part.lines for p in line.vertices]
+    return places
 
 
 def boundary(hatch):
@@ -175,6 +190,7 @@ PLACES = {
     'MLINE': lambda e: [e.dxf.start_location, *(v.location for v in e.vertices)],
     'POLYLINE': lambda e: [v.dxf.location for v in e.vertices if not v.is_face_record],
     'MESH': lambda e: [Vec3(v) for v in e.vertices],
+    'MULTILEADER': leader_places,
 }
 
 
@@ -300,10 +316,10 @@ class Exchange(unittest.TestCase):
                     found = list(zip(before.query(kind), after.query(kind)))
                     self.assertTrue(found, kind)
                     for mine, theirs in found:
-                        stays = kind == 'MLINE' and mirrored
+                        stays = kind in ('MLINE', 'MULTILEADER') and mirrored
                         self.assert_places([p if stays else matrix.transform(p) for p in places(mine)],
                                            places(theirs), kind)
-                self.assertIn('2 were not changed' if mirrored else '1 was not changed', said)
+                self.assertIn('3 were not changed' if mirrored else '1 was not changed', said)
                 self.assertEqual(before.query('REGION').first.sat, after.query('REGION').first.sat)
 
     def assert_places(self, wanted, found, kind):

@@ -12,6 +12,7 @@
 #include "host/documents/documents.h"
 #include "host/rx/modules.h"
 #include "platform/com/class_objects.h"
+#include "tests/support/fake_object.h"
 #include "zarbo/module/companion.h"
 
 namespace {
@@ -182,27 +183,10 @@ TEST_F(ModuleTest, ReportsModulesThatCannotBeLoaded) {
 }
 
 /// Counts what the module does with its companion.
-class Companion : public IZbCompanion {
+class Companion : public FakeObject<IZbCompanion> {
  public:
   std::wstring log;
   HRESULT startResult = S_OK;
-  HRESULT STDMETHODCALLTYPE QueryInterface(const IID& iid, void** object) override {
-    if (!(iid == interfaceId<IZbCompanion>)) return E_NOINTERFACE;
-    *object = this;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++count_; }
-  ULONG STDMETHODCALLTYPE Release() override { return --count_; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID&, OLECHAR**, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID, const IID&, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                   UINT*) override {
-    return E_NOTIMPL;
-  }
   HRESULT STDMETHODCALLTYPE Start() override {
     log += L"start ";
     return startResult;
@@ -211,10 +195,6 @@ class Companion : public IZbCompanion {
     log += L"stop ";
     return S_OK;
   }
-  ULONG count() const { return count_; }
-
- private:
-  ULONG count_ = 0;
 };
 
 TEST_F(ModuleTest, StartsAndStopsItsCompanion) {
@@ -226,7 +206,7 @@ TEST_F(ModuleTest, StartsAndStopsItsCompanion) {
   std::wstring problem;
   ASSERT_TRUE(host::modules().unload(L"zarbo", problem));
   EXPECT_EQ(companion.log, L"start stop ");
-  EXPECT_EQ(companion.count(), 0u);
+  EXPECT_EQ(companion.references, 0u);
 
   companion.startResult = E_FAIL;
   host::commandLine().takeRecord();

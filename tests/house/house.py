@@ -12,13 +12,6 @@ HERE = pathlib.Path(__file__).resolve().parent
 INCLUDE = re.compile(r'\s*#\s*include\s*(?:"([^"]+)"|<([^>]+)>)')
 SYSTEM = re.compile(r"(unistd|fcntl|dlfcn|windows|poll|pwd|spawn|signal|termios)\.h|(sys|arpa|netinet)/")
 WIDE_LETTERS = re.compile(r"\b(tow(upper|lower|ctrans)|isw[a-z]+)\s*\(")
-# These still call the system themselves; the list only gets shorter.
-WAITING = set(
-    """engine/database.cpp engine/jet_snapshot.cpp engine/jet_sql/functions_date.cpp engine/links.cpp
-    engine/mended_copy.cpp engine/page_file.cpp host/app/main.cpp host/app/prompt.cpp host/app/terminal_line.cpp
-    host/filing/files.cpp host/lisp/interpreter.cpp host/rx/modules.cpp tools/zarbo_mdb/guarded_run.cpp
-    tools/zarbo_mdb/main.cpp""".split()
-)
 # A type at the left margin; those of anonymous namespaces and of other types are nobody else's.
 TYPE = re.compile(r"(?:struct|class|union|enum(?: class)?) (?:BRX_API )?([\w:]+(?:<[^{]*>)?)(?! *;)(?=$|[ :{])")
 NAMESPACE = re.compile(r"(?:inline )?namespace ?([\w:]*) ?\{")
@@ -64,7 +57,6 @@ def check(root, table):
 def check_file(name, room, text, table, defined):
     allowed = table[room]
     may_call_system = room.split("/")[0] in ("platform", "tests", "bench", "fuzz")
-    calls_system = False
     namespaces = []
     for number, line in enumerate(text.splitlines(), 1):
         place = f"{name}:{number}"
@@ -75,9 +67,7 @@ def check_file(name, room, text, table, defined):
             elif target and target != room and not any(target == each or target.startswith(each + "/") for each in allowed):
                 yield f"{place}: {room} may not include {target}"
             if found[2] and SYSTEM.match(found[2]) and not may_call_system:
-                calls_system = True
-                if name not in WAITING:
-                    yield f"{place}: <{found[2]}> is for platform/ alone"
+                yield f"{place}: <{found[2]}> is for platform/ alone"
         elif room != "platform/text" and WIDE_LETTERS.search(line.split("//")[0]):
             yield f"{place}: letters are folded and judged by platform/text alone"
         elif found := NAMESPACE.match(line):
@@ -86,8 +76,6 @@ def check_file(name, room, text, table, defined):
             namespaces.pop()
         elif (found := TYPE.match(line)) and "" not in namespaces:
             defined["::".join(namespaces + [found[1]])].add(name)
-    if name in WAITING and not calls_system:
-        yield f"{name}: calls the system no more, so house.py need not list it"
 
 
 if __name__ == "__main__":

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <random>
@@ -20,6 +21,7 @@
 #include "zarbo/jigs/line_jig.h"
 #include "zarbo/jigs/multi_block_jig.h"
 #include "zarbo/jigs/rectangle_jig.h"
+#include "zarbo/jigs/rotate_jig.h"
 #include "zarbo/jigs/text_jig.h"
 
 namespace {
@@ -104,11 +106,13 @@ size_t entitiesIn(const AcDbDatabase& drawing) {
   return space->entityIds().size();
 }
 
-void runJig(int kind, AcDbObjectId block) {
+constexpr int jigs = 7;
+
+void runJig(int kind, AcDbObjectId block, AcDbObjectId placed) {
   const auto reference = [&] { return new AcDbBlockReference({}, block); };
   AcDbEntityPtrArray entities(0, 8);
   LispList result;
-  switch (kind % 6) {
+  switch (kind % jigs) {
     case 0:
       AsdkRectangleJig(3, 4, 2, true).run();
       break;
@@ -132,6 +136,9 @@ void runJig(int kind, AcDbObjectId block) {
       jig.run();
       break;
     }
+    case 5:
+      RotateJig(placed, L"Turn: ").run();
+      break;
     default: {
       entities.append(reference());
       MultiRotateJig jig(L"Turn: ", {});
@@ -141,13 +148,25 @@ void runJig(int kind, AcDbObjectId block) {
   }
 }
 
+AcDbObjectId addReference(AcDbDatabase& drawing, AcDbObjectId block) {
+  AcDbObjectPointer<AcDbBlockTableRecord> space(drawing.modelSpaceId(), AcDb::kForWrite);
+  auto* const reference = new AcDbBlockReference({5, 5, 0}, block);
+  AcDbObjectId id;
+  space->appendAcDbEntity(id, reference);
+  reference->close();
+  return id;
+}
+
 /// Bytes of which most make sense: coordinates are small numbers, not a few are no numbers at all.
 std::vector<uint8_t> randomBytes(std::mt19937& random) {
   std::vector<uint8_t> bytes;
   std::uniform_real_distribution<double> place(-100, 100);
   std::uniform_int_distribution<int> any(0, 255), few(0, 12);
+  /// One drag in so many goes on for long.
+  constexpr int oneInMany = 64, longer = 20;
+  const int times = any(random) % oneInMany == 0 ? longer : 1;
   bytes.push_back(static_cast<uint8_t>(any(random)));
-  for (int events = few(random); events > 0; --events) {
+  for (int events = few(random) * times; events > 0; --events) {
     bytes.push_back(static_cast<uint8_t>(any(random)));
     for (const double each : {place(random), place(random)}) {
       uint8_t raw[sizeof each];
@@ -159,15 +178,15 @@ std::vector<uint8_t> randomBytes(std::mt19937& random) {
   return bytes;
 }
 
-void runRound(std::mt19937& random, AcDbDatabase& drawing, AcDbObjectId block) {
+void runRound(std::mt19937& random, AcDbDatabase& drawing, AcDbObjectId block, AcDbObjectId placed) {
   const std::vector<uint8_t> data = randomBytes(random);
   Bytes bytes(data.data(), data.size());
   const int kind = bytes.byte();
   host::setPerson(std::make_unique<RandomPerson>(bytes));
   const size_t before = entitiesIn(drawing);
-  runJig(kind, block);
+  runJig(kind, block, placed);
   const size_t more = entitiesIn(drawing) - before;
-  EXPECT_LE(more, kind % 6 == 3 ? 1u : 0u) << "jig " << kind % 6;
+  EXPECT_LE(more, kind % jigs == 3 ? 1u : 0u) << "jig " << kind % jigs;
 }
 
 TEST(RandomDrags, LeaveNothingBehindButWhatWasAccepted) {
@@ -175,9 +194,12 @@ TEST(RandomDrags, LeaveNothingBehindButWhatWasAccepted) {
   host::Document& document = host::documents().create(L"");
   AcDbDatabase& drawing = *document.database();
   const AcDbObjectId block = sampleBlock(drawing, L"OUTER", sampleBlock(drawing, L"INNER", {}));
+  const AcDbObjectId placed = addReference(drawing, block);
+  const char* const wanted = std::getenv("ZARBO_RANDOM_ROUNDS");
+  const int rounds = wanted ? std::atoi(wanted) : 3000;
   std::mt19937 random(16);
-  for (int round = 0; round < 3000 && !testing::Test::HasFailure(); ++round) {
-    runRound(random, drawing, block);
+  for (int round = 0; round < rounds && !testing::Test::HasFailure(); ++round) {
+    runRound(random, drawing, block, placed);
     host::dragRecords().clear();
     host::scriptQueues().prompts.clear();
     host::commandLine().takeRecord();

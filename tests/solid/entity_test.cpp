@@ -272,12 +272,38 @@ TEST_F(SolidTest, FilesItselfAndGoesProxyForNewerVersions) {
   newer[version] = 2;
   host::MemoryFiler newerIn(AcDb::kFileFiler, newer);
   EXPECT_EQ(HvacSolid().dwgInFields(&newerIn), Acad::eMakeMeProxy);
-  // Cut anywhere, it is a failure or an entity, and never a broken body.
-  for (size_t length = 0; length < bytes.size(); length += 7) {
-    HvacSolid cut;
-    host::MemoryFiler cutIn(AcDb::kFileFiler,
-                            {bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(length)});
-    EXPECT_NE(cut.dwgInFields(&cutIn), Acad::eOk);
+}
+
+/// Reads bytes, and does with what comes of them what commands do.
+Acad::ErrorStatus readAndUse(const std::vector<unsigned char>& bytes) {
+  HvacSolid read;
+  host::MemoryFiler filer(AcDb::kFileFiler, bytes);
+  const Acad::ErrorStatus status = read.dwgInFields(&filer);
+  if (status != Acad::eOk) return status;
+  for (int i = 0; i < read.bodyCount(); ++i) EXPECT_TRUE(read.body(i).closed);
+  AcDbExtents extents;
+  read.getGeomExtents(extents);
+  read.transformBy(AcGeMatrix3d::rotation(0.3, {0, 0, 1}));
+  read.sliceLast({5, 0, 0}, {5, 1, 0}, {5, 0, 1}, {9, 0, 0});
+  host::MemoryFiler again(AcDb::kFileFiler);
+  EXPECT_EQ(read.dwgOutFields(&again), Acad::eOk);
+  return status;
+}
+
+TEST_F(SolidTest, BytesCutOrChangedAnywhereMakeNoBrokenBody) {
+  auto solid = bar(false), other = bar();
+  other->transformBy(AcGeMatrix3d::translation({50, 5, 5}));
+  ASSERT_TRUE(solid->doUnion(other.get()));
+  host::MemoryFiler out(AcDb::kFileFiler);
+  solid->dwgOutFields(&out);
+  const std::vector<unsigned char> bytes = out.take();
+  ASSERT_EQ(readAndUse(bytes), Acad::eOk);
+  for (size_t at = 0; at < bytes.size(); ++at) {
+    const std::vector<unsigned char> cut(bytes.begin(), bytes.begin() + static_cast<std::ptrdiff_t>(at));
+    ASSERT_NE(readAndUse(cut), Acad::eOk) << at;
+    std::vector<unsigned char> changed = bytes;
+    changed[at] ^= static_cast<unsigned char>(at % 7 == 0 ? 0xFF : 1 << at % 8);
+    readAndUse(changed);
   }
 }
 

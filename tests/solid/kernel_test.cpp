@@ -338,6 +338,17 @@ TEST(Booleans, BodiesThatOnlyTouchStayTwo) {
   EXPECT_EQ(bodies.size(), 2u);
 }
 
+TEST(Outline, ShowsStraightSidesOfOvalsAndNoneThatIsShorterThanAFacet) {
+  const auto sharp = [](double width, double height) {
+    const std::vector<Edge> edges = edgesOf(
+        transition(planEnd({}, 0, width, height, false), planEnd({30, 0, 0}, 0, width, height, false), 0));
+    return std::count_if(edges.begin(), edges.end(), [](const Edge& e) { return e.kind == Edge::sharp; });
+  };
+  EXPECT_EQ(sharp(10, 10), 2 * 24);
+  EXPECT_EQ(sharp(9.99, 10), 2 * 26) << "as taps are, which are a little narrower";
+  EXPECT_EQ(sharp(5, 10), 2 * 26 + 4);
+}
+
 TEST(Outline, JoinsFragmentsOfAPlane) {
   Body bar = transition(planEnd({}, 0, 10, 10), planEnd({60, 0, 0}, 0, 10, 10), 0);
   Body other = transition(planEnd({30, -30, 0}, pi / 2, 10, 10), planEnd({30, 30, 0}, pi / 2, 10, 10), 0);

@@ -8,9 +8,10 @@
 #include "interfaces/engine.h"
 #include "platform/com/class_objects.h"
 #include "platform/com/owners.h"
+#include "tests/support/fake_object.h"
 
 /// An engine that holds no data: tests set its state, queue its answers and read its log.
-class FakeEngine : public IZbEngine {
+class FakeEngine : public FakeObject<IZbEngine> {
  public:
   /// Set by tests.
   bool connected = true, open = false, writable = false;
@@ -20,26 +21,6 @@ class FakeEngine : public IZbEngine {
   std::deque<std::vector<COleVariant>> records;  ///< answers of appends and seeks; false when none is left
   /// Names of the calls that do something.
   std::wstring log;
-
-  ULONG references = 0;
-
-  HRESULT STDMETHODCALLTYPE QueryInterface(const IID& iid, void** object) override {
-    if (!(iid == interfaceId<IZbEngine>)) return E_NOINTERFACE;
-    *object = this;
-    AddRef();
-    return S_OK;
-  }
-  ULONG STDMETHODCALLTYPE AddRef() override { return ++references; }
-  ULONG STDMETHODCALLTYPE Release() override { return --references; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  HRESULT STDMETHODCALLTYPE GetIDsOfNames(const IID&, OLECHAR**, UINT, LCID, DISPID*) override {
-    return E_NOTIMPL;
-  }
-  HRESULT STDMETHODCALLTYPE Invoke(DISPID, const IID&, LCID, WORD, DISPPARAMS*, VARIANT*, EXCEPINFO*,
-                                   UINT*) override {
-    return E_NOTIMPL;
-  }
 
   HRESULT STDMETHODCALLTYPE Connect(BSTR path, VARIANT_BOOL, VARIANT_BOOL readOnly, BSTR* status) override {
     log += L"Connect ";

@@ -1,58 +1,21 @@
 #include "tools/zarbo_mdb/guarded_run.h"
 
-#include <fcntl.h>
-#include <poll.h>
-#include <signal.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <algorithm>
-#include <cstring>
+#include <cstdlib>
 #include <exception>
 
 namespace {
 
 /// A reader that tells nothing for so long goes round in circles.
-constexpr int silenceMilliseconds = 60'000;
-constexpr rlim_t mostMemory = rlim_t{4} << 30;
-
-/// As a shell tells that a program ended by a broken pipe.
-constexpr int endedByReader = 128 + SIGPIPE;
-
-#if defined(__SANITIZE_ADDRESS__)
-constexpr bool memoryIsLimited = false;  // the sanitizer reserves far more than it uses
-#else
-constexpr bool memoryIsLimited = true;
-#endif
-
-[[noreturn]] void runChild(const std::function<int(Report&)>& work, int pipe) {
-  if (memoryIsLimited) {
-    const rlimit limit{mostMemory, mostMemory};
-    setrlimit(RLIMIT_AS, &limit);
-  }
-  signal(SIGPIPE, SIG_DFL);  // who stops reading, as head does, ends the work
-  const rlimit noCore{0, 0};
-  setrlimit(RLIMIT_CORE, &noCore);
-  if (const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC); nowhere >= 0) dup2(nowhere, STDERR_FILENO);
-  Report report(pipe);
-  int status = 1;
-  try {
-    status = work(report);
-  } catch (const std::exception& error) {
-    report.error(error.what());
-  }
-  fflush(stdout);
-  _exit(status);
-}
+constexpr IsolatedLimits limits{std::chrono::minutes(1), size_t{4} << 30};
 
 /// Takes the child's lines apart.
 class Listener {
  public:
   explicit Listener(const ReportView& view) : view_(view) {}
 
-  void take(const char* bytes, size_t count) {
-    pending_.append(bytes, count);
+  void take(std::string_view bytes) {
+    pending_.append(bytes);
     size_t from = 0;
     for (size_t end; (end = pending_.find('\n', from)) != std::string::npos; from = end + 1)
       line(pending_.substr(from, end - from));
@@ -90,63 +53,37 @@ class Listener {
 
 void Report::send(char kind, std::string text) {
   std::replace(text.begin(), text.end(), '\n', ' ');
-  text.insert(text.begin(), kind);
-  text += '\n';
-  for (size_t sent = 0; sent < text.size();) {
-    const ssize_t count = write(pipe_, text.data() + sent, text.size() - sent);
-    if (count <= 0) return;
-    sent += static_cast<size_t>(count);
-  }
+  tell_(kind + text + '\n');
 }
 
 int runGuarded(const std::function<int(Report&)>& work, const ReportView& view) {
-  int ends[2];
-  if (pipe2(ends, O_CLOEXEC) != 0) {
-    view.error(std::string("no pipe: ") + strerror(errno));
-    return 1;
-  }
-  fflush(stdout);
-  const pid_t child = fork();
-  if (child == 0) {
-    close(ends[0]);
-    runChild(work, ends[1]);
-  }
-  close(ends[1]);
-  if (child < 0) {
-    close(ends[0]);
-    view.error(std::string("no process: ") + strerror(errno));
-    return 1;
-  }
-  Listener listener(view);
-  bool silent = false;
-  char bytes[4096];
-  pollfd waiting{ends[0], POLLIN, 0};
-  while (true) {
-    const int ready = poll(&waiting, 1, silenceMilliseconds);
-    if (ready < 0 && errno == EINTR) continue;
-    if (ready == 0) {
-      silent = true;
-      kill(child, SIGKILL);
-      break;
+  const auto guarded = [&](const Tell& tell) {
+    Report report(tell);
+    try {
+      return work(report);
+    } catch (const std::exception& error) {
+      report.error(error.what());
+      return 1;
     }
-    const ssize_t count = read(ends[0], bytes, sizeof bytes);
-    if (count <= 0) break;
-    listener.take(bytes, static_cast<size_t>(count));
+  };
+  Listener listener(view);
+  const IsolatedEnd end = runIsolated(
+      guarded, [&](std::string_view bytes) { listener.take(bytes); }, limits);
+  switch (end.kind) {
+    case IsolatedEnd::Kind::returned:
+      if (end.status != 0 && !listener.failed()) listener.fail("the reader failed");
+      return end.status;
+    case IsolatedEnd::Kind::outputClosed:
+      return end.status;
+    case IsolatedEnd::Kind::crashed:
+      listener.fail("the file is damaged: the reader broke down (" + end.reason + ")");
+      break;
+    case IsolatedEnd::Kind::silent:
+      listener.fail("the file is damaged: reading doesn't come to an end");
+      break;
+    case IsolatedEnd::Kind::notStarted:
+      view.error(end.reason);
+      break;
   }
-  close(ends[0]);
-  int status = 0;
-  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
-  }
-  if (silent) {
-    listener.fail("the file is damaged: reading doesn't come to an end");
-  } else if (WIFSIGNALED(status) && WTERMSIG(status) == SIGPIPE) {
-    return endedByReader;
-  } else if (WIFSIGNALED(status)) {
-    listener.fail(std::string("the file is damaged: the reader broke down (") + strsignal(WTERMSIG(status)) +
-                  ")");
-  } else if (WEXITSTATUS(status) != 0 && !listener.failed()) {
-    listener.fail("the reader failed");
-  }
-  if (silent || WIFSIGNALED(status)) return 1;
-  return WEXITSTATUS(status);
+  return 1;
 }

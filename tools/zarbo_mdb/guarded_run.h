@@ -3,10 +3,12 @@
 #include <functional>
 #include <string>
 
+#include "platform/process/isolated.h"
+
 /// What a guarded run tells the process that waits for it.
 class Report {
  public:
-  explicit Report(int pipe) : pipe_(pipe) {}
+  explicit Report(const Tell& tell) : tell_(tell) {}
   /// What is being read from now on; a crash is told as one there.
   void at(const std::string& place) { send('@', place); }
   void progress(size_t done, size_t all) { send('%', std::to_string(done) + "/" + std::to_string(all)); }
@@ -15,7 +17,7 @@ class Report {
 
  private:
   void send(char kind, std::string text);
-  int pipe_;
+  const Tell& tell_;
 };
 
 /// How the waiting process shows what the guarded one tells.

@@ -1,8 +1,6 @@
 // zarbo-mdb: reads genuine Jet files (.mdb, .accdb): tells what is in them, makes a Zarbo database of one,
 // writes tables as CSV.
 
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <cstdio>
 #include <string>
@@ -11,6 +9,7 @@
 #include "engine/mdb/import.h"
 #include "engine/mdb/jet_schema.h"
 #include "engine/mdb/jet_table.h"
+#include "platform/terminal/terminal.h"
 #include "tools/zarbo_mdb/csv.h"
 #include "tools/zarbo_mdb/guarded_run.h"
 
@@ -24,7 +23,7 @@ struct Command {
 /// A bar that grows on a terminal, and nothing elsewhere.
 class ProgressBar {
  public:
-  explicit ProgressBar(bool wanted) : wanted_(wanted && isatty(STDERR_FILENO)) {}
+  explicit ProgressBar(bool wanted) : wanted_(wanted && platform::isTerminal(platform::Stream::errors)) {}
   ~ProgressBar() { clear(); }
   ProgressBar(const ProgressBar&) = delete;
   ProgressBar& operator=(const ProgressBar&) = delete;

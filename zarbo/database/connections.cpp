@@ -272,6 +272,12 @@ void closeAllConnections() {
   }
 }
 
+void settleConnections() {
+  for (const auto& each : state().records) {
+    if (each->connection && !each->connection.settle()) tellEngineError(each->connection.takeError());
+  }
+}
+
 void closeWhenRenamed(const std::wstring& savedName) {
   State& own = state();
   if (own.records.empty() || head().drawingName == savedName || head().connection != own.active) return;

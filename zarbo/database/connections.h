@@ -20,6 +20,8 @@ int addDrawingRecord();
 /// The drawing that the head record stands for is closing: closes its database and drops the record.
 void dropHeadRecord();
 void closeAllConnections();
+/// Brings what was written through all connections to the disk; prints what can't be.
+void settleConnections();
 /// Closes the active database when the head record holds it, unless the head record's drawing has
 /// this name already.
 void closeWhenRenamed(const std::wstring& savedName);

@@ -28,6 +28,11 @@ void Engine::closeDatabase() {
   check(object().CloseDatabase(&ignored));
 }
 
+bool Engine::settle() {
+  const auto durability = object_.as<IZbDurability>();
+  return !durability || asked([&](short* ok) { return durability->Settle(ok); });
+}
+
 bool Engine::isConnected() {
   return asked([&](short* answer) { return object().IsConnected(answer); });
 }

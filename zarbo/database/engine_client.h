@@ -25,6 +25,8 @@ using SeekKeys = std::array<COleVariant, 10>;
 class Engine {
  public:
   Engine() = default;
+  /// Another reference to an object; null for an empty one.
+  explicit Engine(IZbEngine* object) : object_(object) {}
   /// A new engine object; empty when the class isn't there.
   static Engine create();
 
@@ -36,6 +38,8 @@ class Engine {
   /// For a dialog; `readOnly` tells whether it can only be read.
   bool openPrivate(const std::wstring& path, bool& readOnly);
   void closeDatabase();
+  /// Brings all that was answered to the disk.
+  bool settle();
   bool isConnected();
   bool isOpen();
   bool isWritable();

@@ -8,12 +8,6 @@
 
 namespace {
 
-#if defined(_WIN32)
-constexpr wchar_t separator = L'\\';
-#else
-constexpr wchar_t separator = L'/';
-#endif
-
 bool exists(const std::wstring& path) {
   std::error_code problem;
   return std::filesystem::exists(platform::nativePath(path), problem);
@@ -37,7 +31,7 @@ bool findDatabase(std::wstring& path) {
     std::wstring candidate(left.substr(0, end));
     left.remove_prefix(std::min(end + 1, left.size()));
     if (candidate.empty()) continue;
-    if (candidate.back() != separator) candidate += separator;
+    if (candidate.back() != platform::pathSeparator) candidate += platform::pathSeparator;
     candidate += path;
     if (exists(candidate)) {
       path = std::move(candidate);

@@ -1,4 +1,5 @@
 #include "zarbo/database/project_file.h"
+#include "platform/files/native_path.h"
 
 #include "platform/files/files.h"
 #include "platform/text/letters.h"
@@ -16,7 +17,7 @@ bool isShipped(const std::wstring& fileName) {
 
 std::wstring findUniqueFile(const std::wstring& folder, const std::wstring& name,
                             const std::wstring& extension) {
-  const std::wstring start = folder + pathSeparator;
+  const std::wstring start = folder + platform::pathSeparator;
   std::wstring found;
   for (const std::wstring& each : platform::findFiles(start + L"*" + name + L"*." + extension)) {
     if (isShipped(each) || platform::folderExists(start + each)) continue;

@@ -34,9 +34,12 @@ DialogConnection::DialogConnection(const std::optional<std::wstring>& path) {
 
 bool printFailure(Engine& engine) { return reportEngineFailure(engine); }
 
-// The report is the active connection's by design of the dialogs that use it. Where that has nothing to tell,
-// the failure would pass without a word.
-bool reportActiveFailure(Engine& engine) { return reportEngineFailure() || reportEngineFailure(engine); }
+// The report is the active connection's by design of the dialogs that use it. What that has to tell is older
+// than this failure, which would pass without a word.
+bool reportActiveFailure(Engine& engine) {
+  reportEngineFailure();
+  return reportEngineFailure(engine);
+}
 
 void runStatement(Engine& engine, const std::wstring& sql) {
   if (!engine.executeStatement(sql)) keepEngineFailure(engine);

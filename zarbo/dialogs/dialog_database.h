@@ -38,8 +38,8 @@ class DialogConnection {
   Engine engine_;
 };
 
-/// Reports of a private database's failure: printed, and where the active connection has an error of its own
-/// to tell, that one.
+/// Reports of a private database's failure: printed, the second behind the error that the active connection
+/// has to tell.
 bool printFailure(Engine& engine);
 bool reportActiveFailure(Engine& engine);
 

@@ -60,7 +60,7 @@ void CLayerCustomization::addControls() {
 void CLayerCustomization::layOut() {
   form_.control(SystemGrid::control).size(24, 22).grow(2);
   form_.control(KeyGrid::control).size(42, 22).grow(3);
-  form_.control(LayerGrid::control).size(70, 22).grow(5);
+  form_.control(LayerGrid::control).size(96, 22).grow(5);
   form_.setLayout(column({
       row({
           column({SystemGrid::control, row({moveUp, moveDown}), row({newSystem, editSystem}),

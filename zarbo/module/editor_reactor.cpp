@@ -18,6 +18,8 @@ AcEditor* editor() { return static_cast<AcEditor*>(acrxSysRegistry()->at(L"AcEdi
 
 zbEditorReactor::~zbEditorReactor() = default;
 
+void zbEditorReactor::beginSave(AcDbDatabase*, const ACHAR*) { settleConnections(); }
+
 void zbEditorReactor::saveComplete(AcDbDatabase* database, const ACHAR* actualName) {
   const AcApDocument* const document = acDocManagerPtr()->mdiActiveDocument();
   if (document && document->database() == database) closeWhenRenamed(actualName ? actualName : L"");
@@ -26,10 +28,12 @@ void zbEditorReactor::saveComplete(AcDbDatabase* database, const ACHAR* actualNa
 void addEditorReactor() {
   reactor() = std::make_unique<zbEditorReactor>();
   if (editor()) editor()->addReactor(reactor().get());
+  acedRegisterOnIdleWinMsg(settleConnections);
 }
 
 void removeEditorReactor() {
   if (!reactor()) return;
+  acedRemoveOnIdleWinMsg(settleConnections);
   if (editor()) editor()->removeReactor(reactor().get());
   reactor().reset();
 }

@@ -139,7 +139,7 @@ constexpr TableRow rows[] = {
 
     {L"EditUserOptions", kvEntry<editUserOptions>},
 
-    {L"kv_kv-submitBug", kvEntry<kvSubmitBug>},
+    {L"kv_kv-submitBug", kvFileEntry<kvSubmitBug>},
 
     {L"CreateCompressedGuidString", kvEntry<createCompressedGuidString>},
     {L"signString", kvEntry<signStringOf>},
@@ -147,7 +147,7 @@ constexpr TableRow rows[] = {
 
     {L"DownloadFile", kvEntry<downloadFileOf>},
     {L"ExtractZip", kvEntry<extractZip>},
-    {L"CreateZip", kvEntry<createZip>},
+    {L"CreateZip", kvFileEntry<createZip>},
     {L"GetTempPath", kvEntry<getTempPath>},
     {L"IsFileReadOnly", kvEntry<isFileReadOnly>},
 

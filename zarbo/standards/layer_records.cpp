@@ -1,7 +1,5 @@
 #include "zarbo/standards/layer_records.h"
 
-#include "platform/com/com_error.h"
-
 tblLayer::tblLayer(bool bLeaveMasterColumns, IZbEngine* connection)
     : StandardsRecord({L"tblLayer", L"sName", L"ixLayer"}, bLeaveMasterColumns, connection) {
   describe({&ixLayer, &sName, &bRGBColor, &iColor, &iRed, &iGreen, &iBlue, &sLinetype, &bPlot, &sLineweight,
@@ -9,7 +7,7 @@ tblLayer::tblLayer(bool bLeaveMasterColumns, IZbEngine* connection)
            ixLayer);
 }
 
-void tblLayer::MoveLast() { moveTo(&IZbEngine::MoveBottom); }
+void tblLayer::MoveLast() { moveTo(&Engine::moveBottom); }
 
 tblLayerKey::tblLayerKey(bool bLeaveMasterColumns, IZbEngine* connection)
     : StandardsRecord({L"tblLayerKey", L"sKey", L"ixLayerKey"}, bLeaveMasterColumns, connection) {
@@ -21,9 +19,7 @@ bool tblLayerKey::FindBySystemAndKey(int32_t layerSystem, const std::wstring& ke
   if (!engine() || !selectTable(L"isxLayerSystemKey")) return false;
   const COleVariant system = layerSystem == 0 ? COleVariant::null() : COleVariant(LONG{layerSystem});
   COleVariant record;
-  short ok = 0;
-  checkResult(engine()->Seek2(system, COleVariant(key), record.put(), &ok), interfaceId<IZbEngine>);
-  return loadWhen(ok != 0, record);
+  return loadWhen(engine().seek2(system, COleVariant(key), record), record);
 }
 
 tblLayerSystem::tblLayerSystem(bool bLeaveMasterColumns, IZbEngine* connection)

@@ -32,9 +32,7 @@ void StandardsRecord::describe(std::vector<Column*> members, IntegerColumn& coun
 }
 
 bool StandardsRecord::selectTable(const wchar_t* index) {
-  short ok = 0;
-  check(connection_->SetTable(tableName_.get(), index ? Bstr(index).get() : nullptr, &ok));
-  return ok != 0;
+  return connection_.setTable(tableName_, index ? index : L"");
 }
 
 bool StandardsRecord::loadWhen(bool ok, const COleVariant& record) {
@@ -45,17 +43,13 @@ bool StandardsRecord::loadWhen(bool ok, const COleVariant& record) {
 bool StandardsRecord::FindByKey(const std::wstring& text) {
   if (!connection_ || !table_.textIndex || !selectTable(table_.textIndex)) return false;
   COleVariant record;
-  short ok = 0;
-  check(connection_->Seek1(COleVariant(text), record.put(), &ok));
-  return loadWhen(ok != 0, record);
+  return loadWhen(connection_.seek1(COleVariant(text), record), record);
 }
 
 bool StandardsRecord::FindByIndex(int32_t counter) {
   if (!connection_ || !selectTable(table_.counterIndex)) return false;
   COleVariant record;
-  short ok = 0;
-  check(connection_->Seek1(COleVariant(LONG{counter}), record.put(), &ok));
-  return loadWhen(ok != 0, record);
+  return loadWhen(connection_.seek1(COleVariant(LONG{counter}), record), record);
 }
 
 void StandardsRecord::SetIndex(const wchar_t* index) {
@@ -66,7 +60,7 @@ bool StandardsRecord::stands(HRESULT (IZbEngine::*flag)(short*)) {
   if (!connection_) return true;
   selectTable(keepIndex);
   short answer = 0;
-  check((connection_.get()->*flag)(&answer));
+  check((connection_.object().*flag)(&answer));
   return static_cast<uint16_t>(answer) >= 65535;
 }
 
@@ -74,24 +68,20 @@ bool StandardsRecord::IsFirst() { return stands(&IZbEngine::PositionFlagB); }
 
 bool StandardsRecord::IsEnd() { return stands(&IZbEngine::PositionFlagA); }
 
-void StandardsRecord::moveTo(HRESULT (IZbEngine::*move)(VARIANT*, short*)) {
+void StandardsRecord::moveTo(bool (Engine::*move)(COleVariant&)) {
   if (!connection_) return;
   selectTable(keepIndex);
   COleVariant record;
-  short ok = 0;
-  check((connection_.get()->*move)(record.put(), &ok));
-  loadWhen(ok != 0, record);
+  loadWhen((connection_.*move)(record), record);
 }
 
-void StandardsRecord::MoveFirst() { moveTo(&IZbEngine::MoveTop); }
+void StandardsRecord::MoveFirst() { moveTo(&Engine::moveTop); }
 
 void StandardsRecord::MoveNext() {
   if (!connection_) return;
   selectTable(keepIndex);
   COleVariant record;
-  short ok = 0;
-  check(connection_->Skip(1, record.put(), &ok));
-  loadWhen(ok != 0, record);
+  loadWhen(connection_.skip(1, record), record);
 }
 
 void StandardsRecord::AddNew() {
@@ -113,14 +103,13 @@ void StandardsRecord::Delete() {
   if (!connection_) return;
   selectTable(table_.counterIndex);
   if (!FindByIndex(counter_->get())) return;
-  short ok = 0;
-  check(connection_->DeleteRecord(&ok));
+  connection_.deleteRecord();
 }
 
 void StandardsRecord::Update() {
   if (!connection_) return;
-  const COleSafeArray fields = changedFields();
-  if (fields.empty()) return;
+  const COleVariant fields = changedFields();
+  if (fields.vt == VT_EMPTY) return;
   // Mode and flags go in every case, also when the engine throws.
   struct Ending {
     StandardsRecord& record;
@@ -132,29 +121,31 @@ void StandardsRecord::Update() {
   writeChanges(fields);
 }
 
-COleSafeArray StandardsRecord::changedFields() const {
+/// Empty when nothing was changed.
+COleVariant StandardsRecord::changedFields() const {
   std::vector<COleVariant> values;
   for (const Column* column : written_) {
     if (!column->changed() || (bLeaveMasterColumns && isMasterColumn(*column))) continue;
     values.emplace_back(column->name());
     values.push_back(column->stored());
   }
+  if (values.empty()) return {};
   COleSafeArray fields;
-  if (!values.empty()) fields.CreateOneDim(VT_VARIANT, static_cast<ULONG>(values.size()), values.data());
-  return fields;
+  fields.CreateOneDim(VT_VARIANT, static_cast<ULONG>(values.size()), values.data());
+  return COleVariant(fields);
 }
 
-void StandardsRecord::writeChanges(const COleSafeArray& fields) {
+void StandardsRecord::writeChanges(const COleVariant& fields) {
   COleVariant record;
-  short ok = 0;
+  bool ok = false;
   if (bAdding) {
     if (!selectTable(table_.counterIndex)) return;
-    check(connection_->Append(fields, VARIANT_FALSE, record.put(), &ok));
+    ok = connection_.append(fields, false, record);
   } else if (bEditing) {
     if (!FindByIndex(iEditIndex)) return;
-    check(connection_->Replace(fields, record.put(), &ok));
+    ok = connection_.replace(fields, record);
   }
-  loadWhen(ok != 0, record);
+  loadWhen(ok, record);
 }
 
 void StandardsRecord::ClearChanges() {
@@ -164,14 +155,14 @@ void StandardsRecord::ClearChanges() {
 }
 
 void StandardsRecord::ReleaseTable() {
-  if (connection_) check(connection_->ReleaseTable(tableName_.get()));
+  if (connection_) check(connection_.object().ReleaseTable(Bstr(tableName_).get()));
 }
 
 void StandardsRecord::SetFieldValue(const wchar_t* name, const COleVariant& value) {
   if (!connection_) return;
   selectTable(keepIndex);
   short ok = 0;
-  check(connection_->FieldValue(Bstr(name).get(), value, &ok));
+  check(connection_.object().FieldValue(Bstr(name).get(), value, &ok));
 }
 
 void StandardsRecord::LoadRecord(const VARIANT& record) {

@@ -3,9 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "interfaces/engine.h"
-#include "platform/com/com_ptr.h"
 #include "platform/com/owners.h"
+#include "zarbo/database/engine_client.h"
 #include "zarbo/standards/record_columns.h"
 
 /// Names that tell one standards table from another. An absent index is null.
@@ -66,17 +65,17 @@ class StandardsRecord {
   bool selectTable(const wchar_t* index);
   /// Takes the row when `ok`; false leaves the members alone.
   bool loadWhen(bool ok, const COleVariant& record);
-  void moveTo(HRESULT (IZbEngine::*move)(VARIANT*, short*));
-  IZbEngine* engine() const { return connection_.get(); }
+  void moveTo(bool (Engine::*move)(COleVariant&));
+  Engine& engine() { return connection_; }
 
  private:
-  COleSafeArray changedFields() const;
-  void writeChanges(const COleSafeArray& fields);
+  COleVariant changedFields() const;
+  void writeChanges(const COleVariant& fields);
   bool stands(HRESULT (IZbEngine::*flag)(short*));
 
-  ComPtr<IZbEngine> connection_;
+  Engine connection_;
   RecordTable table_;
-  Bstr tableName_;
+  std::wstring tableName_;
   std::vector<Column*> members_, written_;
   IntegerColumn* counter_ = nullptr;
   bool bLeaveMasterColumns;

@@ -1,5 +1,7 @@
 #include "zarbo/support/paths.h"
 
+#include "platform/files/native_path.h"
+
 #include "brx/documents.h"
 #include "platform/files/files.h"
 
@@ -30,7 +32,7 @@ std::wstring currentDrawingName() {
 bool getPrivateTempFolder(std::wstring& folder) {
   folder = platform::temporaryFolder();
   if (folder.empty()) return false;
-  folder += pathSeparator + std::wstring(L"KV_temp") + pathSeparator;
+  folder += platform::pathSeparator + std::wstring(L"KV_temp") + platform::pathSeparator;
   if (platform::folderExists(folder) || platform::makeFolder(folder)) return true;
   folder.clear();
   return false;

@@ -2,13 +2,6 @@
 
 #include <string>
 
-/// What the machine puts between folders.
-#if defined(_WIN32)
-inline constexpr wchar_t pathSeparator = L'\\';
-#else
-inline constexpr wchar_t pathSeparator = L'/';
-#endif
-
 /// The part before the last `\`, or, where there is none, before the last `/`; "" without either.
 std::wstring folderOfPath(const std::wstring& path);
 /// The part behind it; "" without either.

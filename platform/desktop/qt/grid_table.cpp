@@ -121,7 +121,8 @@ void GridTable::scrolled(GridCell cell) {
   scrollTo(cells_.indexOf(cell));
 }
 
-int GridTable::clientWidth() { return viewport()->width(); }
+// Before the window is shown the inner part hasn't its size yet.
+int GridTable::clientWidth() { return isVisible() ? viewport()->width() : maximumViewportSize().width(); }
 
 int GridTable::neededWidth(int column) {
   std::vector<std::pair<size_t, int>> lengths;

@@ -26,3 +26,17 @@
 (progn (command "U") (car (insertion)))                                 ;=> "Off"
 (progn (command "U" "U") (ends (entlast)))                              ;=> ((5.0 5.0 0.0) (6.0 5.0 0.0))
 (tblsearch "BLOCK" "Off")                                               ;=> nil
+; A grid shows its attributes in each place: they count for its extents and selections, and follow its changes.
+(entmake '((0 . "BLOCK") (2 . "Tagged") (70 . 2) (10 0 0 0)))
+(entmake '((0 . "LINE") (10 0 0 0) (11 1 0 0)))
+(entmake '((0 . "ATTDEF") (10 0.0 2.0 0.0) (40 . 1.0) (1 . "X") (3 . "p") (2 . "T") (70 . 0)))
+(entmake '((0 . "ENDBLK")))
+(entmake '((0 . "INSERT") (2 . "Tagged") (66 . 1) (10 0 0 0) (70 . 3) (71 . 2) (44 . 10.0) (45 . 20.0)))
+(entmake '((0 . "ATTRIB") (10 0.0 2.0 0.0) (40 . 1.0) (1 . "I") (2 . "T") (70 . 0)))
+(entmake '((0 . "SEQEND")))
+(setq grid (entlast))
+(defun top (/ box) (setq box (AcDbEntity::getGeomExtents grid)) (rtos (caddr (assoc "max" box)) 2 4))
+(top)                                                                   ;=> "23.0000"
+(sslength (ssget "_C" '(20 22) '(21 24)))                               ;=> 1
+(ssget "_C" '(20 24) '(21 26))                                          ;=> nil
+(progn (command "SCALE" grid "" '(0 0) 2) (list (top) (cdr (assoc 45 (entget grid))) (cdr (assoc 10 (entget (entnext grid))))))  ;=> ("46.0000" 40.0 (0.0 4.0 0.0))

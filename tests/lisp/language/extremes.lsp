@@ -13,3 +13,12 @@
 (vl-catch-all-error-p (vl-catch-all-apply 'vl-list->string '((65 1114112))))  ;=> T
 (list (abs -2147483648) (/ -2147483648 -1) (rem -2147483648 -1))  ;=> (-2147483648 -2147483648 0)
 (car '(still here))                                    ;=> STILL
+
+; Functions that hold functions are as deep as lists, and freed without recursion.
+(progn (setq f nil) (repeat 300000 (setq f (eval (list 'function (list 'lambda nil f))))) (setq f nil) "freed")
+;=> "freed"
+; A special form that a name comes to mean after its call was analysed.
+(progn (defun call-later () (later 1)) (setq later quote) (vl-catch-all-error-message (vl-catch-all-apply 'call-later nil)))
+;=> "bad function: QUOTE"
+(vl-catch-all-error-message (vl-catch-all-apply 'mapcar (list 'and '(1 2))))
+;=> "bad function: AND"

@@ -26,22 +26,12 @@
   (if (and s (> (get "bodies" s) 0) (not (and (get "closed" s) (> (get "volume" s) 0)))) (setq bad (1+ bad)))
   (setq e (entnext e)))
 bad                                                          ;=> 0
-;; An outline of many points; 200 bodies in one entity, united with each other.
+;; An outline of many points
 (defun ring (count / i points)
   (setq i 0)
   (while (< i count) (setq points (cons (list (cos (/ (* 2 pi i) count)) (sin (/ (* 2 pi i) count)) 0) points) i (1+ i)))
   points)
 (get "closed" (host-solid (get "en" (kv_kv-drawTripleSkin 1.0 (ring 200)))))  ;=> T
-(setq all (kv_kv-drawTripleCenter nil 0 (run '(0 0 500) '(9 0 500) 4.0 4.0 "")) i 1)
-(repeat 199
-  (kv_kv-tripleUnion all (kv_kv-drawTripleCenter nil 0 (run (list (* 20 i) 0 500) (list (+ 9 (* 20 i)) 0 500) 4.0 4.0 "")))
-  (setq i (1+ i)))
-(get "bodies" (host-solid all))                              ;=> 200
-(length (kv_kv-explodeSolid all))                            ;=> 1200
-;; Erased ones can't be opened.
-(entdel all)
-(try (list 'kv_kv-explodeSolid all))                         ;=> "error"
-(try (list 'kv_kv-tripleUnion all all))                      ;=> "error"
 ;; Lists that say nonsense about a solid's bytes.
 (setq e (kv_kv-drawTripleCenter nil 0 (run '(0 0 0) '(9 0 0) 4.0 4.0 "")))
 (setq data (entget e))

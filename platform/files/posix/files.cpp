@@ -1,6 +1,5 @@
 #include "platform/files/files.h"
 
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -9,19 +8,12 @@
 #include <cstdio>
 
 #include "platform/files/native_path.h"
+#include "platform/files/posix/hidden_file.h"
 #include "platform/files/whole_file.h"
 
 namespace platform {
 
 namespace {
-
-/// Closes a file descriptor.
-struct Descriptor {
-  int number;
-  ~Descriptor() {
-    if (number >= 0) close(number);
-  }
-};
 
 bool hasNoWriter(mode_t mode) { return (mode & 0222) == 0; }
 
@@ -45,23 +37,13 @@ bool copyContents(int source, WholeFile& target) {
 }
 
 bool copyNative(const std::string& source, const std::string& target) {
-  const Descriptor from{openPlainFile(source)};
+  const Descriptor from(openPlainFile(source));
   struct stat info, present;
   if (from.number < 0 || fstat(from.number, &info) != 0) return false;
   if (stat(target.c_str(), &present) == 0 && sameFile(info, present)) return false;
   WholeFile copy(target);
   if (!copy.good() || !copyContents(from.number, copy)) return false;
-  copy.setMode(info.st_mode & 07777);
-  const timespec times[] = {info.st_atim, info.st_mtim};
-  return futimens(copy.descriptor(), times) == 0 && copy.commit();
-}
-
-bool moveWithoutReplacing(const std::string& source, const std::string& target) {
-  if (renameat2(AT_FDCWD, source.c_str(), AT_FDCWD, target.c_str(), RENAME_NOREPLACE) == 0) return true;
-  if (errno != EINVAL && errno != ENOSYS) return false;
-  // A file system that can't do it in one step.
-  if (access(target.c_str(), F_OK) == 0) return errno = EEXIST, false;
-  return rename(source.c_str(), target.c_str()) == 0;
+  return copy.takeAttributesOf(from.number) && copy.commit();
 }
 
 }  // namespace
@@ -72,7 +54,7 @@ bool copyFile(const std::wstring& source, const std::wstring& target) {
 
 bool moveFile(const std::wstring& source, const std::wstring& target) {
   const std::string from = nativePath(source), to = nativePath(target);
-  if (moveWithoutReplacing(from, to)) return true;
+  if (moveWithoutReplacing(from.c_str(), to.c_str())) return true;
   if (errno != EXDEV || access(to.c_str(), F_OK) == 0) return false;
   if (!copyNative(from, to)) return false;
   if (unlink(from.c_str()) == 0) return true;
@@ -100,7 +82,7 @@ bool fileExists(const std::wstring& path) {
 }
 
 std::optional<std::chrono::system_clock::time_point> modificationTime(const std::wstring& path) {
-  const Descriptor file{openPlainFile(nativePath(path))};
+  const Descriptor file(openPlainFile(nativePath(path)));
   struct stat info;
   if (file.number < 0 || fstat(file.number, &info) != 0) return std::nullopt;
   return std::chrono::system_clock::time_point(

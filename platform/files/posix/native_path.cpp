@@ -1,16 +1,25 @@
 #include "platform/files/native_path.h"
 
 #include <algorithm>
+#include <filesystem>
 
 #include "platform/text/utf.h"
 
 namespace platform {
+
+const wchar_t pathSeparator = L'/';
 
 std::string nativePath(std::wstring_view path) {
   // A path ends at its first NUL for the operating system, so it does so for every check, too.
   std::string native = toUtf8(path.substr(0, path.find(L'\0')));
   std::replace(native.begin(), native.end(), '\\', '/');
   return native;
+}
+
+std::string absolutePath(const std::string& path) {
+  std::error_code problem;
+  const std::filesystem::path absolute = std::filesystem::absolute(path, problem);
+  return problem ? path : absolute.lexically_normal().string();
 }
 
 SplitPath splitPath(const std::string& path) {

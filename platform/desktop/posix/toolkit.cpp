@@ -1,6 +1,5 @@
 #include "platform/desktop/toolkit.h"
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -12,6 +11,7 @@
 #include <filesystem>
 #include <thread>
 
+#include "platform/library/library.h"
 #include "platform/text/utf.h"
 
 namespace platform {
@@ -23,18 +23,17 @@ constexpr std::chrono::seconds patience{10};
 
 // Beside the library that this function is in.
 std::filesystem::path libraryFile() {
-  Dl_info info{};
-  if (dladdr(reinterpret_cast<const void*>(&libraryFile), &info) == 0 || !info.dli_fname) return libraryName;
-  return std::filesystem::path(info.dli_fname).parent_path() / libraryName;
+  const std::filesystem::path own = fileOfCode(reinterpret_cast<const void*>(&libraryFile));
+  return own.empty() ? libraryName : own.parent_path() / libraryName;
 }
 
 /// A function of the library that makes something for its caller; null, with the reason, when it isn't there.
 /// The library is never unloaded.
 template <class Made>
 auto loadMaker(const char* name, std::string& reason) {
-  void* const library = dlopen(libraryFile().c_str(), RTLD_NOW | RTLD_LOCAL);
-  const auto maker = library ? reinterpret_cast<Made* (*)()>(dlsym(library, name)) : nullptr;
-  if (!maker) reason = dlerror();
+  const Library* const library = Library::open(libraryFile().string(), reason).release();
+  const auto maker = library ? library->function<Made* (*)()>(name) : nullptr;
+  if (library && !maker) reason = std::string("there is no ") + name;
   return maker;
 }
 

@@ -34,5 +34,7 @@ void markProcess(const std::wstring& name) {
   if (mark.descriptor >= 0) flock(mark.descriptor, LOCK_SH | LOCK_NB);
 }
 
+int processNumber() { return getpid(); }
+
 unsigned lastSystemError() { return static_cast<unsigned>(errno); }
 void clearSystemError() { errno = 0; }

@@ -1,0 +1,78 @@
+; Databases that aren't standards, and an application whose functions are missing, fail or go their own ways while a
+; dialog is up.
+(setq file (strcat (getenv "ZARBO_SCRATCH") "/standards.kv") bare (strcat (getenv "ZARBO_SCRATCH") "/bare.kv") junk (strcat (getenv "ZARBO_SCRATCH") "/junk.kv"))
+(zb_fcopy (strcat (getenv "ZARBO_SHARE") "/standards.kv") file)
+(zb_create_db bare)
+(zb_connect bare "w")
+(zb_create_table "tblOther" '(("ixOther" "COUNTER") ("sName" "TEXT" 20)))
+(zb_close_db)
+(progn (setq stream (open junk "w")) (repeat 500 (write-line "no database" stream)) (close stream))
+(defun sql (text / rows) (zb_connect file "w") (setq rows (zb_sql text)) (zb_close_db) (mapcar '(lambda (row) (mapcar 'cdr row)) rows))
+; No tables: empty grids, and OK writes nothing. No database: told by each.
+(defun shown (dialog grid) (host-dialog (list "grid" grid) '("click" 1)) (eval dialog) (mapcar 'length (host-dialog-log)))
+(shown '(kv_kv-customizeLayers bare) 1050)  ;=> (1)
+(shown '(kv_kv-customizeLayers bare) 1051)  ;=> (2)
+(shown '(kv_kv-customizeTextStyles bare nil) 1048)  ;=> (1)
+(shown '(kv_kv-customizeLabelGroup "Air Device" "" bare nil) 1048)  ;=> (1)
+(shown '(kv_kv-LayerSystemOptionsHVAC bare 1) 1067)  ;=> (1)
+(progn (host-dialog '("click" 1060) '("grid" 1050) '("click" 2)) (kv_kv-customizeLayers bare) (cdr (cadr (car (host-dialog-log)))))
+;=> ("New Layer" "Color" "Linetype" "-1" "Lineweight" "Plot Style")
+(host-output)
+(defun tells (dialog) (host-output) (eval dialog) (if (vl-string-search "Database Error: (3343)" (host-output)) T))
+(mapcar 'tells '((kv_kv-customizeLayers junk) (kv_kv-customizeTextStyles junk nil) (kv_kv-customizeLabelGroup "G" "" junk nil) (kv_kv-LayerSystemOptionsPlumb junk 1) (kv_kv-LayerSystemOptionsElec "" junk 1)))
+;=> (T T T T T)
+(host-dialog-log)  ;=> nil
+; Missing functions: no key is shown. One that fails hides its key; failing texts are a blank.
+(defun keys (/ log) (host-dialog '("grid" 1049) '("click" 2)) (kv_kv-customizeLayers file) (cdr (car (host-dialog-log))))
+(keys)  ;=> nil
+(defun util-showLayerKey (key) (if (= key "Border") (/ 1 0) T))
+(setq all (keys))
+(length all)
+(mapcar '(lambda (i) (nth i (car all))) '(0 2))  ;=> (" " " ")
+(= (length all) (1- (caar (sql "select count(*) from tblLayerKey where ixLayerSystem is null"))))  ;=> T
+(defun util-createLayerKeySortText (key) 5)
+(defun util-LayerkeyRename (key) (exit))
+(equal all (keys))  ;=> T
+(defun util-createLayerKeySortText (key) key)
+(defun util-LayerkeyRename (key) key)
+(defun util-layerKeySetElecGlobals (path) (no-such-function path))
+(length (keys))
+(= (length (keys)) (length all))  ;=> T
+; One that opens another dialog on the same database, and one that connects elsewhere, while keys are filled in.
+(defun util-layersystemoptions (system path)
+  (kv_kv-customizeTextStyles path nil)
+  (zb_connect bare "r")
+  (kv_kv-LayerSystemOptionsPlumb path system)
+  (zb_close_db))
+(host-dialog '("select" 1051 2) '("click" 1062) '("grid" 1051) '("cell" 1050 1 2 "77") '("click" 1))
+(host-dialog '("title") '("click" 2))
+(host-dialog '("title") '("set" 1056 "Renamed meanwhile") '("click" 1))
+(kv_kv-customizeLayers file)
+(setq log (host-dialog-log))
+(list (car log) (cadr log) (nth 2 (nth 2 (caddr log))))  ;=> ("Text Styles" "Layer System Options" "Renamed meanwhile")
+(sql "select sDescription from tblLayerSystem where sDescription = 'Renamed meanwhile'")  ;=> (("Renamed meanwhile"))
+(sql "select top 1 iColor from tblLayer order by sName")  ;=> ((77))
+; The dialog of the drawing's connection stays on its database when LISP connects elsewhere meanwhile.
+(defun util-showTextStyle (key) (if (/= (zb_mdb) bare) (zb_connect bare "r")) T)
+(zb_connect file "w")
+(host-dialog '("cell" 1048 1 2 "Kept") '("grid" 1048) '("click" 1))
+(kv_kv-customizeTextStyles nil nil)
+(> (length (car (host-dialog-log))) 5)  ;=> T
+(zb_close_db)
+(sql "select count(*) from tblTextStyle where sStyleName = 'Kept'")  ;=> ((1))
+; Names of every kind, through every dialog that takes them
+(setq names '("100%" "%s %d" "Wände" "O'Hare \"x\"" "日本" "a;b--"))
+(defun renamed (name) (host-dialog (list "set" 1056 name) '("click" 1)) (kv_kv-LayerSystemOptionsPlumb file 3) (caar (sql "select sDescription from tblLayerSystem where ixLayerSystem = 3")))
+(equal (mapcar 'renamed names) names)  ;=> T
+(defun util-showTextStyle (key) T)
+(defun styled (name) (host-dialog (list "cell" 1048 1 2 name) '("click" 1)) (kv_kv-customizeTextStyles file nil) (= 1 (length (sql (strcat "select sKey from tblTextStyle where sStyleName = '" (doubled name) "'")))))
+(defun doubled (text / place) (setq place 0) (while (setq place (vl-string-search "'" text place)) (setq text (strcat (substr text 1 place) "'" (substr text (1+ place))) place (+ 2 place))) text)
+(mapcar 'styled names)  ;=> (T T T T T T)
+(defun layer-named (name / log)
+  (host-dialog (list "cell" 1050 1 1 name) '("grid" 1050) '("click" 2))
+  (kv_kv-customizeLayers file)
+  (nth 1 (nth 1 (car (host-dialog-log)))))
+(mapcar 'layer-named '("100%" "%s %d" "Wände" "日本"))  ;=> ("100%" "%s %d" "Wände" "日本")
+(host-answer "OK" "OK")
+(mapcar 'layer-named '("O'Hare" "say \"x\""))  ;=> ("E-CM-DEVC" "E-CM-DEVC")
+(progn (host-answer "YES" "NO") (host-boxes) (host-dialog '("set" 2006 "50% \"O'Hare\" %s") '("click" 1)) (princ))
