@@ -31,6 +31,8 @@ class ReadLog {
   ReadLog(const ReadLog&) = delete;
   ReadLog& operator=(const ReadLog&) = delete;
 
+  /// The next opening of this object doesn't count.
+  void pass(AcDbObjectId object) { last_ = object.stub(); }
   std::unordered_set<Source> take() { return std::move(sources_); }
   static Source sourceOf(AcDbObjectId object, AcDbObjectId space);
   static Source sourceOf(size_t variable);

@@ -279,6 +279,7 @@ Recording record(AcDbDatabase& drawing, AcDbObjectId space, std::span<const AcDb
   Recording recording;
   recording.ends.reserve(entities.size());
   for (const AcDbObjectId& id : entities) {
+    reads.pass(id);
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) recorder.draw(entity.object());
     recording.ends.push_back(recorder.items());

@@ -341,6 +341,7 @@ void Scene::State::indexChunk(std::uint32_t number) {
   std::uint32_t place = number * chunkSize;
   for (const AcDbObjectId& id : idsOf(number)) {
     AcDbExtents box;
+    reads.pass(id);
     AcDbObjectPointer<AcDbEntity> entity(id);
     if (entity.object()) {
       box = extentsOf(*entity);
