@@ -1,19 +1,15 @@
 #!/usr/bin/env python3
-"""The window under the hand: processor time of a frame while panning and zooming a plan of many entities, and beside
-LibreCAD, under the same display server, opening the same file and panning it.
+"""The window under the hand: processor time of a frame while panning and zooming a plan of many entities.
 
     bench/window/frames.py build/release/bin/zarbo-host [entities]
 
-Times are user time of the process, so that a shared machine tells nearly the same as an idle one. LibreCAD's part
-needs xvfb, xdotool and librecad, and is left out without them."""
+Times are user time of the process, so that a shared machine tells nearly the same as an idle one."""
 import math
 import os
 import resource
-import shutil
 import subprocess
 import sys
 import tempfile
-import time
 
 FRAMES = 200
 WIDTH, HEIGHT = 1600, 1000
@@ -64,67 +60,6 @@ def zoom_deeds():
     return [f'(host-window "wheel" {1 if i // 10 % 2 == 0 else -1} 600 400)' for i in range(FRAMES)]
 
 
-def ticks(pid):
-    with open(f"/proc/{pid}/stat") as stat:
-        return int(stat.read().rsplit(")", 1)[1].split()[11])
-
-
-def until_rest(pid, rest=2.0, most=300):
-    """Seconds of user time when the process has been at rest for a while."""
-    last, since, end = ticks(pid), time.time(), time.time() + most
-    while time.time() - since < rest and time.time() < end:
-        time.sleep(0.1)
-        now = ticks(pid)
-        if now - last > 1:
-            last, since = now, time.time()
-    return last / os.sysconf("SC_CLK_TCK")
-
-
-def on_display(command, environment):
-    """User time for opening, and for a pan of so many steps, in seconds."""
-    program = subprocess.Popen(command, env=environment, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL,
-                               stdin=subprocess.DEVNULL)
-    try:
-        opened = until_rest(program.pid, 4.0)
-
-        def hand(*words):
-            subprocess.run(["xdotool", *map(str, words)], check=True, env=environment)
-
-        hand("mousemove", 600, 450)
-        hand("mousedown", 2)
-        for step in range(FRAMES):
-            hand("mousemove", 600 + round(150 * math.sin(step / 9)), 450 + round(100 * math.cos(step / 7)))
-        hand("mouseup", 2)
-        return opened, until_rest(program.pid) - opened
-    finally:
-        program.kill()
-        program.wait()
-
-
-def beside_librecad(host, plan, folder):
-    missing = [each for each in ("Xvfb", "xdotool", "librecad") if not shutil.which(each)]
-    if missing:
-        return print("LibreCAD beside it: left out without " + ", ".join(missing))
-    reading, writing = os.pipe()
-    server = subprocess.Popen(["Xvfb", "-displayfd", str(writing), "-screen", "0", f"{WIDTH}x{HEIGHT}x24"],
-                              pass_fds=[writing], stderr=subprocess.DEVNULL)
-    try:
-        display = ":" + os.read(reading, 10).decode().strip()
-        environment = dict(os.environ, DISPLAY=display, HOME=folder, XDG_RUNTIME_DIR=folder)
-        environment.pop("QT_QPA_PLATFORM", None)
-        config = os.path.join(folder, ".config", "LibreCAD")
-        os.makedirs(config)
-        with open(os.path.join(config, "LibreCAD.conf"), "w") as out:
-            out.write("[Startup]\nFirstLoad=false\n[Defaults]\nUnit=Millimeter\n[Appearance]\nLanguage=en\nLanguageCmd=en\n")
-        own = on_display([host, "--window", "--no-module", "--settings", folder, plan], environment)
-        other = on_display(["librecad", plan], environment)
-    finally:
-        server.kill()
-        server.wait()
-    for what, ours, theirs in (("opening", own[0], other[0]), (f"panning by {FRAMES} steps", own[1], other[1])):
-        print(f"{what}: {ours:.2f} s, LibreCAD {theirs:.2f} s, ratio {ours / max(theirs, 0.01):.2f}")
-
-
 def main():
     host = sys.argv[1]
     count = int(sys.argv[2]) if len(sys.argv) > 2 else 100000
@@ -135,7 +70,6 @@ def main():
         print(f"  panning at full view    {scripted(host, plan, pan_deeds(0), folder):.1f} ms")
         print(f"  panning at 1/25         {scripted(host, plan, pan_deeds(14.4), folder):.1f} ms")
         print(f"  zooming                 {scripted(host, plan, zoom_deeds(), folder):.1f} ms")
-        beside_librecad(host, plan, folder)
 
 
 main()

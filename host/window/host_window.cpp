@@ -84,10 +84,7 @@ HostWindow::HostWindow(const WindowServices& services)
   buildSwitches();
 
   player_ = std::make_unique<Player>(*window_, services_.isScripted);
-  conversation_.onChange([this] {
-    watch_.noteServed();
-    refresh();
-  });
+  conversation_.onChange([this] { showPrompt(); });
   conversation_.setPlayer([this] { return player_->playNext(); }, services_.isScripted);
   setPerson(std::make_unique<WindowPerson>(conversation_, [this] {
     return !services_.isScripted || player_->hasDeeds() || conversation_.hasAhead();
@@ -134,6 +131,7 @@ void HostWindow::show() {
 void HostWindow::run() {
   while (!isClosed_) {
     watching_.reset();
+    rescue_.renew();
     work_.waitForJob();
     watching_.emplace(watch_);
     work();
@@ -175,6 +173,14 @@ void HostWindow::refreshTitle() {
   platform::desktop().setMainWindow(std::move(state));
 }
 
+/// A drag asks for each step of the cursor, which changes nothing but the picture and the prompt.
+void HostWindow::showPrompt() {
+  watch_.noteServed();
+  if (!documents().isHeld()) return refresh();
+  if (conversation_.request()) window_->commands().showPrompt(conversation_.request());
+  window_->viewport().refresh();
+}
+
 void HostWindow::refresh() {
   refreshTitle();
   window_->refresh(conversation_.request(), !begun_.empty());
@@ -192,7 +198,11 @@ void HostWindow::addJob(Work::Job job) {
   conversation_.cancelPrompts();
   work_.add([this, job = std::move(job)] {
     conversation_.allowPrompts();
-    job();
+    try {
+      lisp::withMemoryErrors(job);
+    } catch (const lisp::LispError& error) {
+      commandLine().print(L"\n" + error.report());
+    }
     commandLine().freshLine();
     refresh();
   });

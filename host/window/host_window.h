@@ -59,6 +59,7 @@ class HostWindow final : public Window, private AcEditorReactor {
   void buildViews();
   void buildSwitches();
   void refresh();
+  void showPrompt();
   void refreshTitle();
   bool mayActNow() const;
 

@@ -93,7 +93,7 @@ QAction* MainWindow::addEntry(const QString& menu, const QString& text, const QK
   entry->setObjectName(name.remove(QLatin1Char('&')).remove(QStringLiteral("...")));
   entry->setShortcut(keys);
   entry->setIconText(entry->objectName());
-  connect(entry, &QAction::triggered, this, std::move(deed));
+  if (deed) connect(entry, &QAction::triggered, this, std::move(deed));
   if (onToolBar) bar_->addAction(entry);
   return entry;
 }

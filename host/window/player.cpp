@@ -82,9 +82,10 @@ std::wstring Player::problemOf(const Deed& deed) {
 
 Player::Player(MainWindow& window, bool isAlone) : window_(window), isAlone_(isAlone) {
   QObject::connect(&dialogs_, &QTimer::timeout, &window_, [this] {
+    if (deeds_.empty() && !isAlone_) return dialogs_.stop();
     QWidget* const dialog = QApplication::activeModalWidget();
     if (!dialog || !dialog->isVisible()) return;
-    if (!playNext() && isAlone_) dialog->close();
+    if (!playNext()) dialog->close();
   });
   if (isAlone_) dialogs_.start(dialogRound);
 }
@@ -93,6 +94,7 @@ void Player::add(Deed deed) {
   const bool isBusy = deed.verb.starts_with(L"busy ");
   if (isBusy) deed.verb.erase(0, 5);
   (isBusy ? busyDeeds_ : deeds_).push_back(std::move(deed));
+  if (!dialogs_.isActive()) dialogs_.start(dialogRound);
 }
 
 bool Player::playNext() {

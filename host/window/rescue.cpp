@@ -40,12 +40,12 @@ void rescueAll() {
 }  // namespace
 
 Rescue::Rescue() {
-  // What is made before the registration is still there when it is called.
-  documents();
-  static const int registered = std::atexit(rescueAll);
-  (void)registered;
   isWanted = true;
+  renew();
 }
+
+// What is made before a registration is still there when it is called; the last registered is called first.
+void Rescue::renew() { std::atexit(rescueAll); }
 
 Rescue::~Rescue() { isWanted = false; }
 

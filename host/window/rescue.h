@@ -9,6 +9,8 @@ class Rescue {
  public:
   Rescue();
   ~Rescue();
+  /// After work that may have made what the saving needs.
+  void renew();
   Rescue(const Rescue&) = delete;
   Rescue& operator=(const Rescue&) = delete;
 };

@@ -33,7 +33,15 @@ Viewport::Viewport(Conversation& conversation, Listeners listeners)
   setMouseTracking(true);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setCursor(Qt::CrossCursor);
-  connect(&painting_, &QTimer::timeout, this, [this] { paintSlice(); });
+  connect(&painting_, &QTimer::timeout, this, [this] {
+    // Nothing may be thrown through the toolkit.
+    try {
+      paintSlice();
+    } catch (const std::bad_alloc&) {
+      painting_.stop();
+      qWarning("zarbo-host: insufficient memory for the picture");
+    }
+  });
   settling_.setSingleShot(true);
   connect(&settling_, &QTimer::timeout, this, [this] {
     if (drawing_) camera().settle();

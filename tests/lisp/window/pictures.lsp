@@ -1,0 +1,45 @@
+; What is to be seen: stored pictures of the viewport beside what it shows now.
+(defun stored (name) (strcat (vl-filename-directory (findfile "pictures.lsp")) "/" name ".png"))
+(defun told () (host-window-log))
+(host-window "size" 640 520)
+(host-window)
+(setvar "OSMODE" 1)
+(entmake '((0 . "LINE") (62 . 1) (10 10.0 10.0 0.0) (11 90.0 10.0 0.0)))
+(entmake '((0 . "CIRCLE") (62 . 3) (10 50.0 45.0 0.0) (40 . 20.0)))
+(entmake '((0 . "TEXT") (10 20.0 75.0 0.0) (40 . 10.0) (1 . "Supply air")))
+(command "ZOOM" "C" '(50 50) 100.0)
+; Chosen, with grips
+(host-window "click" '(30.0 10.0))
+(host-window "leave")
+(host-window "compare" (stored "chosen") 0.01)
+(host-window "key" "Escape")
+(host-window)
+(told)                                                    ;=> (T)
+; A window of selection to the left, a rubber band with the sign of a snap, and the image of a drag
+(host-window "click" '(95.0 95.0))
+(host-window "move" '(40.0 30.0))
+(host-window "compare" (stored "crossing") 0.01)
+(host-window "key" "Escape")
+(vl-catch-all-error-p (vl-catch-all-apply 'ssget))        ;=> T
+(host-window "move" '(89.5 10.5))
+(host-window "compare" (stored "band") 0.01)
+(host-window "key" "Escape")
+(vl-catch-all-error-p (vl-catch-all-apply 'getpoint '((20.0 60.0) "\nTo: ")))   ;=> T
+(setvar "OSMODE" 0)
+(host-window "move" '(20.0 20.0))
+(host-window "move" '(30.0 30.0))
+(host-window "compare" (stored "drag") 0.01)
+(host-window "key" "Escape")
+(RectangleJig 30.0 20.0)                                  ;=> nil
+(told)                                                    ;=> (T T T)
+; Undo takes a change from the picture; what is another picture is told.
+(host-window "type" "(entmake '((0 . \"LINE\") (10 0.0 0.0 0.0) (11 99.0 99.0 0.0)))\n")
+(host-window)
+(host-window "compare" (stored "plain") 0.001)
+(host-window)
+(= (type (car (told))) 'STR)                              ;=> T
+(host-window "menu" "Undo")
+(host-window "leave")
+(host-window "compare" (stored "plain") 0.001)
+(host-window)
+(told)                                                    ;=> (T)
