@@ -122,8 +122,6 @@ class Mender {
     std::set<uint32_t> pages;
     std::map<int64_t, Leaf> leaves;  // by their first row
     std::map<uint32_t, Page> mended;
-    /// Leaves that are whole, but not within the rows that the page above gives them.
-    std::vector<Leaf> misplaced;
   };
 
   /// Pages that have an owner already are not walked on.
@@ -151,30 +149,7 @@ class Mender {
         }
       }
     }
-    for (const Leaf& leaf : tree.misplaced) believe(tree, leaf);
     return tree;
-  }
-
-  /// A whole leaf is believed rather than the page above it, unless other leaves have such rows, too.
-  static void believe(Tree& tree, const Leaf& leaf) {
-    const auto known = std::find_if(tree.leaves.begin(), tree.leaves.end(),
-                                    [&](const auto& each) { return each.second.page == leaf.page; });
-    const std::optional<Leaf> part = known == tree.leaves.end() ? std::nullopt : std::optional(known->second);
-    if (part) tree.leaves.erase(known);
-    if (isFree(tree, leaf)) {
-      tree.leaves.emplace(leaf.first, leaf);
-      tree.pages.insert(leaf.page);
-      tree.mended.erase(leaf.page);
-      tree.broken = true;
-    } else if (part) {
-      tree.leaves.emplace(part->first, *part);
-    }
-  }
-
-  /// Whether no leaf has rows between the first and the last of this one.
-  static bool isFree(const Tree& tree, const Leaf& leaf) {
-    const auto next = tree.leaves.upper_bound(leaf.last);
-    return next == tree.leaves.begin() || std::prev(next)->second.last < leaf.first;
   }
 
   bool hasOwner(uint32_t page) const { return othersAreKnown_ && owners_.count(page) != 0; }
@@ -184,14 +159,10 @@ class Mender {
                       const RowRange& range) {
     const LeafContent content = readLeaf(page, headerPlace(number), table.columns, range);
     if (content.whole && content.rows.empty()) return true;
-    if (!content.whole) {
-      const LeafContent any = readLeaf(page, headerPlace(number), table.columns, {0, table.lastRow});
-      if (any.whole && !any.rows.empty() && fits(page, any.rows, table.columns))
-        tree.misplaced.push_back({number, any.rows.front().number, any.rows.back().number});
-    }
     if (content.rows.empty() || !fits(page, content.rows, table.columns)) return false;
     const Leaf leaf{number, content.rows.front().number, content.rows.back().number};
-    if (!isFree(tree, leaf)) return false;
+    const auto next = tree.leaves.upper_bound(leaf.last);
+    if (next != tree.leaves.begin() && std::prev(next)->second.last >= leaf.first) return false;
     tree.leaves.emplace(leaf.first, leaf);
     if (!content.whole && number != 1)
       keepRows(tree.mended.emplace(number, page).first->second, content.rows);
