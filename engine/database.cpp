@@ -1,5 +1,6 @@
 #include "engine/database.h"
 
+#include <atomic>
 #include <filesystem>
 #include <mutex>
 #include <random>
@@ -22,6 +23,14 @@ constexpr int shortestLookMicroseconds = 100, longestLookMicroseconds = 1500;
 constexpr int64_t fullCheckBytes = 8 << 20;
 /// Up to here the structure of all pages is checked; beyond, only that the catalog can be read.
 constexpr int64_t quickCheckBytes = 64 << 20;
+
+/// Counted before each is done: who sees the count looks at the file, and finds it done.
+std::atomic<uint64_t> commitsOfThisProcess = 0;
+
+int countCommit(void*) {
+  ++commitsOfThisProcess;
+  return 0;
+}
 
 constexpr size_t longestPath = 4095;
 
@@ -128,6 +137,7 @@ void Database::reopen() {
   handle_.reset();
   logIsOpen_ = false;
   attached_ = 0;
+  newest_ = {};
   const Identity before = identity_;
   enter(Sharing::Any);
   OpenFiles::all().remove(before);
@@ -183,6 +193,7 @@ void Database::open(int flags) {
 void Database::configure() {
   sqlite3* database = handle();
   sqlite3_busy_handler(database, waitForLock, this);
+  sqlite3_commit_hook(database, countCommit, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DEFENSIVE, 1, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
   sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
@@ -380,15 +391,24 @@ uint32_t Database::schemaVersion(const char* schema) {
   return found;
 }
 
-bool Database::unchangedSince(const FileStamp& then) const {
+// Where there is a log the look is at memory. Else it is a call of the system, which costs a walk as much as
+// all the rest.
+bool Database::unchangedSince(const FileStamp& then) {
   if (onNetwork_) return false;
   if (logIsOpen_) {
     const auto state = then.isOfLog() ? newestLogState(handle()) : std::nullopt;
     return state && FileStamp(*state) == then;
   }
-  HeaderPart header;
-  return readBytes(HeaderPart::place, header.bytes, HeaderPart::size) && !header.hasLog() &&
-         FileStamp(header.changes()) == then;
+  const auto time = std::chrono::steady_clock::now();
+  const uint64_t commits = commitsOfThisProcess.load();
+  if (commits != commitsBefore_ || time - stampTime_ > longestTrust) {
+    HeaderPart header;
+    const bool counts = readBytes(HeaderPart::place, header.bytes, HeaderPart::size) && !header.hasLog();
+    newest_ = counts ? FileStamp(header.changes()) : FileStamp();
+    stampTime_ = time;
+    commitsBefore_ = commits;
+  }
+  return newest_ == then;
 }
 
 void Database::beginWriting(Access access) {
@@ -404,11 +424,15 @@ void Database::beginWriting(Access access) {
   }
   if (!flows_ || flusher_ || attached_ > 0 || fileIdentity(path_) != identity_) return;
   execute("PRAGMA main.synchronous=EXTRA", Access::Open);
-  Statement mode(handle(), "PRAGMA main.journal_mode=WAL", access, 0);
-  flows_ = mode.step() && mode.text(0) == "wal";
-  while (mode.step()) {
-  }  // the change is done with its last step
-  if (flows_) flow();
+  Statement change(handle(), "PRAGMA main.journal_mode=WAL", access, 0);
+  flows_ = change.step() && change.text(0) == "wal";
+  while (change.step()) {
+  }  // it is done with its last step
+  // The first read opens the log, from when on nobody can take it away. Who has done so just now is let have
+  // his way until the next change.
+  execute("PRAGMA main.schema_version", access);
+  Statement mode(handle(), "PRAGMA main.journal_mode", access, 0);
+  if (flows_ && mode.step() && mode.text(0) == "wal") flow();
 }
 
 // From now on commits are not on the disk before the flusher, or a full log, has brought them there.
@@ -471,11 +495,19 @@ void Database::detach(const std::string& schema) {
 Transaction::Transaction(Database& database, Kind kind, Access access)
     : database_(database), access_(access), outer_(sqlite3_get_autocommit(database.handle()) != 0) {
   if (!outer_) return;
-  if (kind == Kind::Write) database.beginWriting(access);
-  database.beginReading();
+  // The state before a reading transaction is as old as what it reads, or older; once a writing one has
+  // begun, which it may wait for, nobody changes the state any more.
+  kind == Kind::Write ? database.beginWriting(access) : database.beginReading();
   Statement& begin = database_.prepared(kind == Kind::Read ? "BEGIN" : "BEGIN IMMEDIATE", access);
   const Run run(begin);
   begin.step();
+  if (kind == Kind::Read) return;
+  try {
+    database.beginReading();
+  } catch (...) {
+    sqlite3_exec(database.handle(), "ROLLBACK", nullptr, nullptr, nullptr);
+    throw;
+  }
 }
 
 void Transaction::commit() {

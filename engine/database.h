@@ -88,7 +88,7 @@ class Database {
   void beginWriting(Access access);
   /// All that was answered is on the disk when this returns; fails when that can't be done.
   void settle();
-  /// Outside of a transaction, before it begins: takes the file's stamp.
+  /// Takes the file's stamp: before a transaction that reads, or inside one that writes.
   void beginReading();
   /// Of what the transaction reads: the file's state when it began, or an older one.
   const FileStamp& stamp() const { return stamp_; }
@@ -96,9 +96,10 @@ class Database {
   uint32_t schemaVersion(const char* schema = "main");
   /// Bytes of the file as they are on it, past all caches and logs; false when there are not so many.
   bool readBytes(int64_t place, void* bytes, int count, const char* schema = "main") const;
-  /// True when surely nothing was committed since `then`. Costs no lock, and where the file has no log one
-  /// small read of it.
-  bool unchangedSince(const FileStamp& then) const;
+  /// True when nothing was committed since `then`: by connections of this process surely, by others up to
+  /// `longestTrust` ago. Costs no lock, and where the file has no log a small read of it after that time.
+  bool unchangedSince(const FileStamp& then);
+  static constexpr std::chrono::microseconds longestTrust{50};
 
  private:
   struct Close {
@@ -129,7 +130,9 @@ class Database {
   FileStamp stamp_, schemaStamp_;
   uint32_t schema_ = 0;
   Identity identity_;
-  std::chrono::steady_clock::time_point lastLook_;
+  std::chrono::steady_clock::time_point lastLook_, stampTime_;
+  FileStamp newest_;            // what the file showed at that time
+  uint64_t commitsBefore_ = 0;  // of this process
   std::chrono::steady_clock::time_point waitingSince_;
   std::unique_ptr<sqlite3, Close> handle_;
   std::unique_ptr<LogFlusher> flusher_;  // once this connection has written to the log

@@ -7,9 +7,11 @@ LogFlusher::LogFlusher(const std::string& path) : process_(processNumber()) {
   int code = sqlite3_open_v2(path.c_str(), &opened,
                              SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX | SQLITE_OPEN_EXRESCODE, nullptr);
   connection_.reset(opened);
-  // The first read opens the log.
+  // The first read opens the log, and may have to wait for another process that does.
+  sqlite3_busy_timeout(opened, 3000);
   if (code == SQLITE_OK) code = sqlite3_exec(opened, "PRAGMA schema_version", nullptr, nullptr, nullptr);
   if (code != SQLITE_OK) failSqlite(opened, code, Access::Write, path);
+  sqlite3_busy_timeout(opened, 0);
   thread_ = std::thread([this] { run(); });
 }
 

@@ -113,6 +113,11 @@ void PlainProgram::fill(int rows) {
   run("COMMIT");
 }
 
+void PlainProgram::flow() {
+  run("PRAGMA journal_mode=WAL");
+  run("PRAGMA synchronous=NORMAL");
+}
+
 void PlainProgram::prepareSeek(const std::vector<int>& rows) {
   keys_.clear();
   for (const int row : rows) keys_.push_back(keyOf(row));

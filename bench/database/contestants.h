@@ -44,6 +44,8 @@ class PlainProgram final : public Contestant {
   const char* name() const override { return "plain"; }
   /// Fills the table in one transaction.
   void fill(int rows);
+  /// From now on changes don't wait for the disk.
+  void flow();
   void prepareSeek(const std::vector<int>& rows) override;
   void seek() override;
   void goToTop() override { sqlite3_reset(walk_); }

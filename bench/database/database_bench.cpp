@@ -3,8 +3,8 @@
 //
 //   database_bench [FOLDER [ROWS …]]
 //
-// Prints microseconds for each operation (median of the rounds) and how fast the others are beside the plain
-// program (median of the rounds' ratios).
+// Prints microseconds for each operation of the plain program, the yardstick, and of the others (medians of
+// the rounds), how many times as long these take (median of the rounds' ratios), and what is aimed at.
 
 #include <algorithm>
 #include <chrono>
@@ -26,8 +26,8 @@ double median(std::vector<double> values) {
   return values[values.size() / 2];
 }
 
-/// `prepare` runs outside the clock; `times` operations are in a round.
-void compete(int rows, const char* what, Contestants& contestants, int rounds, int times,
+/// `prepare` runs outside the clock; `times` operations are in a round. `aim` is for LISP.
+void compete(int rows, const char* what, const char* aim, Contestants& contestants, int rounds, int times,
              const std::function<void(Contestant&, int round)>& prepare,
              const std::function<void(Contestant&)>& work) {
   std::vector<std::vector<double>> spent(contestants.size());
@@ -40,16 +40,13 @@ void compete(int rows, const char* what, Contestants& contestants, int rounds, i
       if (round >= 0) spent[i].push_back(passed.count() / times);  // the first round only warms up
     }
   }
-  std::printf("%8d rows  %-8s", rows, what);
   const std::vector<double>& plain = spent.back();
-  for (size_t i = 0; i < contestants.size(); ++i) {
-    std::printf("  %s %8.2f us", contestants[i]->name(), median(spent[i]));
-    if (i + 1 == contestants.size()) break;
+  for (size_t i = 0; i + 1 < contestants.size(); ++i) {
     std::vector<double> ratios;
-    for (size_t r = 0; r < plain.size(); ++r) ratios.push_back(plain[r] / spent[i][r]);
-    std::printf(" (%.2f)", median(ratios));
+    for (size_t r = 0; r < plain.size(); ++r) ratios.push_back(spent[i][r] / plain[r]);
+    std::printf("%8d  %-8s %-8s %12.2f %9.2f %7.2f   %s\n", rows, what, contestants[i]->name(), median(plain),
+                median(spent[i]), median(ratios), i == 0 ? aim : "");
   }
-  std::printf("\n");
   std::fflush(stdout);
 }
 
@@ -67,10 +64,11 @@ void measure(const std::string& folder, int rows) {
   all.push_back(std::make_unique<LispApplication>(path("lisp")));
   all.push_back(std::make_unique<EngineObjectUser>(path("engine")));
   all.push_back(std::make_unique<PlainProgram>(path("plain")));
+  auto& plain = static_cast<PlainProgram&>(*all.back());
   // Rounds of some ten milliseconds, so that waking another process counts for nothing.
   constexpr int seeks = 2000, writes = 50, rounds = 11;
   compete(
-      rows, "seek", all, rounds, seeks,
+      rows, "seek", "", all, rounds, seeks,
       [&](Contestant& each, int round) {
         std::vector<int> wanted;
         for (int i = 0; i < seeks; ++i)
@@ -80,12 +78,13 @@ void measure(const std::string& folder, int rows) {
       [](Contestant& each) { each.seek(); });
   const int steps = std::min(8000, rows - 1);
   compete(
-      rows, "skip", all, rounds, steps, [](Contestant& each, int) { each.goToTop(); },
+      rows, "skip", "plain + 0.5 us", all, rounds, steps, [](Contestant& each, int) { each.goToTop(); },
       [&](Contestant& each) { each.skip(steps); });
-  // The walk of the plain program holds a read lock until it ends.
+  // The walk of the plain program holds a read lock until it ends. Its writes flow, too.
   all.back()->goToTop();
+  plain.flow();
   compete(
-      rows, "append", all, rounds, writes,
+      rows, "append", "2", all, rounds, writes,
       [&](Contestant& each, int round) {
         std::vector<int> added;
         for (int i = 0; i < writes; ++i) added.push_back(rows + (round + 1) * writes + i);
@@ -93,7 +92,7 @@ void measure(const std::string& folder, int rows) {
       },
       [](Contestant& each) { each.append(); });
   compete(
-      rows, "replace", all, rounds, writes,
+      rows, "replace", "2", all, rounds, writes,
       [&](Contestant& each, int round) { each.prepareReplace(1 + (round + 2) * 131 % rows, writes); },
       [](Contestant& each) { each.replace(); });
   all.clear();
@@ -107,5 +106,7 @@ int main(int count, char** arguments) {
   std::vector<int> sizes = {10'000, 100'000, 1'000'000};
   if (count > 2) sizes.clear();
   for (int i = 2; i < count; ++i) sizes.push_back(std::max(1000, std::atoi(arguments[i])));
+  std::printf("%8s  %-8s %-8s %12s %9s %7s   %s\n", "rows", "", "", "yardstick us", "ours us", "ratio",
+              "aim");
   for (const int rows : sizes) measure(folder, rows);
 }

@@ -1,8 +1,4 @@
-; A table of 100,000 rows by 8 columns into a LISP list, five times.
+; A table of 100,000 rows by 8 columns into a LISP list, as often as (getenv "ROUNDS") says.
 (zb_connect (getenv "ZARBO_BENCH") "r")
-(repeat 5
-  (setq rows nil)
-  (setq start (getvar "MILLISECS"))
-  (setq rows (zb_sql "SELECT * FROM Many"))
-  (princ (strcat "zb_sql into a LISP list: " (itoa (- (getvar "MILLISECS") start)) " ms, " (itoa (length rows)) " rows\n")))
+(repeat (atoi (getenv "ROUNDS")) (setq rows nil rows (zb_sql "SELECT * FROM Many")))
 (princ)

@@ -263,6 +263,24 @@ resbuf* toBuffers(lisp::Arguments values) {
   return writer.take();
 }
 
+namespace {
+
+bool isMark(const resbuf& buffer) {
+  return buffer.restype == RTLB || buffer.restype == RTLE || buffer.restype == RTDOTE;
+}
+
+/// The buffer behind a pair of two plain values whose list begins here, the form of all fields of records;
+/// null for any other list.
+const resbuf* behindPlainPair(const resbuf& begin) {
+  const resbuf* const key = begin.rbnext;
+  if (!key || isMark(*key) || !key->rbnext || key->rbnext->restype != RTDOTE) return nullptr;
+  const resbuf* const value = key->rbnext->rbnext;
+  if (!value || isMark(*value) || !value->rbnext || value->rbnext->restype != RTLE) return nullptr;
+  return value->rbnext;
+}
+
+}  // namespace
+
 Value takeValue(const resbuf*& at, const Value& t) {
   std::vector<OpenList> open;
   if (at && at->restype == RTLB) open.reserve(4);
@@ -271,6 +289,14 @@ Value takeValue(const resbuf*& at, const Value& t) {
     at = at->rbnext;
     Value value;
     if (buffer.restype == RTLB) {
+      if (const resbuf* const end = behindPlainPair(buffer)) {
+        Value key = atom(*buffer.rbnext, t);
+        value = lisp::cons(std::move(key), atom(*buffer.rbnext->rbnext->rbnext, t));
+        at = end->rbnext;
+        if (open.empty()) return value;
+        open.back().add(std::move(value));
+        continue;
+      }
       open.emplace_back();
       continue;
     }

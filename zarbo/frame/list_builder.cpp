@@ -9,6 +9,10 @@ resbuf* LispAtom::toBuffer() const {
     made->resval = value_;
     return made;
   }
+  if (ended_) {
+    acutNewString(text_.data(), made->resval.rstring);
+    return made;
+  }
   // Copied by length, as a view need not end in a NUL; what stands behind a NUL inside is lost to LISP.
   constexpr size_t shortText = 64;
   if (text_.size() < shortText) {
@@ -20,6 +24,15 @@ resbuf* LispAtom::toBuffer() const {
   }
   return made;
 }
+
+namespace {
+
+void appendOne(LispList& list, resbuf* value) {
+  (list.tail ? list.tail->rbnext : list.head) = value;
+  list.tail = value;
+}
+
+}  // namespace
 
 void appendBuffers(LispList& list, resbuf* values) {
   if (!values) return;
@@ -41,9 +54,9 @@ void endListAndReturn(LispList& list) {
   list.head = list.tail = nullptr;
 }
 
-void appendMark(LispList& list, int type) { appendBuffers(list, acutNewRb(type)); }
+void appendMark(LispList& list, int type) { appendOne(list, acutNewRb(type)); }
 
-void appendValue(LispList& list, const LispAtom& value) { appendBuffers(list, value.toBuffer()); }
+void appendValue(LispList& list, const LispAtom& value) { appendOne(list, value.toBuffer()); }
 
 void appendPair(LispList& list, const LispAtom& key, const LispAtom& value) {
   appendPair(list, key, value.toBuffer());

@@ -13,7 +13,7 @@ class LispAtom {
  public:
   LispAtom(std::wstring_view text) : type_(RTSTR), text_(text) {}  // NOLINT: values convert by themselves
   LispAtom(const std::wstring& text) : type_(RTSTR), text_(text) {}
-  LispAtom(const ACHAR* text) : type_(RTSTR), text_(text ? text : L"") {}
+  LispAtom(const ACHAR* text) : type_(RTSTR), ended_(true), text_(text ? text : L"") {}
   LispAtom(double value) : type_(RTREAL) { value_.rreal = value; }
   LispAtom(std::integral auto value) : type_(RTLONG) { value_.rlong = static_cast<int32_t>(value); }
   /// T or nil.
@@ -23,6 +23,12 @@ class LispAtom {
     LispAtom made(nullptr);
     made.type_ = RT3DPOINT;
     made.value_.rpoint[0] = x, made.value_.rpoint[1] = y, made.value_.rpoint[2] = z;
+    return made;
+  }
+  /// Of a text with a NUL behind it, which needs no further copy.
+  static LispAtom ended(std::wstring_view text) {
+    LispAtom made(text);
+    made.ended_ = text.data() != nullptr;
     return made;
   }
   /// Nil for the empty name.
@@ -39,6 +45,7 @@ class LispAtom {
 
  private:
   int type_;
+  bool ended_ = false;
   std::wstring_view text_;
   resbuf::ads_u_val value_{};
 };

@@ -25,9 +25,10 @@ resbuf* dateToResbuf(DATE date) {
   return LispAtom(shown).toBuffer();
 }
 
+/// `text` is a BSTR's.
 resbuf* textToResbuf(std::wstring_view text, bool trim) {
-  if (trim) return LispAtom(trimmedRight(text)).toBuffer();
-  return LispAtom(text == L" " ? std::wstring_view() : text).toBuffer();
+  const std::wstring_view shown = trim ? trimmedRight(text) : text == L" " ? std::wstring_view() : text;
+  return (shown.size() == text.size() ? LispAtom::ended(shown) : LispAtom(shown)).toBuffer();
 }
 
 /// Fields so named keep the blanks at the end of their texts.
@@ -35,7 +36,7 @@ bool keepsBlanks(std::wstring_view name) { return name.starts_with(L"s_"); }
 
 void appendField(LispList& list, const VARIANT& name, const VARIANT& value) {
   const std::wstring_view key = textOf(name);
-  appendPair(list, key, variantToResbuf(value, !keepsBlanks(key)));
+  appendPair(list, LispAtom::ended(key), variantToResbuf(value, !keepsBlanks(key)));
 }
 
 /// Puts the collected values into one array; they are moved, not copied.
