@@ -1,7 +1,10 @@
 #include "host/editor/snaps.h"
 
+#include <cmath>
+
 #include "host/database/nested_visits.h"
 #include "host/editor/search.h"
+#include "host/view/camera.h"
 
 namespace host {
 namespace {
@@ -21,25 +24,44 @@ constexpr std::pair<SnapMode, AcDb::OsnapMode> modes[] = {
     {snapNearest, AcDb::kOsModeNear},
 };
 
-/// The nearest of the points that it is given, as the view shows them.
+/// The nearest of the points that it is given, as the view shows them; of those that stand behind one another
+/// there, the nearest in space.
 class Nearest {
  public:
   Nearest(AcDbDatabase& drawing, const AcGePoint3d& cursor)
-      : drawing_(drawing), cursor_(inViewPlane(drawing, cursor)) {}
+      : projection_(view::Camera::of(drawing).projection()),
+        cursor_(cursor),
+        seenCursor_(seen(cursor)),
+        same_(view::Camera::of(drawing).pixel() * 1e-6) {}
   void offer(const Snap& snap) {
-    const double distance = inViewPlane(drawing_, snap.point).distanceTo(cursor_);
-    std::optional<Snap>& kept = snap.mode == snapNearest ? near_ : exact_;
-    double& keptDistance = snap.mode == snapNearest ? nearDistance_ : exactDistance_;
-    if (kept && !(distance < keptDistance)) return;
-    kept = snap, keptDistance = distance;
+    const Offer offer{snap, seen(snap.point).distanceTo(seenCursor_), snap.point.distanceTo(cursor_)};
+    std::optional<Offer>& kept = snap.mode == snapNearest ? near_ : exact_;
+    if (!kept || isNearer(offer, *kept)) kept = offer;
   }
-  std::optional<Snap> found() const { return exact_ ? exact_ : near_; }
+  std::optional<Snap> found() const {
+    const std::optional<Offer>& best = exact_ ? exact_ : near_;
+    return best ? std::optional(best->snap) : std::nullopt;
+  }
 
  private:
-  AcDbDatabase& drawing_;
-  AcGePoint2d cursor_;
-  std::optional<Snap> exact_, near_;
-  double exactDistance_ = 0, nearDistance_ = 0;
+  struct Offer {
+    Snap snap;
+    double seenDistance, distance;
+  };
+  bool isNearer(const Offer& offer, const Offer& kept) const {
+    const double gain = kept.seenDistance - offer.seenDistance;
+    return std::abs(gain) > same_ ? gain > 0 : offer.distance < kept.distance;
+  }
+  AcGePoint2d seen(const AcGePoint3d& point) const {
+    const view::PlanePoint at = projection_(point);
+    return {at.x, at.y};
+  }
+
+  view::Projection projection_;
+  AcGePoint3d cursor_;
+  AcGePoint2d seenCursor_;
+  double same_;  // drawing units
+  std::optional<Offer> exact_, near_;
 };
 
 }  // namespace
