@@ -1,6 +1,6 @@
-// lisp-test [--widgets | --window] PROGRAM FOLDER FILE.lsp …: runs each file in a fresh host with settings of its own,
-// and reports each miss with file and line. Files find the project's data through (getenv "ZARBO_SHARE"), and
-// a folder that is theirs alone through (getenv "ZARBO_SCRATCH").
+// lisp-test [--widgets | --window] PROGRAM FOLDER FILE.lsp …: runs each file in a fresh host with settings of
+// its own, and reports each miss with file and line. Files find the project's data through (getenv
+// "ZARBO_SHARE"), and a folder that is theirs alone through (getenv "ZARBO_SCRATCH").
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
