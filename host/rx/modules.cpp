@@ -23,7 +23,7 @@ fs::path programFolder() { return fs::path(platform::programFile()).parent_path(
 /// "zarbo", "zarbo.so" and "/somewhere/zarbo.so" name the same module.
 std::wstring moduleName(const std::wstring& fileName) {
   const fs::path name = fs::path(toUtf8(fileName)).filename();
-  return fromUtf8((name.extension() == platform::libraryEnding ? name.stem() : name).string());
+  return fromUtf8((name.extension() == platform::libraryEnding() ? name.stem() : name).string());
 }
 
 }  // namespace
@@ -51,7 +51,7 @@ std::string Modules::locate(const std::wstring& fileName) const {
   std::vector<fs::path> folders = {programFolder()};
   for (const std::wstring& each : searchPath_) folders.emplace_back(toUtf8(each));
   for (const fs::path& folder : folders) {
-    for (const char* ending : {"", platform::libraryEnding}) {
+    for (const char* ending : {"", platform::libraryEnding()}) {
       const fs::path candidate = folder / (name.string() + ending);
       if (isFile(candidate)) return candidate.string();
     }

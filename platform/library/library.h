@@ -28,7 +28,7 @@ class Library {
 };
 
 /// The ending of such files' names, with its point.
-extern const char* const libraryEnding;
+const char* libraryEnding();
 
 /// The file of the library or program that holds this code; empty when it can't be told.
 std::string fileOfCode(const void* code);

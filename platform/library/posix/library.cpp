@@ -6,7 +6,7 @@
 
 namespace platform {
 
-const char* const libraryEnding = ".so";
+const char* libraryEnding() { return ".so"; }
 
 std::unique_ptr<Library> Library::open(const std::string& path, std::string& problem) {
   if (void* const handle = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL)) {
