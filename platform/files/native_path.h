@@ -9,7 +9,7 @@ namespace platform {
 std::string nativePath(std::wstring_view path);
 
 /// What the system puts between folders.
-extern const wchar_t pathSeparator;
+wchar_t pathSeparator();
 
 /// From the root on, without `.` and `..`; as it is when there is no current folder.
 std::string absolutePath(const std::string& path);

@@ -31,7 +31,7 @@ bool findDatabase(std::wstring& path) {
     std::wstring candidate(left.substr(0, end));
     left.remove_prefix(std::min(end + 1, left.size()));
     if (candidate.empty()) continue;
-    if (candidate.back() != platform::pathSeparator) candidate += platform::pathSeparator;
+    if (candidate.back() != platform::pathSeparator()) candidate += platform::pathSeparator();
     candidate += path;
     if (exists(candidate)) {
       path = std::move(candidate);

@@ -17,7 +17,7 @@ bool isShipped(const std::wstring& fileName) {
 
 std::wstring findUniqueFile(const std::wstring& folder, const std::wstring& name,
                             const std::wstring& extension) {
-  const std::wstring start = folder + platform::pathSeparator;
+  const std::wstring start = folder + platform::pathSeparator();
   std::wstring found;
   for (const std::wstring& each : platform::findFiles(start + L"*" + name + L"*." + extension)) {
     if (isShipped(each) || platform::folderExists(start + each)) continue;

@@ -56,7 +56,7 @@ void saveReportToDesktop(const DesktopReport& report, std::vector<std::wstring>&
   addTextFile(report.text, attachments);
   ArchiveWriter writer;
   writer.setMendNames(true);
-  const std::wstring folder = desktopFolder(), archive = folder + platform::pathSeparator + file;
+  const std::wstring folder = desktopFolder(), archive = folder + platform::pathSeparator() + file;
   const std::wstring failure =
       folder.empty() ? L"Unable to locate desktop path." : pack(writer, archive, attachments);
   if (failure.empty()) {

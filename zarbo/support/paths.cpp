@@ -32,7 +32,7 @@ std::wstring currentDrawingName() {
 bool getPrivateTempFolder(std::wstring& folder) {
   folder = platform::temporaryFolder();
   if (folder.empty()) return false;
-  folder += platform::pathSeparator + std::wstring(L"KV_temp") + platform::pathSeparator;
+  folder += platform::pathSeparator() + std::wstring(L"KV_temp") + platform::pathSeparator();
   if (platform::folderExists(folder) || platform::makeFolder(folder)) return true;
   folder.clear();
   return false;

@@ -7,7 +7,7 @@
 
 namespace platform {
 
-const wchar_t pathSeparator = L'/';
+wchar_t pathSeparator() { return L'/'; }
 
 std::string nativePath(std::wstring_view path) {
   // A path ends at its first NUL for the operating system, so it does so for every check, too.
