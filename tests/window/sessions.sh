@@ -9,7 +9,7 @@ export QT_QPA_PLATFORM=offscreen
 failed=0
 fail() { echo "$*"; failed=1; }
 batch() { # FILE: plays it before the window; what it printed last
-  timeout 120 "$host" --window --no-module --settings "$work/settings" --batch "$1" >"$work/out" 2>"$work/err" </dev/null ||
+  timeout 240 "$host" --window --no-module --settings "$work/settings" --batch "$1" >"$work/out" 2>"$work/err" </dev/null ||
     fail "$1: exit status $?: $(cat "$work/err")"
 }
 says() { # WHAT TEXT
@@ -75,6 +75,34 @@ cat >"$work/tiny.lsp" <<'END'
 END
 batch "$work/tiny.lsp"
 says "one pixel" answered
+
+# Blocks that hold one another ten times, a thousand million lines: the window says what it leaves out, and goes on.
+cat >"$work/many.lsp" <<'END'
+(host-window "size" 400 300)
+(entmake '((0 . "BLOCK") (2 . "b0") (70 . 0) (10 0 0 0)))
+(repeat 10 (entmake '((0 . "LINE") (10 0 0 0) (11 1 1 0))))
+(entmake '((0 . "ENDBLK")))
+(setq i 0)
+(repeat 8
+  (setq i (1+ i) k 0.0)
+  (entmake (list '(0 . "BLOCK") (cons 2 (strcat "b" (itoa i))) '(70 . 0) '(10 0 0 0)))
+  (repeat 10
+    (setq k (1+ k))
+    (entmake (list '(0 . "INSERT") (cons 2 (strcat "b" (itoa (1- i)))) (list 10 (* k (expt 2 i)) 0.0 0.0))))
+  (entmake '((0 . "ENDBLK"))))
+(entmake '((0 . "INSERT") (2 . "b8") (10 0.0 0.0 0.0)))
+(host-window)
+(host-window "menu" "Extents")
+(host-window "wheel" 2 200 100)
+(host-window "move" 200 100)
+(host-window "type" "(setq alive 42)\n")
+(host-window)
+(print (list "alive" alive))
+END
+batch "$work/many.lsp"
+says "too many items" "The blocks hold too much: all beyond 5000000 entities was left out."
+says "too many items" '("alive" 42)'
+[ "$(grep -c "hold too much" "$work/out")" -eq 1 ] || fail "too many items: not told once: $(cat "$work/out")"
 
 # Closing while LISP runs, which nothing else would end: its changed drawing is asked for, "No" ends program and host.
 cat >"$work/long.lsp" <<'END'
