@@ -45,8 +45,8 @@ class Camera {
   static constexpr int mostPixels = 1 << 15;
 
   Camera() = default;
-  /// That of the drawing's current space, kept for the drawing. VIEWCTR, VIEWSIZE, VIEWDIR, VIEWTWIST,
-  /// TARGET and SCREENSIZE are read from the current drawing's.
+  /// That of the drawing's current space, kept for the drawing. VIEWCTR, VIEWSIZE, VIEWDIR, VIEWTWIST
+  /// and SCREENSIZE tell and set the current drawing's.
   static Camera& of(AcDbDatabase& drawing);
   /// The same of one of its spaces.
   static Camera& of(AcDbDatabase& drawing, AcDbObjectId space);
