@@ -82,4 +82,5 @@ def main():
             row(f"{what} of {count:,}", aim, [max(1000 * (each - min(opening)) / FRAMES, 0.001) for each in times])
 
 
-main()
+if __name__ == "__main__":
+    main()
