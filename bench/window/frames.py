@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""The window under the hand: processor time of a frame while panning and zooming a plan of many entities.
+"""The window under the hand: processor time of a frame while panning and zooming a plan of many entities, as rows for
+bench/all.
 
     bench/window/frames.py build/release/bin/zarbo-host [entities]
 
@@ -12,6 +13,7 @@ import sys
 import tempfile
 
 FRAMES = 200
+ROUNDS = 3
 WIDTH, HEIGHT = 1600, 1000
 
 
@@ -36,18 +38,14 @@ def user_time(command, **options):
     return resource.getrusage(resource.RUSAGE_CHILDREN).ru_utime - before
 
 
-def scripted(host, plan, deeds, folder):
-    """Milliseconds of user time for a frame: the same run with and without the deeds."""
-    times = []
-    for part in ([], deeds):
-        script = os.path.join(folder, "deeds.lsp")
-        with open(script, "w") as out:
-            out.write(f'(host-window "size" {WIDTH} {HEIGHT})(host-window "menu" "Extents")(host-window)\n')
-            out.write("\n".join(part) + "\n(host-window)\n")
-        environment = dict(os.environ, QT_QPA_PLATFORM="offscreen")
-        times.append(min(user_time([host, "--window", "--no-module", "--settings", folder, "--batch", script, plan],
-                                   env=environment) for _ in range(3)))
-    return (times[1] - times[0]) * 1000 / FRAMES
+def run_time(host, plan, deeds, folder):
+    """Seconds of user time of a run that opens the plan, shows all of it and does the deeds."""
+    script = os.path.join(folder, "deeds.lsp")
+    with open(script, "w") as out:
+        out.write(f'(host-window "size" {WIDTH} {HEIGHT})(host-window "menu" "Extents")(host-window)\n')
+        out.write("\n".join(deeds) + "\n(host-window)\n")
+    environment = dict(os.environ, QT_QPA_PLATFORM="offscreen")
+    return user_time([host, "--window", "--no-module", "--settings", folder, "--batch", script, plan], env=environment)
 
 
 def pan_deeds(zoom):
@@ -60,16 +58,29 @@ def zoom_deeds():
     return [f'(host-window "wheel" {1 if i // 10 % 2 == 0 else -1} 600 400)' for i in range(FRAMES)]
 
 
+def row(what, aim, times):
+    print(f"row: {what} | ms | - | - | {' '.join(f'{time:.4g}' for time in times)} | {aim}", flush=True)
+
+
 def main():
     host = sys.argv[1]
     count = int(sys.argv[2]) if len(sys.argv) > 2 else 100000
+    motions = [("pan a frame, full view", f"{1000 / 60:.1f}", pan_deeds(0)),
+               ("pan a frame, 1/25 of the height", f"{1000 / 60:.1f}", pan_deeds(14.4)),
+               ("zoom a frame", "20", zoom_deeds())]
     with tempfile.TemporaryDirectory() as folder:
         plan = os.path.join(folder, "plan.dxf")
         write_plan(plan, count)
-        print(f"{count} entities, {WIDTH} x {HEIGHT} pixels, user time of a frame:")
-        print(f"  panning at full view    {scripted(host, plan, pan_deeds(0), folder):.1f} ms")
-        print(f"  panning at 1/25         {scripted(host, plan, pan_deeds(14.4), folder):.1f} ms")
-        print(f"  zooming                 {scripted(host, plan, zoom_deeds(), folder):.1f} ms")
+        # The same run without the deeds is what opening and ending take; by turns, so that a busy machine slows all.
+        opening, moving = [], [[] for _ in motions]
+        for _ in range(ROUNDS):
+            opening.append(run_time(host, plan, [], folder))
+            for times, (_, _, deeds) in zip(moving, motions):
+                times.append(run_time(host, plan, deeds, folder))
+        row(f"open and show {count:,} entities", "-", [1000 * each for each in opening])
+        for times, (what, aim, _) in zip(moving, motions):
+            row(f"{what} of {count:,}", aim, [max(1000 * (each - min(opening)) / FRAMES, 0.001) for each in times])
 
 
-main()
+if __name__ == "__main__":
+    main()

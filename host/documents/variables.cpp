@@ -23,6 +23,11 @@ struct Variable {
   bool readOnly = false;
 };
 
+struct ComputedVariable {
+  std::function<VariableValue()> value;
+  std::function<SetVariable(const VariableValue&)> set;
+};
+
 using Variables = std::map<std::wstring, Variable, std::less<>>;
 
 Variables initialVariables() {
@@ -91,7 +96,7 @@ Variables initialVariables() {
 
 struct SessionVariables {
   Variables stored = initialVariables();  ///< which hold what was put into them
-  std::map<std::wstring, std::function<VariableValue()>, std::less<>> computed;
+  std::map<std::wstring, ComputedVariable, std::less<>> computed;
   std::vector<std::wstring> supportPath;
 };
 
@@ -184,7 +189,7 @@ std::optional<VariableValue> computed(std::wstring_view name) {
     return static_cast<int>(now.count() & 0x7FFFFFFF);
   }
   const auto elsewhere = computedElsewhere().find(name);
-  if (elsewhere != computedElsewhere().end()) return elsewhere->second();
+  if (elsewhere != computedElsewhere().end()) return elsewhere->second.value();
   return std::nullopt;
 }
 
@@ -253,6 +258,8 @@ std::optional<VariableValue> getVariable(std::wstring_view name) {
 
 SetVariable setVariable(std::wstring_view name, const VariableValue& value) {
   const std::wstring key = upper(name);
+  const auto elsewhere = computedElsewhere().find(key);
+  if (elsewhere != computedElsewhere().end() && elsewhere->second.set) return elsewhere->second.set(value);
   if (computed(key)) return SetVariable::readOnly;
   AcDbDatabase* const drawing = currentDatabase();
   if (const auto index = findHeaderVariable(key); index && drawing) {
@@ -284,8 +291,9 @@ void setHostVariable(std::wstring_view name, const VariableValue& value) {
   stored()[upper(name)].value = value;
 }
 
-void defineComputedVariable(std::wstring_view name, std::function<VariableValue()> value) {
-  computedElsewhere()[upper(name)] = std::move(value);
+void defineComputedVariable(std::wstring_view name, std::function<VariableValue()> value,
+                            std::function<SetVariable(const VariableValue&)> set) {
+  computedElsewhere()[upper(name)] = {std::move(value), std::move(set)};
 }
 
 const std::vector<std::wstring>& supportPath() { return theOne<SessionVariables>().supportPath; }

@@ -23,8 +23,10 @@ SetVariable setVariable(std::wstring_view name, const VariableValue& value);
 std::vector<std::wstring> variableNames();
 /// For the host's own parts: sets a variable that is read-only to programs.
 void setHostVariable(std::wstring_view name, const VariableValue& value);
-/// The variable is read-only, and asked of a part of the host whenever it is read.
-void defineComputedVariable(std::wstring_view name, std::function<VariableValue()> value);
+/// The variable is asked of a part of the host whenever it is read, and given to it when it is set; read-only
+/// without `set`.
+void defineComputedVariable(std::wstring_view name, std::function<VariableValue()> value,
+                            std::function<SetVariable(const VariableValue&)> set = {});
 
 /// Folders of the host's search path, in order; "ACADPREFIX" shows them.
 const std::vector<std::wstring>& supportPath();

@@ -15,10 +15,14 @@ class Person {
   virtual InputItem next(const Request& request) = 0;
   /// False when nobody would answer now.
   virtual bool isPresent() const { return true; }
+  /// Whether the drawing shows before that person, on a screen of its own size.
+  virtual bool hasScreen() const { return false; }
 };
 
 /// Null where nobody is there: then the host never waits.
 Person* person();
+/// Whether there is one with a screen, present or not.
+bool isOnScreen();
 void setPerson(std::unique_ptr<Person> next);
 
 }  // namespace host

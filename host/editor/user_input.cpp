@@ -120,6 +120,7 @@ Person* person() {
   Person* const present = currentPerson().get();
   return present && present->isPresent() ? present : nullptr;
 }
+bool isOnScreen() { return currentPerson() && currentPerson()->hasScreen(); }
 void setPerson(std::unique_ptr<Person> next) { currentPerson() = std::move(next); }
 void setLineReader(LineReader reader) { setPerson(std::make_unique<TypingPerson>(std::move(reader))); }
 

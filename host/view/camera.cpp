@@ -11,8 +11,6 @@ namespace host::view {
 namespace {
 
 constexpr size_t mostSteps = 100;
-constexpr double farthest = 1e15, lowest = 1e-9, highest = 1e15;
-constexpr int widest = 1 << 15;
 
 bool isFinite(const AcGeVector3d& v) {
   return std::isfinite(v.x) && std::isfinite(v.y) && std::isfinite(v.z);
@@ -43,7 +41,7 @@ Camera& Camera::of(AcDbDatabase& drawing, AcDbObjectId space) {
 }
 
 bool Camera::setSize(int width, int height) {
-  width = std::clamp(width, 1, widest), height = std::clamp(height, 1, widest);
+  width = std::clamp(width, 1, mostPixels), height = std::clamp(height, 1, mostPixels);
   if (width == width_ && height == height_) return false;
   width_ = width, height_ = height;
   ++moment_;

@@ -40,9 +40,13 @@ struct Ray {
 /// has no size is ignored: such calls answer false and leave the view as it is.
 class Camera {
  public:
+  /// Bounds of the centre's coordinates and of the view's height, in drawing units.
+  static constexpr double farthest = 1e15, lowest = 1e-9, highest = 1e15;
+  static constexpr int mostPixels = 1 << 15;
+
   Camera() = default;
-  /// That of the drawing's current space, kept for the drawing. VIEWCTR, VIEWSIZE, VIEWDIR, VIEWTWIST,
-  /// TARGET and SCREENSIZE are read from the current drawing's.
+  /// That of the drawing's current space, kept for the drawing. VIEWCTR, VIEWSIZE, VIEWDIR, VIEWTWIST
+  /// and SCREENSIZE tell and set the current drawing's.
   static Camera& of(AcDbDatabase& drawing);
   /// The same of one of its spaces.
   static Camera& of(AcDbDatabase& drawing, AcDbObjectId space);

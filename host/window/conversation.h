@@ -59,6 +59,7 @@ class WindowPerson final : public Person {
       : conversation_(conversation), isPresent_(std::move(isPresent)) {}
   InputItem next(const Request& request) override { return conversation_.wait(request); }
   bool isPresent() const override { return isPresent_(); }
+  bool hasScreen() const override { return true; }
 
  private:
   Conversation& conversation_;

@@ -2,6 +2,7 @@
 
 #include <QHeaderView>
 #include <QPainter>
+#include <QStyle>
 #include <algorithm>
 
 #include "brx/db_tables.h"
@@ -12,6 +13,8 @@ namespace host {
 namespace {
 
 constexpr std::uint32_t contrastIndex = 7;
+/// Of the column of names, in pixels.
+constexpr int widestName = 320;
 
 QIcon swatch(const QColor& colour) {
   QPixmap square(14, 14);
@@ -38,7 +41,6 @@ LayerPanel::LayerPanel(Listener listener) : listener_(std::move(listener)) {
   for (const int each : {onColumn, frozenColumn, lockedColumn, colourColumn}) {
     header()->setSectionResizeMode(each, QHeaderView::ResizeToContents);
   }
-  setToolTip(QStringLiteral("Double-click a layer's name to make it current"));
   connect(this, &QTreeWidget::itemClicked, this, [this](QTreeWidgetItem* item, int column) {
     if (column != nameColumn) onClick(item, column);
   });
@@ -71,7 +73,8 @@ void LayerPanel::show(QTreeWidgetItem& item, const Row& row) {
   item.setFont(nameColumn, font);
   item.setText(nameColumn,
                (row.current ? QStringLiteral("\u25b8 ") : QString()) + QString::fromStdWString(row.name));
-  item.setData(nameColumn, Qt::UserRole, QString::fromStdWString(row.name));
+  item.setToolTip(nameColumn, QString::fromStdWString(row.name) +
+                                  QStringLiteral("\nDouble-click the name to make the layer current"));
   item.setCheckState(onColumn, row.off ? Qt::Unchecked : Qt::Checked);
   item.setCheckState(frozenColumn, row.frozen ? Qt::Checked : Qt::Unchecked);
   item.setCheckState(lockedColumn, row.locked ? Qt::Checked : Qt::Unchecked);
@@ -99,6 +102,26 @@ void LayerPanel::refresh() {
     addTopLevelItems(items);
   }
   for (size_t i = 0; i < rows_.size(); ++i) show(*topLevelItem(static_cast<int>(i)), rows_[i]);
+  measure();
+}
+
+void LayerPanel::measure() {
+  wantedWidth_ = std::min(sizeHintForColumn(nameColumn), widestName) + 2 * frameWidth() +
+                 style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+  for (const int each : {onColumn, frozenColumn, lockedColumn, colourColumn}) {
+    wantedWidth_ += std::max(sizeHintForColumn(each), header()->sectionSizeHint(each));
+  }
+}
+
+QStringList LayerPanel::shownNames() const {
+  QStringList names;
+  const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+  for (int i = 0; i < topLevelItemCount(); ++i) {
+    const QTreeWidgetItem& item = *topLevelItem(i);
+    names << QFontMetrics(item.font(nameColumn))
+                 .elidedText(item.text(nameColumn), textElideMode(), columnWidth(nameColumn) - 2 * margin);
+  }
+  return names;
 }
 
 void LayerPanel::onClick(QTreeWidgetItem* item, int column) {

@@ -22,6 +22,11 @@ class LayerPanel : public QTreeWidget {
   /// As a click on a column of the layer's row; false when there is no such layer.
   bool click(const std::wstring& layer, int column);
 
+  /// In pixels, so that the names show whole, up to a bound.
+  int wantedWidth() const { return wantedWidth_; }
+  /// The names as the rows show them, cut off where the column ends.
+  QStringList shownNames() const;
+
   enum Column { nameColumn, onColumn, frozenColumn, lockedColumn, colourColumn };
 
  private:
@@ -35,10 +40,12 @@ class LayerPanel : public QTreeWidget {
   };
   static std::vector<Row> rowsOf(AcDbDatabase* drawing);
   void show(QTreeWidgetItem& item, const Row& row);
+  void measure();
   void onClick(QTreeWidgetItem* item, int column);
 
   const Listener listener_;
   std::vector<Row> rows_;
+  int wantedWidth_ = 0;
 };
 
 }  // namespace host

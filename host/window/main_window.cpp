@@ -10,6 +10,7 @@
 #include <QStatusBar>
 #include <QToolBar>
 #include <QVBoxLayout>
+#include <cmath>
 
 #include "host/database/spaces.h"
 #include "host/documents/documents.h"
@@ -24,6 +25,15 @@ QDockWidget* dockOf(QWidget* content, const QString& title, QMainWindow* window)
   dock->setFeatures(QDockWidget::DockWidgetMovable | QDockWidget::DockWidgetClosable);
   return dock;
 }
+
+/// Four places; what they show as zero has no sign.
+QString coordinateText(double value) {
+  constexpr double half = 0.00005;
+  return QString::number(std::abs(value) < half ? 0.0 : value, 'f', 4);
+}
+
+/// The layers' dock as it begins, in pixels.
+constexpr int usualLayerWidth = 280;
 
 }  // namespace
 
@@ -52,13 +62,14 @@ MainWindow::MainWindow(Conversation& conversation, Viewport::Listeners viewport,
   viewport_->setFocusProxy(&commands_->line());
   viewport_->setFocusPolicy(Qt::ClickFocus);
 
-  QDockWidget* const layerDock = dockOf(layers_, QStringLiteral("Layers"), this);
+  QDockWidget* const layerDock = layerDock_ = dockOf(layers_, QStringLiteral("Layers"), this);
   QDockWidget* const commandDock = dockOf(commands_, QStringLiteral("Command line"), this);
   commandDock->setFeatures(QDockWidget::DockWidgetMovable);
   addDockWidget(Qt::RightDockWidgetArea, layerDock);
   addDockWidget(Qt::BottomDockWidgetArea, commandDock);
   setCorner(Qt::BottomRightCorner, Qt::BottomDockWidgetArea);
-  resizeDocks({layerDock}, {280}, Qt::Horizontal);
+  resizeDocks({layerDock}, {usualLayerWidth}, Qt::Horizontal);
+  layerWidth_ = usualLayerWidth;
   resizeDocks({commandDock}, {150}, Qt::Vertical);
 
   bar_->setObjectName(QStringLiteral("tools"));
@@ -136,9 +147,19 @@ void MainWindow::refreshTabs() {
   }
 }
 
+/// Names longer than those before make the dock wider, up to two fifths of the window; what a person makes of
+/// it then stays.
+void MainWindow::widenLayers() {
+  const int wanted = std::min(layers_->wantedWidth(), width() * 2 / 5);
+  if (wanted <= layerWidth_) return;
+  layerWidth_ = wanted;
+  if (layerDock_->width() < wanted) resizeDocks({layerDock_}, {wanted}, Qt::Horizontal);
+}
+
 void MainWindow::refresh(const Request* request, bool formGoesOn) {
   refreshTabs();
   layers_->refresh();
+  widenLayers();
   commands_->showPrompt(request, formGoesOn);
   for (const Switch& each : switches_) each.button->setChecked(each.isOn());
   viewport_->refresh();
@@ -146,7 +167,8 @@ void MainWindow::refresh(const Request* request, bool formGoesOn) {
 
 void MainWindow::showCursor(const AcGePoint3d& point) {
   coordinates_->setText(
-      QStringLiteral("%1, %2, %3").arg(point.x, 0, 'f', 4).arg(point.y, 0, 'f', 4).arg(point.z, 0, 'f', 4));
+      QStringList{coordinateText(point.x), coordinateText(point.y), coordinateText(point.z)}.join(
+          QStringLiteral(", ")));
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDockWidget>
 #include <QLabel>
 #include <QMainWindow>
 #include <QTabBar>
@@ -54,12 +55,16 @@ class MainWindow : public QMainWindow {
   };
   QMenu* menuOf(const QString& title);
   void refreshTabs();
+  void widenLayers();
 
   const Listeners listeners_;
   QTabBar* tabs_;
   Viewport* viewport_;
   CommandPanel* commands_;
   LayerPanel* layers_;
+  QDockWidget* layerDock_ = nullptr;
+  /// That the dock was given for its names, in pixels.
+  int layerWidth_ = 0;
   QLabel* coordinates_;
   QToolBar* bar_;
   std::vector<Switch> switches_;

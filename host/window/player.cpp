@@ -7,6 +7,7 @@
 #include <QLineEdit>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QProgressBar>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -300,10 +301,17 @@ void Player::tell(const std::wstring& what) {
   CommandPanel& commands = window_.commands();
   if (what == L"prompt") return note(commands.prompt().toStdWString());
   if (what == L"keywords") return note(commands.keywords().join(QLatin1Char(' ')).toStdWString());
+  if (what == L"layers") return note(window_.layers().shownNames().join(QLatin1Char('|')).toStdWString());
   if (what == L"line") return note(commands.line().text().toStdWString());
   if (what == L"title") return note(window_.windowTitle().toStdWString());
   if (what == L"cursor") return note(window_.cursorText().toStdWString());
   if (what == L"enabled") return log_.emplace_back(window_.isEnabled()), void();
+  if (what == L"progress") {
+    const auto* const meter = window_.findChild<QProgressBar*>();
+    return note(meter && meter->isVisibleTo(&window_)
+                    ? QStringLiteral("%1 of %2").arg(meter->value()).arg(meter->maximum()).toStdWString()
+                    : L"");
+  }
   if (what == L"snap") {
     const auto& snap = window_.viewport().snap();
     return note(snap ? std::to_wstring(snap->mode) : L"");

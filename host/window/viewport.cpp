@@ -214,6 +214,7 @@ void Viewport::mousePressEvent(QMouseEvent* event) {
   takeCursor(event->position());
   pressed_ = moved_ = event->position();
   const bool shift = event->modifiers() & Qt::ShiftModifier;
+  pivot_.reset();
   switch (event->button()) {
     case Qt::MiddleButton:
       motion_ = shift ? Motion::orbit : Motion::pan;
@@ -233,6 +234,7 @@ void Viewport::mousePressEvent(QMouseEvent* event) {
     default:
       break;
   }
+  if (motion_ == Motion::orbit) pivot_ = pivotAt(event->position());
   refresh();
 }
 
@@ -269,7 +271,7 @@ void Viewport::mouseMoveEvent(QMouseEvent* event) {
   if (motion_ == Motion::pan) camera().pan(way.x() * ratio, way.y() * ratio);
   if (motion_ == Motion::orbit && width() > 0) {
     const double perPixel = orbitTurn / std::max(width(), 100);
-    camera().orbit(way.x() * perPixel, way.y() * perPixel);
+    camera().orbit(way.x() * perPixel, way.y() * perPixel, pivot_ ? &*pivot_ : nullptr);
   }
   takeCursor(event->position());
   if (motion_ == Motion::none) {

@@ -91,6 +91,7 @@ class Viewport : public QWidget {
   void takeCursor(const QPointF& place);
   AcGePoint3d worldAt(const QPointF& place) const;
   void searchUnderCursor();
+  std::optional<AcGePoint3d> pivotAt(const QPointF& place) const;
   std::optional<Grip> gripAt(const QPointF& place) const;
   void clickForPrompt();
   void clickForChoice(bool removes);
@@ -116,6 +117,8 @@ class Viewport : public QWidget {
   std::optional<AcGePoint3d> corner_;
   QPointF pressed_;
   Motion motion_ = Motion::none;
+  /// What a turn is about; the view's centre without it.
+  std::optional<AcGePoint3d> pivot_;
   QPointF moved_;
   bool orbiting_ = false;
   QRect promptBox_;

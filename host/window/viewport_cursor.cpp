@@ -80,6 +80,17 @@ void Viewport::searchUnderCursor() {
   if (const auto hit = entityAt(*drawing_, world_)) hovered_ = {hit->entity};
 }
 
+/// On the line of sight, as far away as the middle of what is there; nothing where nothing is.
+std::optional<AcGePoint3d> Viewport::pivotAt(const QPointF& place) const {
+  const view::Ray ray = camera().rayAt(pixelOf(place));
+  const auto hit = entityAt(*drawing_, ray.origin);
+  const AcDbObjectPointer<AcDbEntity> entity(hit ? hit->entity : AcDbObjectId());
+  AcDbExtents box;
+  if (!entity.object() || entity->getGeomExtents(box) != Acad::eOk || box.isEmpty()) return std::nullopt;
+  const AcGePoint3d middle = box.minPoint() + (box.maxPoint() - box.minPoint()) / 2;
+  return ray.origin + ray.direction * (middle - ray.origin).dotProduct(ray.direction);
+}
+
 void Viewport::clickForPrompt() {
   const Request& request = *conversation_.request();
   if (takesClicks(request) && isFinite(world_)) conversation_.give(userSystem().inverse() * world_);

@@ -22,7 +22,7 @@
 (list (getvar "DIMDSEP") (set-to "DIMDSEP" ",") (set-to "DIMDSEP" "ab") (set-to "DIMDSEP" 46) (set-to "DIMDSEP" ""))   ;=> ("." "," REFUSED REFUSED "")
 (setvar "DIMDSEP" ",")
 ; Some can't be set, some aren't there.
-(mapcar '(lambda (name) (set-to name (getvar name))) '("DWGNAME" "DWGPREFIX" "ACADVER" "VIEWCTR" "EXTMIN" "CMDACTIVE" "HANDSEED"))
+(mapcar '(lambda (name) (set-to name (getvar name))) '("DWGNAME" "DWGPREFIX" "ACADVER" "CMDNAMES" "EXTMIN" "CMDACTIVE" "HANDSEED"))
 ;=> (REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED)
 (list (getvar "NOSUCH") (set-to "NOSUCH" 1))    ;=> (nil REFUSED)
 (setvar "DIMSCALE" "x")                         ;=> ; error: AutoCAD variable setting rejected: "DIMSCALE" "x"

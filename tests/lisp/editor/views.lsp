@@ -21,6 +21,21 @@
 (same (trans '(0 0 1) 0 2) '(0 1 0))            ;=> T
 (progn (command "VPOINT" '(1 1 1)) (same (getvar "VIEWDIR") (list (sqrt (/ 1. 3)) (sqrt (/ 1. 3)) (sqrt (/ 1. 3)))))   ;=> T
 (progn (command "PLAN") (list (getvar "VIEWDIR") (if (nentselp '(5 3)) T)))   ;=> ((0.0 0.0 1.0) T)
+; The variables set the view, each as a step that ZOOM Previous takes back; what can't be a view is refused in words.
+(defun set-to (name value) (if (vl-catch-all-error-p (vl-catch-all-apply 'setvar (list name value))) 'refused (getvar name)))
+(list (set-to "VIEWCTR" '(7 8)) (set-to "VIEWSIZE" 12) (same (set-to "VIEWDIR" '(0 -5 0)) '(0 -1 0)))   ;=> ((7.0 8.0 0.0) 12.0 T)
+(mapcar '(lambda (p) (eq (car (nentselp p)) post)) '((20 0 5) (20 70 9.9) (20 0 11)))   ;=> (T T nil)
+(progn (command "ZOOM" "P" "ZOOM" "P") (list (view) (getvar "VIEWDIR")))   ;=> (((7.0 8.0 0.0) 40.0) (0.0 0.0 1.0))
+(list (same (set-to "VIEWTWIST" (/ pi 2)) (/ pi 2)) (same (progn (setvar "VIEWDIR" '(1 1 1)) (getvar "VIEWTWIST")) (/ pi 2)))   ;=> (T T)
+(setq before (list (view) (getvar "VIEWDIR")))
+(mapcar 'set-to '("VIEWSIZE" "VIEWSIZE" "VIEWSIZE" "VIEWSIZE" "VIEWDIR" "VIEWDIR" "VIEWCTR" "VIEWCTR" "VIEWTWIST" "SCREENSIZE" "SCREENSIZE" "SCREENSIZE")
+  '(0 -4.0 1e300 "large" (0 0 0) 5 "middle" (1e300 0) (1 2) (0 5) (640.5 480) (1e9 480)))
+;=> (REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED REFUSED)
+(same before (list (view) (getvar "VIEWDIR")))  ;=> T
+(setvar "VIEWSIZE" -4.0)                        ;=> ; error: AutoCAD variable setting rejected: "VIEWSIZE" -4.0
+; Without a window SCREENSIZE decides how far a pick reaches.
+(progn (setvar "VIEWDIR" '(0 0 1)) (setvar "VIEWTWIST" 0) (setvar "VIEWSIZE" 48.0) (mapcar '(lambda (size) (setvar "SCREENSIZE" size) (if (nentselp '(8 0.5)) T)) '((1600 1200) (160 120))))   ;=> (nil T)
+(list (getvar "SCREENSIZE") (setvar "SCREENSIZE" '(1600 1200)))   ;=> ((160.0 120.0 0.0) (1600 1200))
 ; The index follows what is moved, erased, taken back, and what the layers show.
 (defun there (p) (if (ssget "C" (mapcar '- p '(0.5 0.5)) (mapcar '+ p '(0.5 0.5))) T))
 (list (there '(10 0)) (there '(30 30)))         ;=> (T nil)

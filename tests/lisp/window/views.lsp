@@ -41,6 +41,33 @@
 (host-window "menu" "Top")
 (host-window)
 (rounded (getvar "VIEWDIR"))                              ;=> (0.0 0.0 1.0)
+; The window follows variables that are set: what a pixel means tells. Its own pixels are no program's.
+(setvar "VIEWCTR" '(200 300))
+(setvar "VIEWSIZE" 10.0)
+(host-window)
+(host-window "move" '(200.0 300.0))
+(host-window "tell" "cursor")
+(host-window)
+(host-window-log)                                         ;=> ("200.0000, 300.0000, 0.0000")
+(setq pixels (getvar "SCREENSIZE"))
+(vl-catch-all-error-p (vl-catch-all-apply 'setvar '("SCREENSIZE" (1600 1200))))   ;=> T
+(equal pixels (getvar "SCREENSIZE"))                      ;=> T
+; A turn is about what is under the cursor when it begins, which stays there; else about the middle of the view.
+(setq post (entmakex '((0 . "LINE") (10 204.0 301.0 7.0) (11 204.0 301.0 7.5))) middle (getvar "VIEWCTR"))
+(host-window "drag" '(204.0 301.0) '(207.0 303.0) "shift middle")
+(host-window)
+(equal middle (getvar "VIEWCTR") 0.01)                    ;=> nil
+(host-window "click" '(204.0 301.0 7.25))
+(eq (car (entsel)) post)                                  ;=> T
+(defun from-post () (distance (trans (getvar "VIEWCTR") 0 2) (trans '(204 301 7.25) 0 2)))
+(equal (from-post) (distance '(200 300) '(204 301)) 0.01) ;=> nil
+(setq middle (getvar "VIEWCTR"))
+(host-window "drag" 20 20 60 30 "shift middle")
+(host-window)
+(equal middle (getvar "VIEWCTR") 1e-6)                    ;=> T
+(entdel post)
+(host-window "menu" "Top")
+(host-window)
 ; Any size of the window, and far coordinates
 (host-window "size" 1 1)
 (host-window "wheel" 1 0 0)

@@ -45,6 +45,42 @@
 (host-window "tell" "title")
 (host-window)
 (told)                                                    ;=> ("Plan of the cellar")
+(acedSetStatusBarProgressMeter "Reading" 0 80)
+(acedSetStatusBarProgressMeterPos 20)
+(host-window "tell" "progress")
+(host-window)
+(acedRestoreStatusBar)
+(host-window "tell" "progress")
+(host-window)
+(told)                                                    ;=> ("20 of 80" "")
+; Whatever one typed line of LISP does is one step for U.
+(entmake '((0 . "POINT") (10 0.0 0.0 0.0)))
+(setq before (entlast))
+(host-window "type" "(foreach x '(1.0 2.0 3.0) (entmake (list '(0 . \"POINT\") (list 10 x 0.0 0.0))) (setvar \"CLAYER\" \"0\"))\n")
+(host-window)
+(eq (entlast) before)                                     ;=> nil
+(host-window "menu" "Undo")
+(host-window)
+(eq (entlast) before)                                     ;=> T
+(entdel before)
+; What the cursor is at has no minus before a zero, here where its z is a hair below.
+(host-window "move" '(-0.00001 0.0))
+(host-window "tell" "cursor")
+(host-window)
+(vl-string-search "-0.0000" (car (told)))                 ;=> nil
+; The list of layers grows with its names, within bounds; beyond them a name ends in dots.
+(setq long (apply 'strcat (mapcar '(lambda (x) "SUPPLY-AIR-") '(1 2 3 4 5 6 7 8))))
+(command "LAYER" "N" "H-SA-DUCT-LINE" "")
+(host-window "wait" 1)
+(host-window "tell" "layers")
+(host-window)
+(command "LAYER" "N" long "")
+(host-window "wait" 1)
+(host-window "tell" "layers")
+(host-window)
+(setq shown (told))
+(wcmatch (car shown) "*|H-SA-DUCT-LINE")             ;=> T
+(wcmatch (cadr shown) "*|H-SA-DUCT-LINE|SUPPLY-AIR-*\U+2026")   ;=> T
 ; Boxes come to the script before they come to a person.
 (host-answer "OK")
 (alert "Ready")
