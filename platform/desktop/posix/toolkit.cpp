@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <thread>
+#include <vector>
 
 #include "platform/library/library.h"
 #include "platform/text/utf.h"
@@ -69,9 +70,13 @@ FormStage* stage(std::string& reason) {
 }  // namespace
 
 void* functionOfLibrary(const char* library, const char* name, std::string& reason) {
-  const Library* const loaded = Library::open(besideThisLibrary(library).string(), reason).release();
-  void* const function = loaded ? loaded->find(name) : nullptr;
-  if (loaded && !function) reason = std::string("there is no ") + name;
+  // To the end of the process: what is loaded here never tells when it is done.
+  static std::vector<std::unique_ptr<Library>>& kept = *new std::vector<std::unique_ptr<Library>>;
+  std::unique_ptr<Library> loaded = Library::open(besideThisLibrary(library).string(), reason);
+  if (!loaded) return nullptr;
+  void* const function = loaded->find(name);
+  if (!function) reason = std::string("there is no ") + name;
+  kept.push_back(std::move(loaded));
   return function;
 }
 
