@@ -2,7 +2,6 @@
 
 #include "host/app/memory_reserve.h"
 #include "host/app/typed_line.h"
-
 #include "host/bridge/document_lisp.h"
 #include "host/console/command_line.h"
 #include "host/documents/documents.h"

@@ -195,7 +195,6 @@ AcGePoint3d Camera::toWorld(const PixelPoint& at) const {
   return view_.centre + plane.right * ((at.x - width_ / 2.0) * pixel()) +
          plane.up * ((height_ / 2.0 - at.y) * pixel());
 }
-PlanePoint Camera::toPlane(const PixelPoint& at) const { return projection()(toWorld(at)); }
 Ray Camera::rayAt(const PixelPoint& at) const { return {toWorld(at), -view_.towards}; }
 
 AcGePoint3d Camera::onPlane(const PixelPoint& at, const AcGePoint3d& origin,

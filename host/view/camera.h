@@ -19,7 +19,6 @@ struct View {
   bool operator==(const View&) const = default;
 
   Projection projection() const { return {up.crossProduct(towards), up}; }
-  bool isPlan() const { return towards == AcGeVector3d{0, 0, 1} && up == AcGeVector3d{0, 1, 0}; }
 };
 
 enum class StandardView { top, bottom, front, back, left, right, southWest, southEast, northEast, northWest };
@@ -88,13 +87,11 @@ class Camera {
   /// False where there is none. A view that is set forgets the next ones.
   bool previous();
   bool next();
-  bool hasPrevious() const { return !before_.empty(); }
   bool hasNext() const { return !after_.empty(); }
 
   PixelPoint toPixel(const AcGePoint3d& point) const;
   /// In the plane of the view's centre.
   AcGePoint3d toWorld(const PixelPoint& pixel) const;
-  PlanePoint toPlane(const PixelPoint& pixel) const;
   Ray rayAt(const PixelPoint& pixel) const;
   /// Where the ray meets a plane, such as that of the user's coordinates; where it runs along the plane, as
   /// `toWorld`.

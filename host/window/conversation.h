@@ -36,7 +36,6 @@ class Conversation {
   /// Cancels the prompt that waits, and every later one until `allowPrompts`.
   void cancelPrompts();
   void allowPrompts() { cancelling_ = false; }
-  bool isCancelling() const { return cancelling_; }
 
   /// Waits for the answer.
   InputItem wait(const Request& request);
